@@ -1,0 +1,26 @@
+// platform/adapters.h - the IP helper service as the handheld has it.
+//
+// Signatures and results are those of the IP helper functions of the same names. What a backend guarantees beyond them:
+// the list holds only adapters that are up, the one with the default route first; `CurrentIpAddress` is never null;
+// interface names equal adapter names letter for letter; the ARP table may be read from many threads at once.
+#pragma once
+
+#include "platform/system.h"
+
+namespace platform {
+
+DWORD GetNumberOfInterfaces(DWORD* count);
+DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes);
+DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes);
+DWORD GetIfEntry(MIB_IFROW* row);
+DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* bytes);
+
+// The rows known after the call began: a host that answered before the call is in the table if the system knows its
+// hardware address. Rows without one (all zero) are left out.
+DWORD GetIpNetTable(MIB_IPNETTABLE* table, ULONG* bytes, BOOL sorted);
+
+// DHCP release and renew of one interface; 0 or an error code. They block for as long as the DHCP client takes.
+DWORD IpReleaseAddress(IP_ADAPTER_INDEX_MAP* adapter);
+DWORD IpRenewAddress(IP_ADAPTER_INDEX_MAP* adapter);
+
+}  // namespace platform

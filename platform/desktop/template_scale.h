@@ -1,0 +1,11 @@
+// platform/desktop/template_scale.h - dialog templates at the screen's scale.
+#pragma once
+
+#include "platform/system.h"
+
+namespace platform {
+
+// Doubles the font size of a DIALOGEX template in writable memory when the screen is a high-resolution one.
+void ScaleTemplateToScreen(void* dialogTemplate);
+
+}  // namespace platform

@@ -1,0 +1,12 @@
+// icmpapi.h of the native build: the options of an echo request.
+#pragma once
+
+#include "windows.h"
+
+#define IP_SUCCESS 0
+#define IP_REQ_TIMED_OUT 11010
+
+struct IP_OPTION_INFORMATION {
+    uint8_t Ttl, Tos, Flags, OptionsSize;
+    uint8_t* OptionsData;
+};

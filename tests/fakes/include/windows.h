@@ -1,0 +1,204 @@
+// windows.h of the native build: the small subset of the system that deciding code uses, implemented in
+// tests/fakes/win32 over a temporary folder, a scripted clock, an in-memory registry and threads of the real system.
+#pragma once
+
+#include <cstdint>
+#include <cwchar>
+
+#define WINAPI
+#define CALLBACK
+#define TRUE 1
+#define FALSE 0
+#define MAX_PATH 260
+
+using BOOL = int;
+using BYTE = uint8_t;
+using WORD = uint16_t;
+using DWORD = uint32_t;
+using LONG = int32_t;
+using ULONG = uint32_t;
+using UINT = uint32_t;
+using HRESULT = int32_t;
+using LONG_PTR = intptr_t;
+using ULONG_PTR = uintptr_t;
+using DWORD_PTR = uintptr_t;
+using UINT_PTR = uintptr_t;
+using WPARAM = uintptr_t;
+using LPARAM = intptr_t;
+using LRESULT = intptr_t;
+using LPVOID = void*;
+using WCHAR = wchar_t;
+using HANDLE = void*;
+using HLOCAL = void*;
+using HKEY = struct FakeKey*;
+using HWND = struct FakeWindow*;
+using HINSTANCE = struct FakeModule*;
+using HMODULE = HINSTANCE;
+using HDC = struct FakeContext*;
+using HGDIOBJ = void*;
+using HBITMAP = struct FakeBitmap*;
+using HPEN = struct FakePen*;
+using HICON = struct FakeIcon*;
+
+struct POINT {
+    LONG x, y;
+};
+struct SIZE {
+    LONG cx, cy;
+};
+struct RECT {
+    LONG left, top, right, bottom;
+};
+struct GUID {
+    uint32_t Data1;
+    uint16_t Data2, Data3;
+    uint8_t Data4[8];
+};
+inline bool operator==(const GUID& a, const GUID& b) {
+    return __builtin_memcmp(&a, &b, sizeof(a)) == 0;
+}
+
+#define LOWORD(value) static_cast<WORD>(static_cast<uintptr_t>(value) & 0xFFFF)
+#define HIWORD(value) static_cast<WORD>((static_cast<uintptr_t>(value) >> 16) & 0xFFFF)
+
+// Errors
+#define NO_ERROR 0
+#define ERROR_SUCCESS 0
+#define ERROR_FILE_NOT_FOUND 2
+#define ERROR_PATH_NOT_FOUND 3
+#define ERROR_ACCESS_DENIED 5
+#define ERROR_INVALID_HANDLE 6
+#define ERROR_NOT_ENOUGH_MEMORY 8
+#define ERROR_NO_MORE_FILES 18
+#define ERROR_GEN_FAILURE 31
+#define ERROR_NOT_SUPPORTED 50
+#define ERROR_FILE_EXISTS 80
+#define ERROR_INVALID_PARAMETER 87
+#define ERROR_DISK_FULL 112
+#define ERROR_BUFFER_OVERFLOW 111
+#define ERROR_INSUFFICIENT_BUFFER 122
+#define ERROR_ALREADY_EXISTS 183
+#define ERROR_MORE_DATA 234
+#define ERROR_NO_DATA 232
+#define E_FAIL static_cast<HRESULT>(0x80004005)
+#define E_NOINTERFACE static_cast<HRESULT>(0x80004002)
+#define S_OK 0
+DWORD GetLastError();
+void SetLastError(DWORD error);
+
+// Memory
+#define LMEM_FIXED 0x0
+#define LMEM_ZEROINIT 0x40
+#define LPTR (LMEM_FIXED | LMEM_ZEROINIT)
+HLOCAL LocalAlloc(UINT flags, size_t bytes);
+HLOCAL LocalFree(HLOCAL memory);
+
+// Text
+#define CP_ACP 0
+int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int bytes, wchar_t* out, int outUnits);
+int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int units, char* out, int outBytes,
+                        const char* fallback, BOOL* usedFallback);
+int _wcsicmp(const wchar_t* a, const wchar_t* b);
+
+// Time
+struct SYSTEMTIME {
+    WORD wYear, wMonth, wDayOfWeek, wDay, wHour, wMinute, wSecond, wMilliseconds;
+};
+struct FILETIME {
+    DWORD dwLowDateTime, dwHighDateTime;
+};
+struct TIME_ZONE_INFORMATION {
+    LONG Bias;
+    WCHAR StandardName[32];
+    SYSTEMTIME StandardDate;
+    LONG StandardBias;
+    WCHAR DaylightName[32];
+    SYSTEMTIME DaylightDate;
+    LONG DaylightBias;
+};
+#define TIME_ZONE_ID_INVALID 0xFFFFFFFFu
+void GetLocalTime(SYSTEMTIME* now);
+DWORD GetTickCount();
+void Sleep(DWORD ms);
+DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* zone);
+BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime);
+
+// Files
+#define INVALID_HANDLE_VALUE reinterpret_cast<HANDLE>(static_cast<intptr_t>(-1))
+#define GENERIC_READ 0x80000000u
+#define GENERIC_WRITE 0x40000000u
+#define FILE_SHARE_READ 1
+#define FILE_SHARE_WRITE 2
+#define CREATE_NEW 1
+#define CREATE_ALWAYS 2
+#define OPEN_EXISTING 3
+#define OPEN_ALWAYS 4
+#define FILE_ATTRIBUTE_DIRECTORY 0x10
+#define FILE_ATTRIBUTE_NORMAL 0x80
+#define FILE_BEGIN 0
+#define FILE_CURRENT 1
+#define FILE_END 2
+struct WIN32_FIND_DATAW {
+    DWORD dwFileAttributes;
+    DWORD nFileSizeHigh;
+    DWORD nFileSizeLow;
+    WCHAR cFileName[MAX_PATH];
+};
+HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD sharing, void* security, DWORD disposition,
+                   DWORD attributes, HANDLE like);
+BOOL ReadFile(HANDLE file, void* buffer, DWORD bytes, DWORD* read, void* overlapped);
+BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* written, void* overlapped);
+DWORD SetFilePointer(HANDLE file, LONG distance, LONG* high, DWORD method);
+DWORD GetFileSize(HANDLE file, DWORD* high);
+BOOL CloseHandle(HANDLE handle);
+BOOL CreateDirectoryW(const wchar_t* path, void* security);
+BOOL DeleteFileW(const wchar_t* path);
+BOOL MoveFileW(const wchar_t* from, const wchar_t* to);
+HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found);
+BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found);
+BOOL FindClose(HANDLE search);
+
+// Registry
+#define HKEY_LOCAL_MACHINE reinterpret_cast<HKEY>(static_cast<uintptr_t>(0x80000002u))
+#define KEY_READ 0x20019
+#define KEY_WRITE 0x20006
+#define REG_SZ 1
+#define REG_BINARY 3
+#define REG_DWORD 4
+LONG RegOpenKeyExW(HKEY parent, const wchar_t* name, DWORD options, DWORD access, HKEY* key);
+LONG RegCreateKeyExW(HKEY parent, const wchar_t* name, DWORD reserved, wchar_t* type, DWORD options, DWORD access,
+                     void* security, HKEY* key, DWORD* disposition);
+LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* bytes);
+LONG RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD bytes);
+LONG RegDeleteValueW(HKEY key, const wchar_t* name);
+LONG RegCloseKey(HKEY key);
+
+// Threads
+#define CREATE_SUSPENDED 4
+#define INFINITE 0xFFFFFFFFu
+#define WAIT_OBJECT_0 0
+#define WAIT_TIMEOUT 258
+#define WAIT_FAILED 0xFFFFFFFFu
+using LPTHREAD_START_ROUTINE = DWORD (*)(void*);
+HANDLE CreateThread(void* security, size_t stackBytes, LPTHREAD_START_ROUTINE routine, void* argument, DWORD flags,
+                    DWORD* id);
+DWORD ResumeThread(HANDLE thread);
+DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
+
+// Messages to the user
+#define MB_OK 0
+#define MB_OKCANCEL 1
+#define MB_YESNO 4
+#define MB_ICONHAND 0x10
+#define MB_ICONSTOP 0x10
+#define MB_ICONQUESTION 0x20
+#define MB_ICONEXCLAMATION 0x30
+#define MB_ICONASTERISK 0x40
+#define MB_DEFBUTTON2 0x100
+#define IDOK 1
+#define IDCANCEL 2
+#define IDYES 6
+#define IDNO 7
+#define WM_USER 0x400
+int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);
+BOOL MessageBeep(UINT type);

@@ -1,0 +1,173 @@
+// The IP helper service from the scripted adapters.
+
+#include "platform/adapters.h"
+
+#include <algorithm>
+
+#include "tests/fakes/scripted_platform.h"
+
+namespace scripted {
+
+Platform system;
+
+void Reset() {
+    system = {};
+}
+
+namespace {
+
+std::optional<DWORD> Result(const std::string& call) {
+    const auto found = system.results.find(call);
+    return found == system.results.end() ? std::nullopt : std::optional(found->second);
+}
+
+template <size_t Size>
+void Copy(char (&out)[Size], const std::string& text) {
+    const size_t length = std::min(text.size(), Size - 1);
+    std::copy_n(text.begin(), length, out);
+    out[length] = 0;
+}
+
+const Adapter* FindAdapter(uint32_t index) {
+    const auto found = std::find_if(system.adapters.begin(), system.adapters.end(),
+                                    [&](const Adapter& a) { return a.index == index; });
+    return found == system.adapters.end() ? nullptr : &*found;
+}
+
+void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
+    info = {};
+    Copy(info.AdapterName, adapter.name);
+    Copy(info.Description, adapter.description);
+    info.AddressLength = static_cast<UINT>(adapter.hardwareAddress.size());
+    std::copy(adapter.hardwareAddress.begin(), adapter.hardwareAddress.end(), info.Address);
+    info.Index = adapter.index;
+    info.Type = adapter.type;
+    info.DhcpEnabled = adapter.dhcpEnabled;
+    info.CurrentIpAddress = &info.IpAddressList;
+    Copy(info.IpAddressList.IpAddress.String, adapter.address);
+    Copy(info.IpAddressList.IpMask.String, adapter.mask);
+    Copy(info.GatewayList.IpAddress.String, adapter.gateway);
+    Copy(info.DhcpServer.IpAddress.String, adapter.dhcpServer);
+    info.HaveWins = adapter.haveWins;
+    Copy(info.PrimaryWinsServer.IpAddress.String, adapter.primaryWins);
+    Copy(info.SecondaryWinsServer.IpAddress.String, adapter.secondaryWins);
+    info.LeaseObtained = adapter.leaseObtained;
+    info.LeaseExpires = adapter.leaseExpires;
+}
+
+// The size-then-data protocol: the size query answers `needsRoom`.
+std::optional<DWORD> AnswerSize(const std::string& call, const void* buffer, ULONG* bytes, size_t needed,
+                                DWORD needsRoom) {
+    if (buffer == nullptr || *bytes < needed) {
+        *bytes = static_cast<ULONG>(needed);
+        return Result(call + " size").value_or(needsRoom);
+    }
+    return Result(call);
+}
+
+}  // namespace
+}  // namespace scripted
+
+namespace platform {
+
+using namespace scripted;
+
+DWORD GetNumberOfInterfaces(DWORD* count) {
+    *count = scripted::system.interfaceCount.value_or(static_cast<DWORD>(scripted::system.adapters.size()));
+    return NO_ERROR;
+}
+
+DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
+    const auto& adapters = scripted::system.adapters;
+    if (adapters.empty() && !Result("GetAdaptersInfo size")) {
+        return ERROR_NO_DATA;
+    }
+    if (const auto answer =
+            AnswerSize("GetAdaptersInfo", list, bytes, adapters.size() * sizeof(*list), ERROR_BUFFER_OVERFLOW)) {
+        return *answer;
+    }
+    for (size_t i = 0; i < adapters.size(); ++i) {
+        Fill(list[i], adapters[i]);
+        list[i].Next = i + 1 < adapters.size() ? &list[i + 1] : nullptr;
+    }
+    return NO_ERROR;
+}
+
+DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
+    const auto& adapters = scripted::system.adapters;
+    const size_t needed = sizeof(*table) + adapters.size() * sizeof(IP_ADAPTER_INDEX_MAP);
+    if (const auto answer = AnswerSize("GetInterfaceInfo", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER)) {
+        return *answer;
+    }
+    table->NumAdapters = static_cast<LONG>(adapters.size());
+    for (size_t i = 0; i < adapters.size(); ++i) {
+        table->Adapter[i] = {};
+        table->Adapter[i].Index = adapters[i].index;
+        std::copy(adapters[i].name.begin(), adapters[i].name.end(), table->Adapter[i].Name);
+    }
+    return NO_ERROR;
+}
+
+DWORD GetIfEntry(MIB_IFROW* row) {
+    const Adapter* adapter = FindAdapter(row->dwIndex);
+    if (adapter == nullptr || !adapter->countersReadable) {
+        return ERROR_INVALID_PARAMETER;
+    }
+    row->dwType = adapter->type;
+    row->dwSpeed = adapter->speed;
+    row->dwInOctets = adapter->received;
+    row->dwOutOctets = adapter->transmitted;
+    return NO_ERROR;
+}
+
+DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* bytes) {
+    const Adapter* adapter = FindAdapter(interfaceIndex);
+    if (adapter == nullptr) {
+        return ERROR_INVALID_PARAMETER;
+    }
+    const size_t more = adapter->dnsServers.size() > 1 ? adapter->dnsServers.size() - 1 : 0;
+    const size_t needed = sizeof(*info) + more * sizeof(IP_ADDR_STRING);
+    if (const auto answer = AnswerSize("GetPerAdapterInfo", info, bytes, needed, ERROR_BUFFER_OVERFLOW)) {
+        return *answer;
+    }
+    *info = {};
+    auto* rest = reinterpret_cast<IP_ADDR_STRING*>(info + 1);
+    IP_ADDR_STRING* entry = &info->DnsServerList;
+    for (size_t i = 0; i < adapter->dnsServers.size(); ++i) {
+        if (i > 0) {
+            entry->Next = &rest[i - 1];
+            entry = entry->Next;
+            *entry = {};
+        }
+        Copy(entry->IpAddress.String, adapter->dnsServers[i]);
+    }
+    return NO_ERROR;
+}
+
+DWORD GetIpNetTable(MIB_IPNETTABLE* table, ULONG* bytes, BOOL) {
+    const auto& rows = scripted::system.arp;
+    const size_t needed = rows.empty() ? 0 : sizeof(*table) + rows.size() * sizeof(MIB_IPNETROW);
+    if (const auto answer = AnswerSize("GetIpNetTable", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER)) {
+        return *answer;
+    }
+    table->dwNumEntries = static_cast<DWORD>(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+        table->table[i] = {};
+        table->table[i].dwAddr = rows[i].address;
+        table->table[i].dwPhysAddrLen = static_cast<DWORD>(rows[i].hardwareAddress.size());
+        std::copy(rows[i].hardwareAddress.begin(), rows[i].hardwareAddress.end(), table->table[i].bPhysAddr);
+    }
+    return NO_ERROR;
+}
+
+DWORD IpReleaseAddress(IP_ADAPTER_INDEX_MAP* adapter) {
+    scripted::system.dhcpCalls.emplace_back("release", adapter->Index);
+    return Result("IpReleaseAddress").value_or(NO_ERROR);
+}
+
+DWORD IpRenewAddress(IP_ADAPTER_INDEX_MAP* adapter) {
+    scripted::system.dhcpCalls.emplace_back("renew", adapter->Index);
+    return Result("IpRenewAddress").value_or(NO_ERROR);
+}
+
+}  // namespace platform

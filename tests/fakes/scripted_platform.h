@@ -1,0 +1,73 @@
+// tests/fakes/scripted_platform.h - the boundary's services as a test scripts them. Portable: unit tests use it on
+// Linux and under Wine, UI tests behind real dialogs.
+#pragma once
+
+#include "platform/adapters.h"
+#include "platform/echo.h"
+#include "platform/radio.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace scripted {
+
+struct Adapter {
+    std::string name = "{00000001-0000-0000-0000-000000000001}";
+    std::string description = "Test adapter";
+    uint32_t index = 1;
+    uint32_t type = MIB_IF_TYPE_ETHERNET;
+    std::vector<uint8_t> hardwareAddress = {0x02, 0x00, 0x00, 0x00, 0x00, 0x01};
+    std::string address = "192.168.7.33";
+    std::string mask = "255.255.255.0";
+    std::string gateway = "192.168.7.1";
+    std::vector<std::string> dnsServers;
+    bool dhcpEnabled = false;
+    std::string dhcpServer;
+    time_t leaseObtained = 0;
+    time_t leaseExpires = 0;
+    bool haveWins = false;
+    std::string primaryWins;
+    std::string secondaryWins;
+    uint32_t speed = 100000000;
+    uint32_t received = 0;  // octets
+    uint32_t transmitted = 0;
+    bool countersReadable = true;
+};
+
+struct Wireless {
+    bool present = false;  // the device opens
+    std::wstring bindingName;
+    std::map<uint32_t, std::vector<uint8_t>> values;  // by OID; one without a value fails
+    std::vector<uint32_t> requests;                   // OIDs asked or set, in order
+};
+
+struct ArpRow {
+    uint32_t address;  // network byte order
+    std::vector<uint8_t> hardwareAddress;
+};
+
+struct Platform {
+    std::vector<Adapter> adapters;
+    std::optional<uint32_t> interfaceCount;  // otherwise the number of adapters
+    // The first result of a function instead of its usual one, by name ("GetAdaptersInfo size", "GetAdaptersInfo",
+    // ...).
+    std::map<std::string, DWORD> results;
+    std::vector<ArpRow> arp;
+    Wireless wireless;
+    // What an echo to an address (network byte order) brings; called from the scan's threads. Without it nobody
+    // answers.
+    std::function<std::optional<platform::EchoReply>(uint32_t address, DWORD timeoutMs)> echo;
+    bool echoService = true;
+    std::vector<std::pair<std::string, uint32_t>> dhcpCalls;  // "release" or "renew", interface index
+    SIZE screen = {240, 320};                                 // native tests; UI tests have a real frame
+};
+
+extern Platform system;
+
+// A platform with nothing in it. Runs before every test.
+void Reset();
+
+}  // namespace scripted

@@ -1,0 +1,24 @@
+// tests/support/data_folder.h - an empty data folder per test and whole files by one call, on the fakes and on Windows.
+#pragma once
+
+#include "platform/system.h"
+
+#include <string>
+#include <vector>
+
+// The system as a test wants to find it; only the native stand-in has anything to reset.
+void ResetSystemForTest();
+
+// Makes a new empty folder the item's data folder.
+void UseEmptyDataFolder();
+
+using Bytes = std::vector<uint8_t>;
+
+// Name is relative to the data folder, without a leading separator.
+bool FileExists(const std::wstring& name);
+Bytes ReadWholeFile(const std::wstring& name);
+void WriteWholeFile(const std::wstring& name, const Bytes& content);
+std::wstring DataPath(const std::wstring& name);
+
+// Any path.
+Bytes ReadWholePath(const std::wstring& path);
