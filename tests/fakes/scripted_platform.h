@@ -23,14 +23,14 @@ struct Adapter {
     std::string address = "192.168.7.33";
     std::string mask = "255.255.255.0";
     std::string gateway = "192.168.7.1";
-    std::vector<std::string> dnsServers;
+    std::vector<std::string> dnsServers = {};
     bool dhcpEnabled = false;
-    std::string dhcpServer;
+    std::string dhcpServer = {};
     time_t leaseObtained = 0;
     time_t leaseExpires = 0;
     bool haveWins = false;
-    std::string primaryWins;
-    std::string secondaryWins;
+    std::string primaryWins = {};
+    std::string secondaryWins = {};
     uint32_t speed = 100000000;
     uint32_t received = 0;  // octets
     uint32_t transmitted = 0;

@@ -1,0 +1,170 @@
+// The strip's arrangement: graph heights, marks, icons, and what a tap hits.
+
+#include "item/strip.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "item/dialog_placement.h"
+#include "item/item_state.h"
+#include "item/tap_dispatch.h"
+#include "resources/resource_ids.h"
+
+namespace {
+
+void UseScreen(int width, int height) {
+    itemState.screenWidth = width;
+    itemState.screenHeight = height;
+}
+
+std::vector<GraphMark> Marks() {
+    std::array<GraphMark, kMostGraphMarks> marks;
+    const size_t count = ArrangeMiniGraph(marks);
+    return {marks.begin(), marks.begin() + static_cast<ptrdiff_t>(count)};
+}
+
+TEST(GraphHeight, Steps_of_the_ladder) {
+    struct Row {
+        uint32_t bytes;
+        int normal, hiRes;
+    };
+    const Row rows[] = {{0, 0, 0},        {1, 1, 1},        {999, 1, 1},         {1000, 2, 3},     {9999, 6, 9},
+                        {10000, 7, 10},   {99999, 11, 16},  {100000, 13, 19},    {499999, 16, 24}, {500000, 17, 25},
+                        {799999, 17, 25}, {800000, 18, 27}, {0xFFFFFFFF, 18, 27}};
+    for (const Row& row : rows) {
+        UseScreen(240, 320);
+        EXPECT_EQ(GraphHeight(row.bytes), row.normal) << row.bytes;
+        UseScreen(480, 640);
+        EXPECT_EQ(GraphHeight(row.bytes), row.hiRes) << row.bytes;
+    }
+}
+
+TEST(MiniGraph, One_sample_is_two_pixels_or_none) {
+    itemState.sampleCount = 1;
+    EXPECT_TRUE(Marks().empty());
+    itemState.inDeltas[0] = 999;
+    itemState.outDeltas[0] = 800000;
+    const std::vector<GraphMark> marks = Marks();
+    ASSERT_EQ(marks.size(), 2U);
+    EXPECT_EQ(marks[0].direction, Direction::Received);
+    EXPECT_EQ(marks[0].to.x, 41);
+    EXPECT_EQ(marks[0].to.y, 19);
+    EXPECT_EQ(marks[1].to.y, 2);
+}
+
+TEST(MiniGraph, Newest_point_is_at_the_right_edge_and_older_ones_two_pixels_apart) {
+    itemState.sampleCount = 4;
+    itemState.inDeltas[1] = 1;
+    const std::vector<GraphMark> marks = Marks();
+    ASSERT_EQ(marks.size(), 2U);  // up to the sample and down from it; flat pieces are not drawn
+    EXPECT_EQ(marks[0].from.x, 35);
+    EXPECT_EQ(marks[0].to.x, 37);
+    EXPECT_EQ(marks[0].from.y, 20);
+    EXPECT_EQ(marks[0].to.y, 19);
+    EXPECT_EQ(marks[1].to.x, 39);
+}
+
+TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
+    for (const int start : {0, 1, 19}) {
+        UseScreen(480, 640);
+        itemState.sampleCount = kSampleSlots;
+        itemState.ringStart = start;
+        itemState.ringIndex = (start + 19) % kSampleSlots;
+        for (int k = 0; k < kSampleSlots; ++k) {
+            itemState.outDeltas[(start + k) % kSampleSlots] = k % 2 == 0 ? 1 : 800000;
+        }
+        const std::vector<GraphMark> marks = Marks();
+        ASSERT_EQ(marks.size(), 19U);
+        for (size_t k = 0; k < marks.size(); ++k) {
+            EXPECT_EQ(marks[k].to.x, 85 - 38 + 2 * static_cast<int>(k + 1));
+            EXPECT_EQ(marks[k].from.y, k % 2 == 0 ? 30 : 4) << "start " << start;
+            EXPECT_EQ(marks[k].to.y, k % 2 == 0 ? 4 : 30);
+        }
+    }
+}
+
+TEST(SignalIcon, Drawn_on_change_on_full_paint_and_always_in_the_lowest_band) {
+    itemState.SignalDbm = -60;
+    EXPECT_EQ(NextSignalIcon(false), 163);
+    EXPECT_EQ(NextSignalIcon(false), 0);
+    EXPECT_EQ(NextSignalIcon(true), 163);
+    itemState.SignalDbm = kNoSignal;
+    EXPECT_EQ(NextSignalIcon(false), 159);
+    EXPECT_EQ(itemState.lastDrawnSignal, kNoSignal);
+    itemState.SignalDbm = -90;
+    itemState.lastDrawnSignal = -90;
+    EXPECT_EQ(NextSignalIcon(false), 159);
+    EXPECT_EQ(itemState.lastDrawnSignal, -90);
+    UseScreen(640, 480);
+    itemState.SignalDbm = -75;
+    EXPECT_EQ(NextSignalIcon(false), 198);
+}
+
+int ToolAt(uint32_t x, uint32_t y) {
+    const Tool* tool = FindToolAt(x, y);
+    return tool == nullptr ? -1 : tool->templateId;
+}
+
+TEST(Taps, Ranges_include_both_bounds_and_double_on_a_large_screen) {
+    struct Row {
+        uint32_t left;
+        int tool;
+    };
+    const Row rows[] = {{50, IDD_SIGNAL},
+                        {69, IDD_USAGE},
+                        {88, IDD_DHCP},
+                        {107, IDD_PING},
+                        {126, IDD_ADAPTER_DETAILS},
+                        {145, IDD_SCANNER},
+                        {164, IDD_WIRELESS_DETAILS},
+                        {183, IDD_DETECTOR},
+                        {202, kNoTool},
+                        {221, kNoTool}};
+    for (const Row& row : rows) {
+        for (const uint32_t scale : {1U, 2U}) {
+            UseScreen(240 * static_cast<int>(scale), 320 * static_cast<int>(scale));
+            const uint32_t bottom = 16 * scale + 4;
+            EXPECT_EQ(ToolAt(row.left * scale, 4), row.tool);
+            EXPECT_EQ(ToolAt((row.left + 16) * scale, bottom), row.tool);
+            EXPECT_EQ(ToolAt(row.left * scale - 1, 4), -1);
+            EXPECT_EQ(ToolAt((row.left + 16) * scale + 1, 4), -1);
+            EXPECT_EQ(ToolAt(row.left * scale, 3), -1);
+            EXPECT_EQ(ToolAt(row.left * scale, bottom + 1), -1);
+        }
+    }
+}
+
+TEST(Taps, The_mini_graph_has_bounds_of_its_own) {
+    UseScreen(240, 320);
+    EXPECT_TRUE(IsOnMiniGraph(3, 1) && IsOnMiniGraph(47, 23) && IsOnMiniGraph(10, 10));
+    EXPECT_FALSE(IsOnMiniGraph(2, 1) || IsOnMiniGraph(48, 1) || IsOnMiniGraph(3, 0) || IsOnMiniGraph(10, 24));
+    UseScreen(480, 640);
+    EXPECT_TRUE(IsOnMiniGraph(3, 3) && IsOnMiniGraph(91, 36));
+    EXPECT_FALSE(IsOnMiniGraph(92, 3) || IsOnMiniGraph(3, 2) || IsOnMiniGraph(3, 37));
+}
+
+TEST(DialogPlacement, Each_rule_on_both_orientations) {
+    struct Row {
+        Placement placement;
+        int screenWidth, screenHeight, width, height, x, y;
+    };
+    const Row rows[] = {{Placement::Centred, 240, 320, 209, 241, 15, 39},
+                        {Placement::BelowTaskbar, 240, 320, 209, 281, 15, 27},
+                        {Placement::BelowTaskbar, 240, 320, 209, 241, 15, 39},
+                        {Placement::LandscapeBelowTaskbar, 240, 320, 209, 300, 15, 9},
+                        {Placement::LandscapeBelowTaskbar, 320, 240, 263, 210, 28, 27},
+                        {Placement::LandscapeBelowTaskbar, 480, 480, 419, 469, 30, 27},
+                        {Placement::Lifted, 240, 320, 209, 241, 15, 13},
+                        {Placement::Centred, 240, 320, 260, 400, -10, -40}};
+    for (const Row& row : rows) {
+        UseScreen(row.screenWidth, row.screenHeight);
+        const DialogPlace place = ArrangeDialog(row.placement, row.width, row.height, 27);
+        EXPECT_EQ(place.x, row.x);
+        EXPECT_EQ(place.y, row.y);
+        EXPECT_EQ(place.width, row.width + 1);
+        EXPECT_EQ(place.height, row.height + 1);
+    }
+}
+
+}  // namespace
