@@ -9,9 +9,9 @@ EDGE = "#a9b4c0"
 
 
 def mini_graph(width, height, base, highest):
-    """The strip's graph: quarter lines between the base line and the highest value."""
+    """The strip's graph: lines at the quarters of the way from the base line to the highest value."""
     picture = Picture(width, height, WHITE)
-    for quarter in range(1, 5):
+    for quarter in range(1, 4):
         picture.box(1, base - round(highest * quarter / 4), width - 2, 1, GRID)
     for x, y, w, h in ((0, 0, width, 1), (0, height - 1, width, 1), (0, 0, 1, height), (width - 1, 0, 1, height)):
         picture.box(x, y, w, h, GREY)
@@ -34,7 +34,7 @@ def usage_chart(slots, bar_x, numbered):
     """174 x 134, bars three pixels wide standing on row 121, 100 % at row 21. The axis is two rows thick, so that
     a bar stands on it on both screens: the base line of the high-resolution chart is one unit lower."""
     picture = Picture(174, 134, WHITE)
-    legend(picture, ((104, 5), (145, 5)))
+    legend(picture, ((113, 5), (146, 5)))
     for level in range(1, 6):
         picture.box(0, 121 - 20 * level, 174, 1, GRID)
     for x in (0, 173):

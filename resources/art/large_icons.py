@@ -2,7 +2,7 @@
 
 from math import cos, radians, sin
 
-from canvas import (BLUE, CRIMSON, DEEP_GREEN, GREEN, GREY, LIGHT, ORANGE, OUTLINE, PALE_GREEN, RED, SKY, SLATE, WHITE,
+from canvas import (BLUE, DEEP_GREEN, GREEN, GREY, LIGHT, ORANGE, OUTLINE, PALE_GREEN, RED, SKY, SLATE, WHITE,
                     YELLOW, Picture)
 
 
@@ -13,12 +13,13 @@ def bars(picture, base, columns, width):
         picture.box(x, base - received, width, received, BLUE)
 
 
-def waves(picture, x, y, radii, width, stroke=SKY):
-    """Radio waves going up from (x, y): one quarter circle for each radius."""
-    for radius in radii:
-        reach = radius * 0.7071
-        arc = f"M{x - reach:.2f} {y - reach:.2f}A{radius} {radius} 0 0 1 {x + reach:.2f} {y - reach:.2f}"
-        picture.path(arc, stroke=stroke, width=width)
+def waves(picture, x, y, radii, width):
+    """Radio waves going up from (x, y), a quarter circle for each radius, with a white contour."""
+    for line, stroke in ((width + 2, WHITE), (width, SKY)):
+        for radius in radii:
+            reach = radius * 0.7071
+            arc = f"M{x - reach:.2f} {y - reach:.2f}A{radius} {radius} 0 0 1 {x + reach:.2f} {y - reach:.2f}"
+            picture.path(arc, stroke=stroke, width=line)
 
 
 def usage():
@@ -80,7 +81,6 @@ def scanner():
 def wireless_card():
     picture = Picture(32, 32)
     waves(picture, 16, 14, (6, 11.5), 3)
-    picture.disc(16, 11, 1.5, SKY)
     picture.frame(4, 18, 24, 14, OUTLINE, LIGHT)
     picture.box(8, 21, 16, 5, WHITE)
     picture.box(8, 22, 10, 2, SKY)
@@ -135,8 +135,8 @@ def gear(picture, x, y, radius, teeth=8):
 
 def wireless_settings():
     picture = Picture(32, 32)
-    waves(picture, 16, 20, (10.5, 16.5), 3.4)
-    gear(picture, 16, 21, 10)
+    waves(picture, 16, 20.5, (11.5, 17.5), 3.4)
+    gear(picture, 16, 21.5, 9.5)
     return picture
 
 

@@ -1,6 +1,6 @@
 """The icon of the Today host: a handheld whose screen shows bars of traffic."""
 
-from canvas import Picture
+from canvas import BLUE, GREY, LIGHT, OUTLINE, RED, SKY, SLATE, WHITE, Picture
 
 SMALL = """
 ...KKKKKKKKKK...
@@ -28,22 +28,31 @@ def small():
     return picture
 
 
-def large(size, edge):
-    """The same device in units of 1/32 of the side; edge is the contour's width in units."""
-    picture = Picture(size, size)
-    picture.parts.append(f'<g transform="scale({size / 32:g})">')
-    picture.shape("rect", 'x="5" y="1" width="22" height="30" rx="3.5"', "#4f5b68", "#1f2a36", edge)
-    picture.shape("rect", 'x="6" y="2" width="20" height="28" rx="2.5"', "none", "#7a8794", edge / 2)
-    picture.shape("rect", 'x="8" y="5" width="16" height="17"', "#ffffff", "#1f2a36", edge)
-    picture.box(8.5, 5.5, 15, 3.5, "#2f8fe0")
-    for x, top, blue in ((10, 15, 18), (13, 11, 16), (16, 14, 17), (19, 10, 13)):
-        picture.box(x, top, 2, blue - top, "#ff0000")
-        picture.box(x, blue, 2, 21 - blue, "#0000ff")
-    picture.shape("circle", 'cx="16" cy="26" r="2.2"', "#d5dce4", "#1f2a36", edge)
-    for x in (8, 20):
-        picture.shape("rect", f'x="{x}" y="25" width="4" height="2" rx="1"', "#d5dce4", "#1f2a36", edge / 2)
-    picture.parts.append("</g>")
+def large(side, edge):
+    """The same device laid out in 32nds of the side, on whole pixels; edge is the contour's width in pixels."""
+    picture = Picture(side, side)
+
+    def plate(left, top, right, bottom, corner, fill, inset=0):
+        x, y, right, bottom = (round(at * side / 32) + sign * inset
+                               for at, sign in ((left, 1), (top, 1), (right, -1), (bottom, -1)))
+        at = f'x="{x}" y="{y}" width="{right - x}" height="{bottom - y}" rx="{max(0, corner * side / 32 - inset):g}"'
+        picture.shape("rect", at, fill)
+
+    def edged(left, top, right, bottom, corner, fill):
+        plate(left, top, right, bottom, corner, OUTLINE)
+        plate(left, top, right, bottom, corner, fill, edge)
+
+    edged(4, 0, 28, 32, 4, GREY)
+    plate(4, 0, 28, 32, 4, SLATE, edge + max(1, edge // 2))
+    edged(7, 4, 25, 23, 0, WHITE)
+    plate(8, 5, 24, 8, 0, SKY)
+    for x, top, received in ((10, 15, 18), (13, 11, 16), (17, 14, 17), (20, 10, 13)):
+        plate(x, top, x + 2, received, 0, RED)
+        plate(x, received, x + 2, 22, 0, BLUE)
+    edged(14, 25, 18, 29, 2, LIGHT)
+    for x in (8, 21):
+        plate(x, 26, x + 3, 28, 1, LIGHT)
     return picture
 
 
-ICONS = {16: small(), 32: large(32, 2), 48: large(48, 4 / 3), 256: large(256, 0.75)}
+ICONS = {16: small(), 32: large(32, 1), 48: large(48, 2), 256: large(256, 8)}

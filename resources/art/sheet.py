@@ -39,7 +39,7 @@ def main(folder):
             for number, picture, x, y in placed:
                 data = b64encode((folder / f"{number}.png").read_bytes()).decode()
                 size = f'width="{picture.width * zoom}" height="{picture.height * zoom}"'
-                sheet.parts.append(f'<image x="{left + x}" y="{top + y}" {size} image-rendering="optimizeSpeed" '
+                sheet.parts.append(f'<image x="{left + x}" y="{top + y}" {size} image-rendering="pixelated" '
                                    f'href="data:image/png;base64,{data}"/>')
                 sheet.text(left + x, top + y - 7, str(number), ink, SMALL_FIGURES)
             top += height

@@ -11,8 +11,8 @@ LOCK = [
     "...KKKK...", "..KLLLLK..", ".KLKKKKLK.", ".KLK..KLK.", ".KLK..KLK.", "KKKKKKKKKK", "KYYYYYYYYK", "KYYYKKYYYK",
     "KYYYKKYYYK", "KYYYKKYYYK", "KYYYYYYYYK", "KKKKKKKKKK",
 ]
-SENT = ["..R..", ".RRR.", "RRRRR", ".RRR.", ".RRR."]
-RECEIVED = [".BBB.", ".BBB.", "BBBBB", ".BBB.", "..B.."]
+SENT = ["..RR..", ".RRRR.", "RRRRRR", "..RR..", "..RR..", "..RR.."]
+RECEIVED = ["..BB..", "..BB..", "..BB..", "BBBBBB", ".BBBB.", "..BB.."]
 
 
 def staircase(picture, x, base, tops, width, level):
@@ -27,29 +27,27 @@ def strip_signal(level, left=2, width=16):
     """Small bars with an antenna above them, or a red cross where there is no signal."""
     picture = Picture(width, 16)
     staircase(picture, left, 16, (11, 8, 4, 0), 2, level)
-    picture.pixels(ANTENNA if level else CROSS, left - 1, 1, halo=None if level else WHITE)
+    picture.pixels(ANTENNA if level else CROSS, left - 1, 1, "CR")
     return picture
 
 
 def large_strip_signal(level):
     picture = Picture(32, 32)
     staircase(picture, 2, 31, (22, 15, 8, 1), 6, level)
-    if level:
-        picture.path("M2 3L7 9L12 3M7 2V16", stroke=SKY, width=2.4, extra='stroke-linejoin="round"')
-        return picture
-    for colour, width in ((WHITE, 5.5), (RED, 3)):
-        picture.path("M3 3L11 11M11 3L3 11", stroke=colour, width=width, extra='stroke-linecap="round"')
+    sign, colour, width = ("M2.5 3L7 9L11.5 3M7 3V15", SKY, 2.4) if level else ("M3 3L11 11M11 3L3 11", RED, 3)
+    for line, stroke in ((width + 2, WHITE), (width, colour)):
+        picture.path(sign, stroke=stroke, width=line, extra='stroke-linecap="round"')
     return picture
 
 
 def traffic(level, sending, receiving):
     """Bars with, above them, an arrow up at the left edge for sent data and an arrow down beside it for received."""
     picture = Picture(16, 16)
-    staircase(picture, 3, 16, (12, 9, 6, 1), 2, level)
+    staircase(picture, 3, 16, (12, 10, 7, 1), 2, level)
     if sending:
-        picture.pixels(SENT, 0, 0, halo=WHITE)
+        picture.pixels(SENT, 0, 0, "R")
     if receiving:
-        picture.pixels(RECEIVED, 6, 0, halo=WHITE)
+        picture.pixels(RECEIVED, 6, 0, "B")
     return picture
 
 
