@@ -8,8 +8,9 @@
 
 #include <windows.h>
 
-#include <icmpapi.h>
 #include <iphlpapi.h>
+
+#include <icmpapi.h>  // wants the types of iphlpapi.h
 #include <shlobj.h>
 
 #include <cstddef>
