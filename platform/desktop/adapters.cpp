@@ -1,7 +1,9 @@
-// The system's IP helper, corrected where a desktop's answers differ from a handheld's: the adapters that a person means
-// come first, names agree, the current address is there.
+// The system's IP helper, corrected where a desktop's answers differ from a handheld's: the adapters that a person
+// means come first, names agree, the current address is there.
 
 #include "platform/adapters.h"
+
+#include <iterator>
 
 #include "platform/desktop/adapter_order.h"
 #include "platform/desktop/lease.h"
@@ -78,7 +80,7 @@ DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
 DWORD GetNumberOfInterfaces(DWORD* count) {
     ULONG bytes = 0;
     *count = 0;
-    if (GetAdaptersInfo(nullptr, &bytes) != ERROR_BUFFER_OVERFLOW) {
+    if (platform::GetAdaptersInfo(nullptr, &bytes) != ERROR_BUFFER_OVERFLOW) {
         return NO_ERROR;
     }
     const ScopedMemory memory(bytes);
@@ -86,7 +88,7 @@ DWORD GetNumberOfInterfaces(DWORD* count) {
     if (list == nullptr) {
         return ERROR_NOT_ENOUGH_MEMORY;
     }
-    const DWORD result = GetAdaptersInfo(list, &bytes);
+    const DWORD result = platform::GetAdaptersInfo(list, &bytes);
     if (result != NO_ERROR) {
         return result == ERROR_NO_DATA ? NO_ERROR : result;
     }

@@ -1,6 +1,6 @@
 // The ARP table, read once for all who ask at the same time. A scan asks from 254 threads; Wine cannot answer so many
-// reads at once (a service of it dies and the callers hang), and one behind the other takes seconds. So one thread reads
-// while the others wait, and each takes the first table whose reading began after its own call.
+// reads at once (a service of it dies and the callers hang), and one behind the other takes seconds. So one thread
+// reads while the others wait, and each takes the first table whose reading began after its own call.
 
 #include "platform/adapters.h"
 
@@ -15,7 +15,7 @@ struct SharedTable {
     DWORD rowCount = 0;              // of the last successful reading
     bool everRead = false;
     bool reading = false;
-    uint32_t begun = 0;     // readings begun and finished, to tell an older from a newer one
+    uint32_t begun = 0;  // readings begun and finished, to tell an older from a newer one
     uint32_t finished = 0;
     uint32_t callers = 0;
 };

@@ -1,8 +1,11 @@
-// A desktop's connection manager: the connection is there at once. The proxy is the one of the user's internet settings.
+// A desktop's connection manager: the connection is there at once. The proxy is the one of the user's internet
+// settings.
 
 #include "platform/connection.h"
 
 #include <wininet.h>
+
+#include <iterator>
 
 namespace platform {
 

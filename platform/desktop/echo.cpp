@@ -22,9 +22,8 @@ volatile int32_t pendingEchoes = 0;
 DWORD SendOnce(HANDLE echo, uint32_t address, const void* data, WORD dataBytes, const IP_OPTION_INFORMATION* options,
                SystemReply& reply, DWORD timeoutMs) {
     AtomicIncrement(&pendingEchoes);
-    const DWORD replies =
-        ::IcmpSendEcho(echo, address, const_cast<void*>(data), dataBytes,
-                       const_cast<IP_OPTION_INFORMATION*>(options), &reply, sizeof(reply), timeoutMs);
+    const DWORD replies = ::IcmpSendEcho(echo, address, const_cast<void*>(data), dataBytes,
+                                         const_cast<IP_OPTION_INFORMATION*>(options), &reply, sizeof(reply), timeoutMs);
     const DWORD error = replies == 0 ? GetLastError() : NO_ERROR;
     AtomicDecrement(&pendingEchoes);
     SetLastError(error);

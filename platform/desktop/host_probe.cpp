@@ -33,7 +33,7 @@ bool Connects(SOCKET attempt, const sockaddr_in& address) {
     }
     fd_set connected = {1, {attempt}};
     fd_set failed = {1, {attempt}};
-    const timeval limit = {3, 0};
+    timeval limit = {3, 0};
     return select(0, nullptr, &connected, &failed, &limit) > 0 && connected.fd_count == 1;
 }
 

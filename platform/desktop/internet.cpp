@@ -108,10 +108,9 @@ bool RunExchange(Exchange& exchange) {
     if (IsWine() && !(proxy != nullptr ? CanReachProxy(proxy) : CanReachHost(exchange.host, exchange.port))) {
         return false;
     }
-    const ScopedInternet session(
-        ::InternetOpenW(exchange.agent, exchange.accessType, proxy, nullptr, 0));
-    const ScopedInternet connection(::InternetConnectW(session.handle, exchange.host, exchange.port, L"", L"",
-                                                       INTERNET_SERVICE_HTTP, 0, 0));
+    const ScopedInternet session(::InternetOpenW(exchange.agent, exchange.accessType, proxy, nullptr, 0));
+    const ScopedInternet connection(
+        ::InternetConnectW(session.handle, exchange.host, exchange.port, L"", L"", INTERNET_SERVICE_HTTP, 0, 0));
     connection.LimitWaits();
     const ScopedInternet request(::HttpOpenRequestW(connection.handle, nullptr, exchange.path, nullptr, nullptr,
                                                     nullptr, exchange.flags, exchange.context));

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/proxy_list.h"
 
+#include <iterator>
 #include <string_view>
 
 namespace platform {

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// Host and port of the proxy for HTTP in a list of entries "[http=][http://]host[:port]" that are separated by blanks or
-// semicolons; without a port it is 80. False when there is none.
+// Host and port of the proxy for HTTP in a list of entries "[http=][http://]host[:port]" that are separated by blanks
+// or semicolons; without a port it is 80. False when there is none.
 bool FindHttpProxy(const wchar_t* list, wchar_t (&host)[256], WORD* port);
 
 }  // namespace platform
