@@ -8,9 +8,9 @@
 
 #include <windows.h>
 
-#include <iphlpapi.h>  // must precede icmpapi.h
+#include <iphlpapi.h>
 
-#include <icmpapi.h>
+#include <icmpapi.h>  // wants the types of iphlpapi.h
 #include <shlobj.h>
 
 #include <cstddef>

@@ -1,0 +1,131 @@
+// The system's IP helper, corrected where a desktop's answers differ from a handheld's: the adapters that a person
+// means come first, names agree, the current address is there.
+
+#include "platform/adapters.h"
+
+#include <iterator>
+
+#include "platform/desktop/adapter_order.h"
+#include "platform/desktop/lease.h"
+#include "platform/scoped.h"
+
+namespace platform {
+namespace {
+
+// Handheld drivers report wireless adapters as Ethernet (their NDIS medium is 802.3), desktop systems as IEEE 802.11
+// (71). The program monitors the first Ethernet adapter, wireless ones included.
+DWORD HandheldType(DWORD type) {
+    return type == IF_TYPE_IEEE80211 ? MIB_IF_TYPE_ETHERNET : type;
+}
+
+bool IsUp(DWORD index) {
+    MIB_IFROW row = {};
+    row.dwIndex = index;
+    return ::GetIfEntry(&row) == NO_ERROR && row.dwOperStatus >= IF_OPER_STATUS_CONNECTED;
+}
+
+DWORD DefaultRouteInterface() {
+    constexpr DWORD kNone = 0;
+    MIB_IPFORWARDROW route = {};
+    return ::GetBestRoute(INADDR_ANY, INADDR_ANY, &route) == NO_ERROR ? route.dwForwardIfIndex : kNone;
+}
+
+AdapterRank RankAdapter(const IP_ADAPTER_INFO& adapter, DWORD defaultRoute) {
+    if (!IsUp(adapter.Index)) {
+        return AdapterRank::Down;
+    }
+    if (adapter.Index == defaultRoute) {
+        return AdapterRank::DefaultRoute;
+    }
+    const bool hasAddress = inet_addr(adapter.IpAddressList.IpAddress.String) != INADDR_ANY;
+    return hasAddress ? AdapterRank::HasAddress : AdapterRank::NoAddress;
+}
+
+DWORD CorrectAdapters(IP_ADAPTER_INFO* list) {
+    const DWORD defaultRoute = DefaultRouteInterface();
+    for (IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
+        adapter->ComboIndex = static_cast<DWORD>(RankAdapter(*adapter, defaultRoute));
+    }
+    if (!ArrangeAdapters(list)) {
+        return ERROR_NO_DATA;
+    }
+    for (IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
+        adapter->Type = HandheldType(adapter->Type);
+        adapter->CurrentIpAddress = &adapter->IpAddressList;
+        CorrectLease(*adapter);
+    }
+    return NO_ERROR;
+}
+
+// "\DEVICE\TCPIP_{...}" becomes "{...}", the form of an adapter name.
+void StripDevicePrefix(IP_ADAPTER_INDEX_MAP& entry) {
+    constexpr wchar_t kPrefix[] = L"\\DEVICE\\TCPIP_";
+    constexpr size_t kPrefixLength = std::size(kPrefix) - 1;
+    if (_wcsnicmp(entry.Name, kPrefix, kPrefixLength) == 0) {
+        memmove(entry.Name, entry.Name + kPrefixLength, (wcslen(entry.Name + kPrefixLength) + 1) * sizeof(wchar_t));
+    }
+}
+
+}  // namespace
+
+DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
+    constexpr ULONG kRoomForNewcomers = 2 * sizeof(IP_ADAPTER_INFO);
+    const DWORD result = ::GetAdaptersInfo(list, bytes);
+    if (result == ERROR_BUFFER_OVERFLOW) {
+        *bytes += kRoomForNewcomers;
+    }
+    return result == NO_ERROR ? CorrectAdapters(list) : result;
+}
+
+DWORD GetNumberOfInterfaces(DWORD* count) {
+    ULONG bytes = 0;
+    *count = 0;
+    if (platform::GetAdaptersInfo(nullptr, &bytes) != ERROR_BUFFER_OVERFLOW) {
+        return NO_ERROR;
+    }
+    const ScopedMemory memory(bytes);
+    auto* list = memory.As<IP_ADAPTER_INFO>();
+    if (list == nullptr) {
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+    const DWORD result = platform::GetAdaptersInfo(list, &bytes);
+    if (result != NO_ERROR) {
+        return result == ERROR_NO_DATA ? NO_ERROR : result;
+    }
+    for (const IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
+        ++*count;
+    }
+    return NO_ERROR;
+}
+
+DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
+    constexpr ULONG kRoomForNewcomers = 2 * sizeof(IP_ADAPTER_INDEX_MAP);
+    const DWORD result = ::GetInterfaceInfo(table, bytes);
+    if (result == ERROR_INSUFFICIENT_BUFFER) {
+        *bytes += kRoomForNewcomers;
+    }
+    if (result == NO_ERROR) {
+        for (LONG i = 0; i < table->NumAdapters; ++i) {
+            StripDevicePrefix(table->Adapter[i]);
+        }
+    }
+    return result;
+}
+
+DWORD GetIfEntry(MIB_IFROW* row) {
+    const DWORD result = ::GetIfEntry(row);
+    if (result == NO_ERROR) {
+        row->dwType = HandheldType(row->dwType);
+    }
+    return result;
+}
+
+DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* bytes) {
+    const DWORD result = ::GetPerAdapterInfo(interfaceIndex, info, bytes);
+    if (result == NO_ERROR) {
+        info->CurrentDnsServer = nullptr;  // Wine leaves an address of nowhere in it
+    }
+    return result;
+}
+
+}  // namespace platform
