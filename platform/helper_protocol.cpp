@@ -196,7 +196,8 @@ size_t EncodeRequest(std::span<uint8_t> space, uint32_t sequence, const Request&
 }
 
 bool DecodeRequest(uint16_t kind, std::span<const uint8_t> body, Request& request) {
-    if (kind < static_cast<uint16_t>(RequestKind::kLeaseState) || kind > static_cast<uint16_t>(RequestKind::kRadioSet)) {
+    if (kind < static_cast<uint16_t>(RequestKind::kLeaseState) ||
+        kind > static_cast<uint16_t>(RequestKind::kRadioSet)) {
         return false;
     }
     Reader reader{body};

@@ -64,10 +64,10 @@ struct MessageHeader {
 
 struct Request {
     RequestKind kind = RequestKind::kLeaseState;
-    std::string_view interfaceName;   // all but kRadioBinding
-    uint32_t oid = 0;                 // kRadioQuery, kRadioSet
-    uint32_t capacity = 0;            // kRadioQuery: the value may have at most this many bytes
-    std::span<const uint8_t> value;   // kRadioSet
+    std::string_view interfaceName;  // all but kRadioBinding
+    uint32_t oid = 0;                // kRadioQuery, kRadioSet
+    uint32_t capacity = 0;           // kRadioQuery: the value may have at most this many bytes
+    std::span<const uint8_t> value;  // kRadioSet
 };
 
 // Addresses are numbers whose highest byte is the first of the dotted form, 0 when unknown; times are seconds since

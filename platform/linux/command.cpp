@@ -23,7 +23,7 @@ constexpr int kExecFailed = 127;
 
 [[noreturn]] void Execute(const std::vector<std::string>& arguments, int output) {
     setpgid(0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);   // whoever kept the time for it is gone; a daemon it forks is not concerned
+    prctl(PR_SET_PDEATHSIG, SIGKILL);  // whoever kept the time for it is gone; a daemon it forks is not concerned
     const int nothing = open("/dev/null", O_RDWR);
     dup2(nothing, STDIN_FILENO);
     dup2(output, STDOUT_FILENO);

@@ -19,11 +19,11 @@ inline constexpr int kProgressBoundMs = 5000;
 struct Connection {
     uint64_t id = 0;
     ScopedDescriptor socket;
-    bool isTrusted = false;             // the right opening has come
-    bool isBusy = false;                // a request is being carried out; nothing more is read until its answer
-    long long since = 0;                // NowMs when the connection last began, or ended, a message
-    std::vector<uint8_t> input;         // at most one message
-    std::vector<uint8_t> output;        // answers not yet taken
+    bool isTrusted = false;       // the right opening has come
+    bool isBusy = false;          // a request is being carried out; nothing more is read until its answer
+    long long since = 0;          // NowMs when the connection last began, or ended, a message
+    std::vector<uint8_t> input;   // at most one message
+    std::vector<uint8_t> output;  // answers not yet taken
 };
 
 // Reads what is there. False when the connection is over: closed, failed, or its bytes are not the protocol's.

@@ -12,14 +12,28 @@ namespace {
 constexpr const char* kDefaultLeaseFile = "/var/lib/dhcp/dhclient.leases";
 
 constexpr std::array<std::string_view, 16> kWithValue = {
-    "-p",  "-s", "-g", "-D", "-e", "-lf", "-pf", "-cf", "-df", "-sf", "-4o6", "--dad-wait-time", "--prefix-len-hint",
-    "--decline-wait-time", "--address-prefix-len", "--timeout",
+    "-p",
+    "-s",
+    "-g",
+    "-D",
+    "-e",
+    "-lf",
+    "-pf",
+    "-cf",
+    "-df",
+    "-sf",
+    "-4o6",
+    "--dad-wait-time",
+    "--prefix-len-hint",
+    "--decline-wait-time",
+    "--address-prefix-len",
+    "--timeout",
 };
 
 // These say what one run does: a repetition chooses for itself, and must neither stay in the foreground (-d) nor give
 // up for good after its first attempt (-1).
-constexpr std::array<std::string_view, 10> kForOneRun = {"-r", "-x",  "-1", "-d", "-q",         "-v",
-                                                         "-w", "-nw", "-n", "--version"};
+constexpr std::array<std::string_view, 10> kForOneRun = {"-r", "-x", "-1",  "-d", "-q",
+                                                         "-v", "-w", "-nw", "-n", "--version"};
 
 template <size_t n>
 bool Contains(const std::array<std::string_view, n>& list, std::string_view word) {

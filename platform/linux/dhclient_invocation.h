@@ -10,11 +10,11 @@ namespace helper {
 
 struct DhclientInvocation {
     std::string program;
-    std::vector<std::string> options;      // with their values; without those that choose what this one run does
-    std::vector<std::string> interfaces;   // empty: every interface it finds
+    std::vector<std::string> options;     // with their values; without those that choose what this one run does
+    std::vector<std::string> interfaces;  // empty: every interface it finds
     std::string leaseFile;
     bool forIpv6 = false;
-    bool forNetworkManager = false;        // its script reports to NetworkManager, which must be asked instead
+    bool forNetworkManager = false;  // its script reports to NetworkManager, which must be asked instead
 };
 
 // False when `arguments` is not a dhclient's command line.

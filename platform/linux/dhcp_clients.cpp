@@ -52,11 +52,11 @@ bool MayRun(const Process& process, const std::string& name, DhcpClientKind& kin
 bool ReadState(const DhcpClient& client, const std::string& name, LeaseState& state) {
     switch (client.kind) {
         case DhcpClientKind::kDhclient:
-            state = {.dhcp = true};   // it runs the interface even before its first lease
+            state = {.dhcp = true};  // it runs the interface even before its first lease
             ReadDhclientLease(client, name, state);
             return true;
         case DhcpClientKind::kUdhcpc:
-            state = {.dhcp = true};   // it keeps no lease file
+            state = {.dhcp = true};  // it keeps no lease file
             return true;
         case DhcpClientKind::kNetworkd:
             return ReadNetworkdLease(name, state);

@@ -16,8 +16,8 @@ enum class DhcpClientKind { kDhclient, kUdhcpc, kNetworkd, kDhcpcd, kNetworkMana
 // A client that may be in charge of an interface; whether it is, its lease state tells.
 struct DhcpClient {
     DhcpClientKind kind = DhcpClientKind::kDhclient;
-    Process process;           // as it was when last seen running
-    bool gaveLeaseBack = false;   // released through this helper: DHCP runs the interface although there is no lease
+    Process process;             // as it was when last seen running
+    bool gaveLeaseBack = false;  // released through this helper: DHCP runs the interface although there is no lease
 };
 
 inline constexpr int kReleaseBoundMs = 10000;

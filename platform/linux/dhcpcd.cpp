@@ -15,7 +15,8 @@ using helper_protocol::LeaseState;
 // When the lease file was written; 0 when there is none. Version 9 and version 7 keep it in different places.
 uint32_t LeaseFileTime(const std::string& name) {
     FileText file;
-    for (const std::string& path : {"/var/lib/dhcpcd/" + name + ".lease", "/var/lib/dhcpcd5/dhcpcd-" + name + ".lease"}) {
+    for (const std::string& path :
+         {"/var/lib/dhcpcd/" + name + ".lease", "/var/lib/dhcpcd5/dhcpcd-" + name + ".lease"}) {
         if (ReadSmallFile(path, file)) {
             return file.modified;
         }

@@ -124,7 +124,8 @@ void NoteResult(Requests& requests, const Worker& worker) {
     uint32_t result = 0;
     std::span<const uint8_t> rest;
     const auto body = std::span<const uint8_t>(worker.answer).subspan(helper_protocol::kHeaderBytes);
-    if (!IsChange(worker.kind) || !helper_protocol::DecodeResult(body, result, rest) || result != helper_protocol::kResultOk) {
+    if (!IsChange(worker.kind) || !helper_protocol::DecodeResult(body, result, rest) ||
+        result != helper_protocol::kResultOk) {
         return;
     }
     if (worker.kind == RequestKind::kRenew) {

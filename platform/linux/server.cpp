@@ -23,7 +23,7 @@ struct Server {
     const ScopedDescriptor& listener;
     const std::string& token;
     uint64_t lastId = 0;
-    std::list<Connection> connections;   // the oldest first
+    std::list<Connection> connections;  // the oldest first
     Requests requests;
 };
 

@@ -117,9 +117,8 @@ uint32_t InterfaceIndex(const std::string& name) {
 }
 
 bool HasIpv4Address(const std::string& name) {
-    return AnyEntry(name, [](const ifaddrs& entry) {
-        return entry.ifa_addr != nullptr && entry.ifa_addr->sa_family == AF_INET;
-    });
+    return AnyEntry(
+        name, [](const ifaddrs& entry) { return entry.ifa_addr != nullptr && entry.ifa_addr->sa_family == AF_INET; });
 }
 
 bool IsInterfaceUp(const std::string& name) {

@@ -15,7 +15,7 @@ inline constexpr size_t kMaxFileBytes = 1u << 20;
 
 struct FileText {
     std::string text;
-    uint32_t modified = 0;   // seconds since 1970
+    uint32_t modified = 0;  // seconds since 1970
 };
 
 // False unless `path` is a regular file that can be read. Of a file longer than kMaxFileBytes the end is read.

@@ -19,14 +19,15 @@ using helper_protocol::RequestKind;
 
 constexpr size_t kMaxAnswerBytes = 256;
 constexpr int kLeaseBoundMs = 6000;
-constexpr int kChangeBoundMs = kRenewBoundMs + 3000;   // a little above what the operation allows itself
+constexpr int kChangeBoundMs = kRenewBoundMs + 3000;  // a little above what the operation allows itself
 
 size_t MakeAnswer(const Worker& worker, std::span<uint8_t> space, size_t& inCharge) {
     if (worker.kind == RequestKind::kLeaseState) {
         return EncodeLeaseAnswer(space, worker.header, ReadLeaseState(worker.clients, worker.interfaceName));
     }
-    const uint32_t result = worker.kind == RequestKind::kRelease ? ReleaseLease(worker.clients, worker.interfaceName, inCharge)
-                                                                 : RenewLease(worker.clients, worker.interfaceName, inCharge);
+    const uint32_t result = worker.kind == RequestKind::kRelease
+                                ? ReleaseLease(worker.clients, worker.interfaceName, inCharge)
+                                : RenewLease(worker.clients, worker.interfaceName, inCharge);
     return EncodeResult(space, worker.header, result);
 }
 

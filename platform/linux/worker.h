@@ -14,16 +14,16 @@
 namespace helper {
 
 struct Worker {
-    uint64_t connection = 0;   // whose request it carries out
+    uint64_t connection = 0;  // whose request it carries out
     helper_protocol::MessageHeader header;
     helper_protocol::RequestKind kind = helper_protocol::RequestKind::kLeaseState;
     std::string interfaceName;
     std::vector<DhcpClient> clients;
     pid_t process = 0;
-    ScopedDescriptor output;       // readable when the answer is there
-    std::vector<uint8_t> answer;   // a whole message once the worker has ended
-    size_t inCharge = 0;           // once it has ended: which of `clients` released or renewed
-    long long deadline = 0;        // NowMs at which it is given up
+    ScopedDescriptor output;      // readable when the answer is there
+    std::vector<uint8_t> answer;  // a whole message once the worker has ended
+    size_t inCharge = 0;          // once it has ended: which of `clients` released or renewed
+    long long deadline = 0;       // NowMs at which it is given up
 };
 
 // Starts the process for the request that the first five fields describe. False when none could be started.
