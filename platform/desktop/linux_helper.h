@@ -33,8 +33,8 @@ using HelperLeaseState = helper_protocol::LeaseState;
 // True when the environment names a helper. Says nothing about whether it is there.
 bool HasHelper();
 
-// The DHCP state of an interface by its Linux name ("eth0"). False leaves `state` alone: take it as no DHCP. Costs the
-// helper a few milliseconds; do not ask in every tick.
+// The DHCP state of an interface by its Linux name ("eth0"), at most a few seconds old: asking in every tick is cheap.
+// False leaves `state` alone: take it as no DHCP.
 bool HelperLease(const char* interfaceName, HelperLeaseState& state);
 
 // 0 or an error code: ERROR_ACCESS_DENIED, ERROR_GEN_FAILURE, ERROR_NOT_SUPPORTED (nothing there that could do it),

@@ -11,6 +11,8 @@
 namespace helper {
 namespace {
 
+constexpr size_t kMaxKnownLeases = 64;
+
 using helper_protocol::MessageHeader;
 using helper_protocol::Request;
 using helper_protocol::RequestKind;
@@ -52,6 +54,25 @@ bool IsChange(RequestKind kind) {
     return kind == RequestKind::kRelease || kind == RequestKind::kRenew;
 }
 
+bool AnswerFromMemory(Requests& requests, Connection& connection, const MessageHeader& header, const Request& request) {
+    const auto known = requests.known.find(std::string(request.interfaceName));
+    if (request.kind != RequestKind::kLeaseState || known == requests.known.end() || NowMs() >= known->second.until) {
+        return false;
+    }
+    connection.output.resize(helper_protocol::kMaxMessageBytes);
+    connection.output.resize(EncodeLeaseAnswer(connection.output, header, known->second.state));
+    return true;
+}
+
+void KeepLease(Requests& requests, const std::string& name, std::span<const uint8_t> answer) {
+    // Names are the clients' to choose: what is old goes, so that no list of them grows.
+    std::erase_if(requests.known, [](const auto& entry) { return NowMs() >= entry.second.until; });
+    KnownLease known{.state = {}, .until = NowMs() + kLeaseFreshMs};
+    if (DecodeLeaseAnswer(answer, known.state) && requests.known.size() < kMaxKnownLeases) {
+        requests.known[name] = known;
+    }
+}
+
 bool IsBusy(const Requests& requests, const Worker& worker) {
     const auto isInTheWay = [&](const Worker& other) {
         return IsChange(worker.kind) && IsChange(other.kind) && other.interfaceName == worker.interfaceName;
@@ -90,6 +111,9 @@ bool StartRequest(Requests& requests, Connection& connection, const MessageHeade
         AnswerFromRadio(connection, header, request);
         return true;
     }
+    if (AnswerFromMemory(requests, connection, header, request)) {
+        return true;
+    }
     Worker worker;
     worker.connection = connection.id;
     worker.header = header;
@@ -124,8 +148,14 @@ void NoteResult(Requests& requests, const Worker& worker) {
     uint32_t result = 0;
     std::span<const uint8_t> rest;
     const auto body = std::span<const uint8_t>(worker.answer).subspan(helper_protocol::kHeaderBytes);
-    if (!IsChange(worker.kind) || !helper_protocol::DecodeResult(body, result, rest) ||
-        result != helper_protocol::kResultOk) {
+    if (IsChange(worker.kind)) {
+        requests.known.erase(worker.interfaceName);
+    }
+    if (!helper_protocol::DecodeResult(body, result, rest) || result != helper_protocol::kResultOk) {
+        return;
+    }
+    if (worker.kind == RequestKind::kLeaseState) {
+        KeepLease(requests, worker.interfaceName, rest);
         return;
     }
     if (worker.kind == RequestKind::kRenew) {

@@ -14,8 +14,18 @@
 
 namespace helper {
 
+// A lease state may be asked for in every tick, and asking the system for it can start a program: for this long the
+// last answer is given again. A release or renewal ends it.
+inline constexpr int kLeaseFreshMs = 4000;
+
+struct KnownLease {
+    helper_protocol::LeaseState state;
+    long long until = 0;  // NowMs
+};
+
 struct Requests {
     std::list<Worker> workers;
+    std::map<std::string, KnownLease> known;  // by interface
     // By interface: the client that gave its lease back through this helper. One that ended itself then is found here
     // when the lease is to be renewed.
     std::map<std::string, DhcpClient> released;
@@ -29,7 +39,7 @@ bool StartRequest(Requests& requests, Connection& connection, const helper_proto
 // True when the worker's answer is there, perhaps because its time is over.
 bool IsFinished(Worker& worker, bool hasOutput);
 
-// Keeps or forgets the client of a finished release or renewal.
+// Keeps what a finished worker found out: a lease's state, or the client that gave a lease back.
 void NoteResult(Requests& requests, const Worker& worker);
 
 }  // namespace helper
