@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "platform/ndis.h"
 #include "tests/fakes/scripted_platform.h"
-#include "wireless/ndis.h"
 
 namespace platform {
 
