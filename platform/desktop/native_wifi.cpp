@@ -1,9 +1,9 @@
-// Asks Native Wifi for what an 802.11 driver would answer itself.
+// Asks Native Wifi for what an 802.11 driver would answer itself. Its header brings the object identifiers by their
+// names.
 
 #include "platform/desktop/native_wifi.h"
 
 #include "platform/desktop/native_wifi_records.h"
-#include "platform/ndis.h"
 #include "platform/scoped.h"
 
 namespace platform {
@@ -146,8 +146,8 @@ bool QueryConnected(const Session& session, uint32_t oid, std::span<uint8_t> val
     const WLAN_SECURITY_ATTRIBUTES& security = connection.record->wlanSecurityAttributes;
     switch (oid) {
         case OID_802_11_BSSID:
-            memcpy(value.data(), association.dot11Bssid, kMacBytes);
-            bytes = kMacBytes;
+            memcpy(value.data(), association.dot11Bssid, sizeof(DOT11_MAC_ADDRESS));
+            bytes = sizeof(DOT11_MAC_ADDRESS);
             return true;
         case OID_802_11_SSID:
             bytes = WriteNdisSsid(association.dot11Ssid, value);
