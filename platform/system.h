@@ -8,9 +8,8 @@
 
 #include <windows.h>
 
-#include <iphlpapi.h>  // must precede icmpapi.h
-
 #include <icmpapi.h>
+#include <iphlpapi.h>
 #include <shlobj.h>
 
 #include <cstddef>
