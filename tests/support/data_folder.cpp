@@ -1,3 +1,5 @@
+// The item's data folder of a test: made anew, filled, and read back.
+
 #include "tests/support/data_folder.h"
 
 #include "item/item_state.h"
