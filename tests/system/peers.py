@@ -285,6 +285,33 @@ def transfer(net, source, target, size, protocol="udp", seconds=0.0, port=4999):
     return arrived
 
 
+class Stream:
+    """Datagrams from one place to another, 100 a second, for as long as the with block lasts."""
+
+    def __init__(self, net, source, target, piece=1400, port=4998):
+        self._inlet, self._outlet = net.socket(target), net.socket(source)
+        self._inlet.bind(("", port))
+        self._outlet.connect((net.address(target), port))
+        self._ended, self._piece = threading.Event(), b"q" * piece
+
+    def __enter__(self):
+        self._thread = threading.Thread(target=self._send, daemon=True)
+        self._thread.start()
+        return self
+
+    def _send(self):
+        while not self._ended.wait(0.01):
+            # The link may be down or gone for a while. Nobody reads: what arrives is counted below the socket.
+            with contextlib.suppress(OSError):
+                self._outlet.send(self._piece)
+
+    def __exit__(self, *_):
+        self._ended.set()
+        self._thread.join()
+        self._inlet.close()
+        self._outlet.close()
+
+
 def _listens(net, place, protocol, port):
     shown = net.run(place, ["ss", "-Hln", protocol, f"sport = :{port}"]).stdout
     return f":{port} " in shown

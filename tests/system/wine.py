@@ -44,7 +44,6 @@ class WineSession:
         self.folder = _tool("make", self.name)
         self.net.at_close(self.close)
         self.data = f"{self.folder}/{DATA_FOLDER}"
-        os.makedirs(self.data, exist_ok=True)
         if self.prepare:
             self.prepare(self)
         self.start_session()
@@ -112,6 +111,7 @@ class SmallDisk:
 
     def __call__(self, session):
         self.folder = session.data
+        os.makedirs(self.folder)
         subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "quorvane-test", self.folder], check=True)
         # Whether the session or the network ends first, the mount is gone before its folder is deleted.
         session_close = session.close
@@ -124,7 +124,9 @@ class SmallDisk:
         session.net.at_close(close)
 
     def allow_writing(self, allowed):
-        subprocess.run(["mount", "-o", f"remount,{'rw' if allowed else 'ro'}", self.folder], check=True)
+        command = ["mount", "-o", f"remount,{'rw' if allowed else 'ro'}", self.folder]
+        # Refused while a file there is open for writing, which is a moment of every tick.
+        network.wait_until(lambda: not subprocess.run(command, stderr=subprocess.DEVNULL).returncode, 5, "the remount")
 
     def fill(self):
         with open(f"{self.folder}/filler", "wb", buffering=0) as file:
@@ -140,7 +142,7 @@ class SmallDisk:
 
 def _remove_remains():
     """Deletes the prefixes of networks that are gone."""
-    for folder in glob.glob(f"{ROOT}/build/wine/system-*"):
+    for folder in glob.glob(f"{ROOT}/build/wine*/system-*"):
         prefix = os.path.basename(folder).removeprefix("system-").rsplit("-", 1)[0] + "-"
         if os.path.isdir(folder) and not os.path.exists(f"{network.LOCKS}/{prefix}"):
             subprocess.run(["umount", "-l", f"{folder}/{DATA_FOLDER}"], stderr=subprocess.DEVNULL)
