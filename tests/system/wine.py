@@ -9,6 +9,7 @@ import network
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 HOST = f"{ROOT}/build/desktop/todayhost.exe"
+HELPER = f"{ROOT}/build/release/platform/linux/quorvane-helper"
 ITEM_KEY = r"HKLM\Software\Microsoft\Today\Items\Quorvane"
 DATA_FOLDER = "drive_c/Program Files/Ostrik/Quorvane"
 RECORD = struct.Struct("<bbHII")
@@ -74,6 +75,13 @@ class WineSession:
     def start_host(self, *arguments, **options):
         """Starts the Today host; the process returned is the Windows process itself, so killing it is a crash."""
         return self.net.start(self.place, ["wine", HOST, *map(str, arguments)], **self._options(options))
+
+    def start_helper(self):
+        """Starts the Linux helper in the session's namespace; programs started from now on find it."""
+        helper = self.net.start(self.place, [HELPER], stdout=subprocess.PIPE, text=True)
+        for name in ("QUORVANE_HELPER_PORT", "QUORVANE_HELPER_TOKEN"):
+            self.variables[name] = helper.stdout.readline().strip().removeprefix(f"export {name}=")
+        return helper
 
     # Registry of the item
 
