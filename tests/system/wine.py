@@ -1,6 +1,7 @@
 """The Today host under Wine inside a Network: a session and a prefix of its own, its registry, its files."""
 import glob
 import os
+import resource
 import shutil
 import struct
 import subprocess
@@ -13,6 +14,8 @@ HELPER = f"{ROOT}/build/release/platform/linux/quorvane-helper"
 ITEM_KEY = r"HKLM\Software\Microsoft\Today\Items\Quorvane"
 DATA_FOLDER = "drive_c/Program Files/Ostrik/Quorvane"
 RECORD = struct.Struct("<bbHII")
+# 254 threads of a scan need more descriptors than the customary 1024.
+resource.setrlimit(resource.RLIMIT_NOFILE, (4096, max(4096, resource.getrlimit(resource.RLIMIT_NOFILE)[1])))
 
 
 def _tool(command, name, prefix=()):
