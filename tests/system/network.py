@@ -1,0 +1,360 @@
+"""A LAN of network namespaces: a bridge, the device under test, a gateway and hosts of chosen behaviour.
+
+Everything carries a prefix of its own, so several networks live side by side. A lock file held by the owner tells
+a living network from the remains of a dead one, which the next network clears away. Needs root.
+"""
+import atexit
+import concurrent.futures
+import contextlib
+import ctypes
+import dataclasses
+import fcntl
+import glob
+import ipaddress
+import json
+import os
+import re
+import shutil
+import signal
+import socket
+import struct
+import subprocess
+import tempfile
+import threading
+import time
+
+LOCKS = "/run/quorvane-network"
+CLONE_NEWNET = 0x40000000
+ECHO_REPLY, ECHO_REQUEST = 0, 8
+_libc = ctypes.CDLL(None, use_errno=True)
+
+
+def wait_until(condition, seconds, what, interval=0.02):
+    """Asks until the condition is true and returns its value; fails after the given time."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise TimeoutError(f"not within {seconds} s: {what}")
+        time.sleep(interval)
+
+
+@contextlib.contextmanager
+def inside(namespace):
+    """The calling thread works in the namespace; a socket made here stays in it wherever it is used."""
+
+    def enter(path):
+        descriptor = os.open(path, os.O_RDONLY | os.O_CLOEXEC)
+        try:
+            if _libc.setns(descriptor, CLONE_NEWNET):
+                raise OSError(ctypes.get_errno(), f"setns {path}")
+        finally:
+            os.close(descriptor)
+
+    home = os.open("/proc/thread-self/ns/net", os.O_RDONLY | os.O_CLOEXEC)
+    enter(f"/run/netns/{namespace}")
+    try:
+        yield
+    finally:
+        enter(f"/proc/self/fd/{home}")
+        os.close(home)
+
+
+@dataclasses.dataclass(frozen=True)
+class Host:
+    """behaviour: answers; drops (no echo reply, all else works); blackhole (answers ARP, nothing else);
+    late (echo replies after `delay` seconds). `also`: further numbers on the same hardware address."""
+    number: int
+    behaviour: str = "answers"
+    mac: str = ""
+    also: tuple = ()
+    delay: float = 0.0
+
+    @property
+    def hardware(self):
+        return self.mac or f"02:51:56:00:00:{self.number:02x}"
+
+
+def plain_hosts(count, taken=(1, 33)):
+    """Hosts that answer, on the first free numbers from 2 on."""
+    return [Host(number) for number in range(2, 255) if number not in taken][:count]
+
+
+class Network:
+    """with Network(hosts) as net: net.run("device", ["ping", net.address(10)]). A place is "device", "gateway", "lan"
+    (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address."""
+    _count = 0
+
+    def __init__(self, hosts=(), subnet="192.168.7", device_number=33, gateway_number=1, resolver=()):
+        self.hosts = {host.number: host for host in hosts}
+        self.subnet, self.device_number, self.gateway_number = subnet, device_number, gateway_number
+        self.resolver = resolver
+        self.device_mac = "02:51:56:01:00:01"
+        self.gateway_mac = "02:51:56:01:00:fe"
+        self.prefix = f"qv{os.getpid()}n{Network._count}-"
+        Network._count += 1
+        self._stack = contextlib.ExitStack()
+        self._started = []
+
+    # Life
+
+    def __enter__(self):
+        remove_remains()
+        os.makedirs(LOCKS, exist_ok=True)
+        self._lock_path = f"{LOCKS}/{self.prefix}"
+        self._lock = open(self._lock_path, "w")
+        fcntl.flock(self._lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        self.folder = tempfile.mkdtemp(prefix=self.prefix)
+        atexit.register(self.close)
+        try:
+            self._build()
+        except BaseException:
+            self.close()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def close(self):
+        if self._lock.closed:
+            return
+        self._stack.close()
+        for process in reversed(self._started):
+            stop(process)
+        _remove(self.prefix)
+        shutil.rmtree(self.folder, ignore_errors=True)
+        os.unlink(self._lock_path)
+        self._lock.close()
+        atexit.unregister(self.close)
+
+    def _build(self):
+        places = ["lan", "device", "gateway", *self.hosts]
+        _batch([f"netns add {self.namespace(place)}" for place in places])
+        for place in places:
+            self.sysctl(place, {"net/ipv6/conf/all/disable_ipv6": 1, "net/ipv6/conf/default/disable_ipv6": 1})
+        links = ["link add bridge type bridge forward_delay 0 mcast_snooping 0", "link set bridge up"]
+        links += self._port("gateway", self.gateway_mac)
+        for host in self.hosts.values():
+            links += self._port(host.number, host.hardware)
+        self.ip("lan", *links)
+        self.ip("gateway", "link set lo up", "link set eth0 up", f"addr add {self.address('gateway')}/24 dev eth0")
+        # Refusals of the gateway are wanted every time, not once a second.
+        self.sysctl("gateway", {"net/ipv4/ip_forward": 1, "net/ipv4/icmp_ratelimit": 0})
+        with concurrent.futures.ThreadPoolExecutor(4) as pool:
+            list(pool.map(self._raise_host, self.hosts.values()))
+        self.ip("device", "link set lo up")
+        self.attach_device()
+        # A file of its own from the start: programs that are running see later changes of it, never the machine's.
+        self.set_resolver("device", *self.resolver)
+
+    def _port(self, place, mac):
+        return [f"link add p{place} up master bridge type veth"
+                f" peer name eth0 address {mac} netns {self.namespace(place)}"]
+
+    def _raise_host(self, host):
+        numbers = (host.number, *host.also)
+        self.ip(host.number, "link set lo up", "link set eth0 up",
+                *[f"addr add {self.subnet}.{number}/24 dev eth0" for number in numbers],
+                f"route add default via {self.address('gateway')}")
+        self.behave(host.number, host.behaviour, host.delay)
+
+    # Asking and telling
+
+    def namespace(self, place):
+        return f"{self.prefix}{place}"
+
+    def address(self, place):
+        number = {"device": self.device_number, "gateway": self.gateway_number}.get(place, place)
+        return f"{self.subnet}.{number}"
+
+    def ip(self, place, *commands):
+        _batch(commands, self.namespace(place))
+
+    def sysctl(self, place, values):
+        with inside(self.namespace(place)):
+            for name, value in values.items():
+                with open(f"/proc/sys/{name}", "w") as file:
+                    file.write(str(value))
+
+    def start(self, place, command, **options):
+        """Starts a program in a namespace; it ends with the network at the latest. Its process id is its own."""
+        # Some daemons end when a pipe on their standard input does.
+        options = {"stdin": subprocess.DEVNULL, **options}
+        process = subprocess.Popen(["ip", "netns", "exec", self.namespace(place), *command], **options)
+        self._started.append(process)
+        return process
+
+    def run(self, place, command, timeout=30, **options):
+        """Runs a program to its end and returns the completed process with its text output."""
+        options = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.STDOUT, "text": True,
+                   **options}
+        return subprocess.run(["ip", "netns", "exec", self.namespace(place), *command], timeout=timeout, **options)
+
+    def socket(self, place, kind=socket.SOCK_DGRAM, protocol=0):
+        with inside(self.namespace(place)):
+            made = socket.socket(socket.AF_INET, kind, protocol)
+        made.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+        return made
+
+    def at_close(self, action):
+        self._stack.callback(action)
+
+    def set_resolver(self, place, *servers):
+        """Names the DNS servers that programs started in this namespace from now on see."""
+        folder = f"/etc/netns/{self.namespace(place)}"
+        os.makedirs(folder, exist_ok=True)
+        with open(f"{folder}/resolv.conf", "w") as file:
+            file.writelines(f"nameserver {server}\n" for server in servers)
+
+    def counters(self, place="device", link="eth0"):
+        """The kernel's own octet counters of a link: (received, transmitted)."""
+        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", "-s", "link", "show", link], check=True,
+                               capture_output=True, text=True).stdout
+        statistics = json.loads(shown)[0]["stats64"]
+        return statistics["rx"]["bytes"], statistics["tx"]["bytes"]
+
+    def neighbour(self, number, place="device"):
+        """The hardware address that a namespace's ARP table holds for a host, or an empty text."""
+        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", "neigh", "show", self.address(number)],
+                               check=True, capture_output=True, text=True).stdout
+        rows = json.loads(shown)
+        return rows[0].get("lladdr", "") if rows else ""
+
+    # The device's adapter
+
+    def attach_device(self, index=None):
+        """Gives the device its adapter eth0, with an address and the default route, under a chosen index if wanted."""
+        chosen = f"index {index}" if index else ""
+        self.ip("device", f"link add eth0 {chosen} address {self.device_mac} up type veth"
+                          f" peer name pdevice netns {self.namespace('lan')}")
+        self.ip("lan", "link set pdevice master bridge up")
+        if self.device_number:
+            self.ip("device", f"addr add {self.address('device')}/24 dev eth0",
+                    f"route add default via {self.address('gateway')}")
+
+    def detach_device(self):
+        self.ip("lan", "link del pdevice")
+
+    # Behaviours, also changed later
+
+    def behave(self, number, behaviour, delay=0.0):
+        quiet = behaviour in ("drops", "late")
+        self.sysctl(number, {"net/ipv4/icmp_echo_ignore_all": int(quiet)})
+        if behaviour == "blackhole":
+            self.ip(number, f"route add blackhole {self.address('device')}/32")
+        elif behaviour == "late":
+            # This kernel need not have a delaying queue: replies are written by hand.
+            self._answer_late(number, delay)
+        elif behaviour not in ("answers", "drops"):
+            raise ValueError(behaviour)
+
+    def _answer_late(self, number, delay):
+        link = self.socket(number, socket.SOCK_RAW, socket.IPPROTO_ICMP)
+
+        def answer(packet):
+            header = (packet[0] & 15) * 4
+            body = bytes([ECHO_REPLY, 0, 0, 0]) + packet[header + 4:]
+            reply = body[:2] + struct.pack("!H", _checksum(body)) + body[4:]
+            with contextlib.suppress(OSError):
+                link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
+
+        def serve():
+            with contextlib.suppress(OSError):
+                while packet := link.recv(2048):
+                    if packet[(packet[0] & 15) * 4] == ECHO_REQUEST:
+                        timer = threading.Timer(delay, answer, [packet])
+                        timer.daemon = True
+                        timer.start()
+
+        serve_in_background(self, link, serve)
+
+    def refuse_by_gateway(self, destination):
+        """The gateway answers "unreachable" for this network."""
+        self.ip("gateway", f"route add unreachable {destination}")
+
+    def redirect_by_gateway(self, destination, number):
+        """The gateway redirects the device to a host, which owns the network's first address."""
+        first = next(ipaddress.ip_network(destination).hosts())
+        self.ip(number, f"addr add {first}/32 dev lo")
+        self.ip("gateway", f"route add {destination} via {self.address(number)}")
+        return str(first)
+
+
+def serve_in_background(net, link, serve):
+    """Runs serve() in a thread until the network closes the socket it reads from."""
+
+    def end():
+        with contextlib.suppress(OSError):
+            link.shutdown(socket.SHUT_RDWR)
+        link.close()
+
+    net.at_close(end)
+    threading.Thread(target=serve, daemon=True).start()
+
+
+def stop(process, patience=3):
+    """Ends a started program: politely, then by force."""
+    if process.poll() is None:
+        process.terminate()
+        try:
+            process.wait(patience)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+    for stream in (process.stdin, process.stdout, process.stderr):
+        if stream:
+            stream.close()
+
+
+def remove_remains():
+    """Clears away what networks of dead owners left."""
+    prefixes = {found[0] for name in os.listdir("/run/netns") if (found := re.match(r"qv\d+n\d+-", name))} \
+        if os.path.isdir("/run/netns") else set()
+    for prefix in prefixes:
+        try:
+            with open(f"{LOCKS}/{prefix}", "a") as lock:
+                fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+                _remove(prefix)
+                os.unlink(lock.name)
+        except (BlockingIOError, FileNotFoundError):
+            continue
+        for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
+            shutil.rmtree(folder, ignore_errors=True)
+
+
+def _remove(prefix):
+    """Ends every process inside the namespaces of a prefix, then deletes these."""
+    names = [name for name in os.listdir("/run/netns") if name.startswith(prefix)]
+    inodes = {os.stat(f"/run/netns/{name}").st_ino for name in names}
+
+    def end_inhabitants():
+        found = 0
+        for process in filter(str.isdigit, os.listdir("/proc")):
+            with contextlib.suppress(OSError):
+                if os.stat(f"/proc/{process}/ns/net").st_ino in inodes:
+                    os.kill(int(process), signal.SIGKILL)
+                    found += 1
+        return not found
+
+    wait_until(end_inhabitants, 5, f"processes of {prefix} end")
+    _batch([f"netns del {name}" for name in names])
+    for name in names:
+        shutil.rmtree(f"/etc/netns/{name}", ignore_errors=True)
+
+
+def _batch(commands, namespace=None):
+    where = ["-n", namespace] if namespace else []
+    done = subprocess.run(["ip", *where, "-batch", "-"], input="\n".join(commands), text=True, capture_output=True)
+    if done.returncode:
+        raise RuntimeError(f"ip {' '.join(where)}: {done.stderr.strip()}")
+
+
+def _checksum(data):
+    total = sum(struct.unpack(f"!{len(data) // 2}H", data[:len(data) // 2 * 2]))
+    total += data[-1] << 8 if len(data) % 2 else 0
+    while total >> 16:
+        total = (total & 0xFFFF) + (total >> 16)
+    return ~total & 0xFFFF

@@ -1,0 +1,160 @@
+"""The Today host under Wine inside a Network: a session and a prefix of its own, its registry, its files."""
+import glob
+import os
+import resource
+import shutil
+import struct
+import subprocess
+
+import network
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+HOST = f"{ROOT}/build/desktop/todayhost.exe"
+HELPER = f"{ROOT}/build/release/platform/linux/quorvane-helper"
+ITEM_KEY = r"HKLM\Software\Microsoft\Today\Items\Quorvane"
+DATA_FOLDER = "drive_c/Program Files/Ostrik/Quorvane"
+RECORD = struct.Struct("<bbHII")
+# 254 threads of a scan need more descriptors than the customary 1024.
+resource.setrlimit(resource.RLIMIT_NOFILE, (4096, max(4096, resource.getrlimit(resource.RLIMIT_NOFILE)[1])))
+
+
+def _tool(command, name, prefix=()):
+    done = subprocess.run([*prefix, f"{ROOT}/tools/wine-prefix", command, name], stdin=subprocess.DEVNULL,
+                          capture_output=True, text=True, timeout=120)
+    if done.returncode:
+        raise RuntimeError(f"wine-prefix {command} {name}: {done.stderr}")
+    return done.stdout.strip()
+
+
+def read_log(path):
+    """The whole records of a monthly log as (day, hour, reserved, received, transmitted), and the bytes left over."""
+    with open(path, "rb") as file:
+        data = file.read()
+    whole = len(data) // RECORD.size * RECORD.size
+    return list(RECORD.iter_unpack(data[:whole])), data[whole:]
+
+
+class WineSession:
+    """with WineSession(net) as wine: the processes of this session see the network of that place and nothing else.
+    `prepare` is called with the prefix's folder before the session starts, for instance to mount something there."""
+
+    def __init__(self, net, place="device", prepare=None, **environment):
+        self.net, self.place, self.prepare = net, place, prepare
+        self.name = f"system-{net.prefix}{place}"
+        self.environment = environment
+
+    def __enter__(self):
+        _remove_remains()
+        self.folder = _tool("make", self.name)
+        self.net.at_close(self.close)
+        self.data = f"{self.folder}/{DATA_FOLDER}"
+        if self.prepare:
+            self.prepare(self)
+        self.start_session()
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def start_session(self):
+        display = _tool("start", self.name, ["ip", "netns", "exec", self.net.namespace(self.place)])
+        self.variables = {**os.environ, "WINEPREFIX": self.folder, "HOME": f"{self.folder}/home", "DISPLAY": display,
+                          "WINEARCH": "win64", "WINEDEBUG": "-all", "WINEDLLOVERRIDES": "mscoree,mshtml=",
+                          **self.environment}
+
+    def close(self):
+        if os.path.isdir(self.folder):
+            _tool("remove", self.name)
+
+    # Programs
+
+    def _options(self, options):
+        return {"env": self.variables, "cwd": f"{self.folder}/drive_c", **options}
+
+    def run(self, *command, timeout=60, **options):
+        """Runs a Windows program to its end; the completed process has its text output."""
+        return self.net.run(self.place, ["wine", *command], timeout=timeout, **self._options(options))
+
+    def start_host(self, *arguments, **options):
+        """Starts the Today host; the process returned is the Windows process itself, so killing it is a crash."""
+        return self.net.start(self.place, ["wine", HOST, *map(str, arguments)], **self._options(options))
+
+    def start_helper(self):
+        """Starts the Linux helper in the session's namespace; programs started from now on find it."""
+        helper = self.net.start(self.place, [HELPER], stdout=subprocess.PIPE, text=True)
+        for name in ("QUORVANE_HELPER_PORT", "QUORVANE_HELPER_TOKEN"):
+            self.variables[name] = helper.stdout.readline().strip().removeprefix(f"export {name}=")
+        return helper
+
+    # Registry of the item
+
+    def set_value(self, name, value):
+        kind, text = ("REG_DWORD", str(value)) if isinstance(value, int) else ("REG_SZ", value)
+        done = self.run("reg", "add", ITEM_KEY, "/v", name, "/t", kind, "/d", text, "/f")
+        if done.returncode:
+            raise RuntimeError(done.stdout)
+
+    def value(self, name):
+        """A text, a number, or None where there is no such value."""
+        for line in self.run("reg", "query", ITEM_KEY, "/v", name).stdout.splitlines():
+            parts = line.strip().split(None, 2)
+            if parts[:1] == [name]:
+                text = parts[2] if len(parts) > 2 else ""
+                return int(text, 16) if parts[1] == "REG_DWORD" else text
+        return None
+
+    # Files of the item
+
+    def logs(self):
+        return sorted(glob.glob(f"{self.data}/*.log"))
+
+    def logged(self):
+        """Octets (received, transmitted) over all whole records of all months."""
+        records = [record for path in self.logs() for record in read_log(path)[0]]
+        return sum(record[3] for record in records), sum(record[4] for record in records)
+
+    def documents(self):
+        return next(iter(glob.glob(f"{self.folder}/drive_c/users/*/Documents")))
+
+
+class SmallDisk:
+    """A disk of its own for the data folder, which can become full or read-only. Use as `prepare` of a session."""
+
+    def __call__(self, session):
+        self.folder = session.data
+        os.makedirs(self.folder)
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "quorvane-test", self.folder], check=True)
+        # Whether the session or the network ends first, the mount is gone before its folder is deleted.
+        session_close = session.close
+
+        def close():
+            subprocess.run(["umount", "-l", self.folder], stderr=subprocess.DEVNULL)
+            session_close()
+
+        session.close = close
+        session.net.at_close(close)
+
+    def allow_writing(self, allowed):
+        command = ["mount", "-o", f"remount,{'rw' if allowed else 'ro'}", self.folder]
+        # Refused while a file there is open for writing, which is a moment of every tick.
+        network.wait_until(lambda: not subprocess.run(command, stderr=subprocess.DEVNULL).returncode, 5, "the remount")
+
+    def fill(self):
+        with open(f"{self.folder}/filler", "wb", buffering=0) as file:
+            try:
+                while file.write(b"f" * 4096):
+                    pass
+            except OSError:
+                return
+
+    def empty(self):
+        os.unlink(f"{self.folder}/filler")
+
+
+def _remove_remains():
+    """Deletes the prefixes of networks that are gone."""
+    for folder in glob.glob(f"{ROOT}/build/wine*/system-*"):
+        prefix = os.path.basename(folder).removeprefix("system-").rsplit("-", 1)[0] + "-"
+        if os.path.isdir(folder) and not os.path.exists(f"{network.LOCKS}/{prefix}"):
+            subprocess.run(["umount", "-l", f"{folder}/{DATA_FOLDER}"], stderr=subprocess.DEVNULL)
+            shutil.rmtree(folder, ignore_errors=True)
