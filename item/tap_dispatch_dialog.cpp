@@ -5,6 +5,9 @@
 #include "platform/dialogs.h"
 #include "platform/shell.h"
 #include "resources/resource_ids.h"
+#include "wireless/card_details_dialog.h"
+#include "wireless/scanner_dialog.h"
+#include "wireless/signal_dialog.h"
 
 namespace {
 
@@ -15,7 +18,9 @@ struct DialogEntry {
 
 // One line per tool that has a dialog, in the order of the strip.
 constexpr DialogEntry kDialogs[] = {
-    {kNoTool, nullptr},
+    {IDD_SIGNAL, SignalDlgProc},
+    {IDD_SCANNER, ScannerDlgProc},
+    {IDD_WIRELESS_DETAILS, WirelessDetailsDlgProc},
 };
 
 DLGPROC FindProcedure(int templateId) {

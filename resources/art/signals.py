@@ -2,8 +2,9 @@
 
 from canvas import BLUE, GREEN, GREY, ORANGE, OUTLINE, RED, SKY, WHITE, YELLOW, Picture
 
-LIME = "#93d12f"
-LIT = [None, ORANGE, YELLOW, LIME, GREEN]  # by number of bars that stand for the level
+LIME = "#62e62e"
+# By number of bars that stand for the level. Every colour stays itself in the 16 of a default image list.
+LIT = [None, ORANGE, YELLOW, LIME, GREEN]
 
 ANTENNA = ["C.C.C", ".CCC.", "..C..", "..C..", "..C.."]
 CROSS = ["RR.RR", ".RRR.", "..R..", ".RRR.", "RR.RR"]
