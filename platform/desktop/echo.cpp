@@ -2,8 +2,6 @@
 
 #include "platform/echo.h"
 
-#include "platform/atomics.h"
-
 #include <algorithm>
 
 namespace platform {
@@ -17,24 +15,8 @@ struct SystemReply {
     uint8_t data[kMaxDataBytes + 8 + 64];
 };
 
-volatile int32_t pendingEchoes = 0;
-
-DWORD SendOnce(HANDLE echo, uint32_t address, const void* data, WORD dataBytes, const IP_OPTION_INFORMATION* options,
-               SystemReply& reply, DWORD timeoutMs) {
-    AtomicIncrement(&pendingEchoes);
-    const DWORD replies = ::IcmpSendEcho(echo, address, const_cast<void*>(data), dataBytes,
-                                         const_cast<IP_OPTION_INFORMATION*>(options), &reply, sizeof(reply), timeoutMs);
-    const DWORD error = replies == 0 ? GetLastError() : NO_ERROR;
-    AtomicDecrement(&pendingEchoes);
-    SetLastError(error);
-    return replies;
-}
-
-// Wine has at most 256 echoes pending at once and refuses more with the error that it also gives where no route leads.
-// So only a refusal while others of ours are pending is worth another try.
-bool WasCrowdedOut() {
-    return GetLastError() == IP_GENERAL_FAILURE && AtomicLoad(&pendingEchoes) > 0;
-}
+// Wine has room for 256 pending echoes and refuses more at once with this error. Other failures are final.
+constexpr DWORD kTooManyPending = ERROR_NOT_ENOUGH_MEMORY;
 
 void CopyReply(const SystemReply& from, void* to, DWORD bytes) {
     const ICMP_ECHO_REPLY& reply = from.reply;
@@ -67,8 +49,10 @@ DWORD IcmpSendEcho(HANDLE echo, uint32_t address, const void* data, WORD dataByt
     DWORD waited = 0;
     DWORD replies = 0;
     do {
-        replies = SendOnce(echo, address, data, dataBytes, options, answer, timeoutMs - waited);
-        if (replies != 0 || !WasCrowdedOut()) {
+        replies =
+            ::IcmpSendEcho(echo, address, const_cast<void*>(data), dataBytes,
+                           const_cast<IP_OPTION_INFORMATION*>(options), &answer, sizeof(answer), timeoutMs - waited);
+        if (replies != 0 || GetLastError() != kTooManyPending) {
             break;
         }
         Sleep(kPauseMs);
