@@ -6,6 +6,8 @@
 #include "charts/live_graph.h"
 #include "platform/scoped_gdi.h"
 
+#include <span>
+
 namespace {
 
 void DrawGraph(HDC picture, const LiveGraph& graph, HPEN transmittedPen, HPEN receivedPen) {

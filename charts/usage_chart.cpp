@@ -16,7 +16,7 @@ constexpr int kHourSpacing = 7;
 constexpr int kDaySpacing = 5;
 
 // Multiplied by the inverse: a division would round some values at whole percentages the other way.
-int Percentage(double value, uint32_t fullScale) {
+int PercentOf(double value, uint32_t fullScale) {
     const double percentage = value * (1.0 / fullScale) * 100;
     return static_cast<int>(std::clamp(percentage, 0.0, 100.0));
 }
@@ -67,7 +67,7 @@ void ArrangeUsageChart(const UsageView& view, UsageChart& chart) {
     const int first = hourly ? 0 : 1;
     const int last = hourly ? view.slotCount - 1 : view.slotCount;
     for (int slot = first; slot <= last; ++slot) {
-        AddSlot(chart, BarLeft(view.mode, slot), Percentage(view.series.transmitted[slot], step.fullScale),
-                Percentage(view.series.received[slot], step.fullScale));
+        AddSlot(chart, BarLeft(view.mode, slot), PercentOf(view.series.transmitted[slot], step.fullScale),
+                PercentOf(view.series.received[slot], step.fullScale));
     }
 }

@@ -8,6 +8,8 @@
 #include "item/item_state.h"
 #include "platform/icons.h"
 #include "platform/scoped_gdi.h"
+
+#include <span>
 #include "resources/resource_ids.h"
 
 namespace {
