@@ -1,5 +1,7 @@
 // Opens the tools. A missing template or a program that does not start leaves the tap without effect.
 
+#include "charts/live_graph_dialog.h"
+#include "charts/usage_dialog.h"
 #include "item/item_state.h"
 #include "item/tap_dispatch.h"
 #include "platform/dialogs.h"
@@ -21,6 +23,8 @@ constexpr DialogEntry kDialogs[] = {
     {IDD_SIGNAL, SignalDlgProc},
     {IDD_SCANNER, ScannerDlgProc},
     {IDD_WIRELESS_DETAILS, WirelessDetailsDlgProc},
+    {IDD_USAGE, UsageDlgProc},
+    {IDD_LIVE_GRAPH, LiveGraphDlgProc},
 };
 
 DLGPROC FindProcedure(int templateId) {
