@@ -1,5 +1,7 @@
 // Opens the tools. A missing template or a program that does not start leaves the tap without effect.
 
+#include "adapters/adapter_details_dialog.h"
+#include "adapters/dhcp_dialog.h"
 #include "item/item_state.h"
 #include "item/tap_dispatch.h"
 #include "platform/dialogs.h"
@@ -19,6 +21,8 @@ struct DialogEntry {
 // One line per tool that has a dialog, in the order of the strip.
 constexpr DialogEntry kDialogs[] = {
     {IDD_SIGNAL, SignalDlgProc},
+    {IDD_DHCP, DhcpDlgProc},
+    {IDD_ADAPTER_DETAILS, AdapterDetailsDlgProc},
     {IDD_SCANNER, ScannerDlgProc},
     {IDD_WIRELESS_DETAILS, WirelessDetailsDlgProc},
 };
