@@ -5,6 +5,7 @@
 #include "platform/connection.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
