@@ -1,7 +1,12 @@
 // Opens the tools. A missing template or a program that does not start leaves the tap without effect.
 
+<<<<<<< HEAD
 #include "charts/live_graph_dialog.h"
 #include "charts/usage_dialog.h"
+=======
+#include "adapters/adapter_details_dialog.h"
+#include "adapters/dhcp_dialog.h"
+>>>>>>> refs/heads/adapters
 #include "item/item_state.h"
 #include "item/tap_dispatch.h"
 #include "platform/dialogs.h"
@@ -21,6 +26,8 @@ struct DialogEntry {
 // One line per tool that has a dialog, in the order of the strip.
 constexpr DialogEntry kDialogs[] = {
     {IDD_SIGNAL, SignalDlgProc},
+    {IDD_DHCP, DhcpDlgProc},
+    {IDD_ADAPTER_DETAILS, AdapterDetailsDlgProc},
     {IDD_SCANNER, ScannerDlgProc},
     {IDD_WIRELESS_DETAILS, WirelessDetailsDlgProc},
     {IDD_USAGE, UsageDlgProc},

@@ -26,6 +26,17 @@ void SetLocalTime(const SYSTEMTIME& now);
 void SetTickCount(DWORD ms);
 void SetTimeZone(DWORD result, LONG biasMinutes);
 
+// Outcomes of the next waits on events, each after that much time of a clock that then stands still between waits;
+// later ones are signalled. A wait longer than its time-out times out.
+struct WaitOutcome {
+    DWORD result;
+    DWORD error = 0;
+    DWORD afterMs = 0;
+};
+void ScriptWaits(std::vector<WaitOutcome> outcomes);
+// Time-outs that the waits on events were given.
+extern std::vector<DWORD> waitedMs;
+
 struct ShownMessage {
     std::wstring text;
     std::wstring caption;

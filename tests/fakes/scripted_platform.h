@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/adapters.h"
+#include "platform/connection.h"
 #include "platform/echo.h"
 #include "platform/radio.h"
 
@@ -49,6 +50,38 @@ struct ArpRow {
     std::vector<uint8_t> hardwareAddress;
 };
 
+// The connection manager, which connects at once and knows no proxy unless told otherwise.
+struct ConnectionManager {
+    HRESULT establish = S_OK;
+    std::vector<DWORD> statuses;  // one per query, then connected (16)
+    HRESULT statusResult = S_OK;
+    HRESULT proxyResult = E_NOINTERFACE;
+    std::u16string proxy;
+    platform::ConnectionRequest request = {};
+    int open = 0;  // connections not yet released
+    std::vector<LONG> releasedWith;
+};
+
+// An echo server's answer, read piece by piece; then its end, or a failing read where it breaks off.
+struct EchoAnswer {
+    std::vector<std::string> pieces;
+    bool breaksOff = false;
+};
+
+// The internet library: what it was asked, and what each host answers (an unknown one nothing).
+struct Internet {
+    std::map<std::wstring, EchoAnswer> answers;
+    std::string failing;             // name of the call that fails
+    std::vector<std::string> calls;  // those that succeeded and the handles closed, in order
+    std::vector<std::wstring> hosts;
+    std::wstring agent, path;
+    std::optional<std::wstring> proxy;
+    DWORD accessType = 0;
+    WORD port = 0;
+    DWORD flags = 0;
+    DWORD_PTR context = 0;
+};
+
 struct Platform {
     std::vector<Adapter> adapters;
     std::optional<uint32_t> interfaceCount;  // otherwise the number of adapters
@@ -61,6 +94,8 @@ struct Platform {
     // answers.
     std::function<std::optional<platform::EchoReply>(uint32_t address, DWORD timeoutMs)> echo;
     bool echoService = true;
+    ConnectionManager connectionManager;
+    Internet internet;
     std::vector<std::pair<std::string, uint32_t>> dhcpCalls;  // "release" or "renew", interface index
     SIZE screen = {240, 320};                                 // native tests; UI tests have a real frame
 };

@@ -183,6 +183,7 @@ using LPTHREAD_START_ROUTINE = DWORD (*)(void*);
 HANDLE CreateThread(void* security, size_t stackBytes, LPTHREAD_START_ROUTINE routine, void* argument, DWORD flags,
                     DWORD* id);
 DWORD ResumeThread(HANDLE thread);
+HANDLE CreateEventW(void* security, BOOL manualReset, BOOL signalled, const wchar_t* name);
 DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
 
 // Messages to the user

@@ -2,6 +2,7 @@
 
 #include <pthread.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -39,6 +40,22 @@ struct Thread : Closable {
     std::shared_ptr<ThreadState> state = std::make_shared<ThreadState>();
 };
 
+struct Event : Closable {};
+
+std::vector<WaitOutcome> waits;
+
+DWORD WaitForEvent(DWORD timeoutMs) {
+    waitedMs.push_back(timeoutMs);
+    if (waits.empty()) {
+        return WAIT_OBJECT_0;
+    }
+    const WaitOutcome outcome = waits.front();
+    waits.erase(waits.begin());
+    tickCount += std::min(outcome.afterMs, timeoutMs);
+    lastError = outcome.error;
+    return outcome.afterMs > timeoutMs ? static_cast<DWORD>(WAIT_TIMEOUT) : outcome.result;
+}
+
 void* RunThread(void* argument) {
     const std::unique_ptr<std::shared_ptr<ThreadState>> state(static_cast<std::shared_ptr<ThreadState>*>(argument));
     ThreadState& thread = **state;
@@ -56,12 +73,15 @@ void* RunThread(void* argument) {
 }  // namespace
 
 std::vector<ShownMessage> shownMessages;
+std::vector<DWORD> waitedMs;
 
 void ResetClock() {
     localTime = {2006, 12, 5, 15, 10, 0, 0, 0};
     tickCountScripted = false;
     zoneResult = 0;
     zoneBias = 0;
+    waits.clear();
+    waitedMs.clear();
 }
 
 void ResetMessages() {
@@ -81,6 +101,11 @@ void SetTickCount(DWORD ms) {
 void SetTimeZone(DWORD result, LONG biasMinutes) {
     zoneResult = result;
     zoneBias = biasMinutes;
+}
+
+void ScriptWaits(std::vector<WaitOutcome> outcomes) {
+    waits = std::move(outcomes);
+    SetTickCount(0xFFFFFF00);  // wraps during any longer wait
 }
 
 void AnswerMessagesWith(int button) {
@@ -205,7 +230,14 @@ DWORD ResumeThread(HANDLE handle) {
     return 1;
 }
 
+HANDLE CreateEventW(void*, BOOL, BOOL, const wchar_t*) {
+    return static_cast<Closable*>(new Event);
+}
+
 DWORD WaitForSingleObject(HANDLE handle, DWORD timeoutMs) {
+    if (dynamic_cast<Event*>(static_cast<Closable*>(handle)) != nullptr) {
+        return WaitForEvent(timeoutMs);
+    }
     const std::shared_ptr<ThreadState> thread = static_cast<Thread*>(static_cast<Closable*>(handle))->state;
     std::unique_lock lock(thread->lock);
     const auto ended = [&] { return thread->ended; };
