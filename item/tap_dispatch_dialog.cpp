@@ -1,12 +1,9 @@
 // Opens the tools. A missing template or a program that does not start leaves the tap without effect.
 
-<<<<<<< HEAD
-#include "charts/live_graph_dialog.h"
-#include "charts/usage_dialog.h"
-=======
 #include "adapters/adapter_details_dialog.h"
 #include "adapters/dhcp_dialog.h"
->>>>>>> refs/heads/adapters
+#include "charts/live_graph_dialog.h"
+#include "charts/usage_dialog.h"
 #include "item/item_state.h"
 #include "item/tap_dispatch.h"
 #include "platform/dialogs.h"
