@@ -81,24 +81,32 @@ bool RunRound(const HostOptions& options, std::wstring& error) {
     return true;
 }
 
+// How many handles the process holds, about: a new one takes the lowest free number. (Wine does not count them.)
+size_t HandlesInUse() {
+    constexpr size_t kHandleStep = 4;
+    HANDLE probe = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    CloseHandle(probe);
+    return reinterpret_cast<size_t>(probe) / kHandleStep;
+}
+
 int ReloadItem(const HostOptions& options) {
     std::wstring error;
-    DWORD handlesBefore = 0;
-    DWORD handlesAfter = 0;
+    size_t handlesBefore = 0;
     for (int round = 1; round <= options.reloads; ++round) {
         if (!RunRound(options, error)) {
             Say(L"todayhost: round " + std::to_wstring(round) + L": " + error + L"\n", true);
             return kFailedExit;
         }
-        GetProcessHandleCount(GetCurrentProcess(), &handlesAfter);
         if (round == 1) {  // what the system itself keeps after a first use is no leak
-            handlesBefore = handlesAfter;
+            handlesBefore = HandlesInUse();
         }
     }
-    const std::wstring handles = std::to_wstring(handlesBefore) + L" handles after the first round, " +
-                                 std::to_wstring(handlesAfter) + L" after round " + std::to_wstring(options.reloads);
-    const bool leaks = handlesAfter >= handlesBefore + static_cast<DWORD>(options.reloads);
-    Say(L"todayhost: " + handles + L"\n", leaks);
+    const size_t handlesAfter = HandlesInUse();
+    Say(L"todayhost: " + std::to_wstring(handlesBefore) + L" handles after the first round, " +
+            std::to_wstring(handlesAfter) + L" after round " + std::to_wstring(options.reloads) + L"\n",
+        false);
+    // A leak in the plug-in takes at least one more every round.
+    const bool leaks = options.reloads > 1 && handlesAfter + 1 >= handlesBefore + static_cast<size_t>(options.reloads);
     return leaks ? kFailedExit : kCleanExit;
 }
 
