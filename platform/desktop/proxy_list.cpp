@@ -3,10 +3,20 @@
 #include "platform/desktop/proxy_list.h"
 
 #include <iterator>
+#include <algorithm>
 #include <string_view>
 
 namespace platform {
 namespace {
+
+// substr by another name: its range check would want the C++ runtime library.
+std::wstring_view FirstOf(std::wstring_view text, size_t count) {
+    return {text.data(), std::min(count, text.size())};
+}
+
+std::wstring_view BehindOf(std::wstring_view text, size_t place) {
+    return {text.data() + place + 1, text.size() - place - 1};
+}
 
 std::wstring_view TakeEntry(std::wstring_view& rest) {
     const size_t start = rest.find_first_not_of(L"; \t");
@@ -15,7 +25,7 @@ std::wstring_view TakeEntry(std::wstring_view& rest) {
         return {};
     }
     rest.remove_prefix(start);
-    const std::wstring_view entry = rest.substr(0, rest.find_first_of(L"; \t"));
+    const std::wstring_view entry = FirstOf(rest, rest.find_first_of(L"; \t"));
     rest.remove_prefix(entry.size());
     return entry;
 }
@@ -49,10 +59,10 @@ bool FindHttpProxy(const wchar_t* list, wchar_t (&host)[256], WORD* port) {
         }
         RemovePrefix(entry, L"http://");
         const size_t colon = entry.find(L':');
-        const std::wstring_view name = entry.substr(0, colon);
+        const std::wstring_view name = FirstOf(entry, colon);
         *port = 80;
         if (name.empty() || name.size() >= std::size(host) ||
-            (colon != entry.npos && !ReadPort(entry.substr(colon + 1), port))) {
+            (colon != entry.npos && !ReadPort(BehindOf(entry, colon), port))) {
             continue;
         }
         name.copy(host, name.size());
