@@ -24,7 +24,9 @@ std::string_view NarrowName(const wchar_t* name, char (&space)[kNameBytes]) {
     return {space, length};
 }
 
+// Cut to what fits.
 void WidenText(std::string_view text, wchar_t (&wide)[kHelperNameUnits]) {
+    text = text.substr(0, kHelperNameUnits - 1);
     const int units = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide,
                                           static_cast<int>(kHelperNameUnits) - 1);
     wide[units] = 0;

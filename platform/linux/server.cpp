@@ -49,6 +49,9 @@ void AcceptClient(Server& server) {
     }
     const int on = 1;
     setsockopt(connection.socket.Get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
+    // The kernel would let answers that nobody takes grow to megabytes.
+    const int sendBytes = helper_protocol::kMaxMessageBytes;
+    setsockopt(connection.socket.Get(), SOL_SOCKET, SO_SNDBUF, &sendBytes, sizeof(sendBytes));
     connection.id = ++server.lastId;
     connection.since = NowMs();
     server.connections.push_back(std::move(connection));
@@ -71,6 +74,12 @@ bool HandleMessage(Server& server, Connection& connection) {
     return SendBytes(connection);
 }
 
+// The kernel would go on for minutes trying to hand over answers that the peer does not take.
+void Abort(const Connection& connection) {
+    const linger now{1, 0};
+    setsockopt(connection.socket.Get(), SOL_SOCKET, SO_LINGER, &now, sizeof(now));
+}
+
 bool HandleEvents(Server& server, Connection& connection, short events) {
     if ((events & (POLLERR | POLLNVAL)) != 0 || (connection.isBusy && (events & (POLLHUP | POLLRDHUP)) != 0)) {
         return false;
@@ -79,7 +88,11 @@ bool HandleEvents(Server& server, Connection& connection, short events) {
         return false;
     }
     const bool isReadable = (events & (POLLIN | POLLHUP)) != 0 && connection.output.empty();
-    return NowMs() < DropTime(connection) && (!isReadable || HandleMessage(server, connection));
+    if (NowMs() >= DropTime(connection)) {
+        Abort(connection);
+        return false;
+    }
+    return !isReadable || HandleMessage(server, connection);
 }
 
 short EventsOf(const Connection& connection) {

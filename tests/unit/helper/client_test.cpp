@@ -1,0 +1,344 @@
+// The client of the Linux helper against servers of every kind: what it believes, and how long it waits.
+
+#include "platform/desktop/linux_helper.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace platform;
+using helper_protocol::kHeaderBytes;
+using helper_protocol::kOpeningBytes;
+using helper_protocol::MessageHeader;
+
+namespace {
+
+constexpr const char* kToken = "00112233445566778899aabbccddeeff";
+constexpr DWORD kAtOnceMs = 60;  // on a busy machine
+
+using Bytes = std::vector<uint8_t>;
+
+// Gets a request's header and body, and returns what to send. An empty answer closes the connection.
+using Answer = std::function<Bytes(const MessageHeader&, const Bytes&)>;
+
+void SetHelper(const char* port, const char* token) {
+    CloseHelper();
+    SetEnvironmentVariableA("QUORVANE_HELPER_PORT", port);
+    SetEnvironmentVariableA("QUORVANE_HELPER_TOKEN", token);
+}
+
+// A listening socket that the environment names; answers one connection after the other on its own thread.
+struct Server {
+    SOCKET listener = INVALID_SOCKET;
+    std::atomic<int> connections = 0;
+    std::atomic<bool> saidNonsense = false;
+    std::thread thread;
+
+    // Without an answer function nothing is accepted and nothing said: the system completes the connection by itself.
+    explicit Server(Answer answer = nullptr) {
+        WSADATA data;
+        WSAStartup(MAKEWORD(2, 2), &data);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        int length = sizeof(address);
+        listener = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+        bind(listener, reinterpret_cast<sockaddr*>(&address), length);
+        listen(listener, 5);
+        getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
+        SetHelper(std::to_string(ntohs(address.sin_port)).c_str(), kToken);
+        if (answer) {
+            thread = std::thread([this, answer] { Serve(answer); });
+        }
+    }
+
+    ~Server() {
+        CloseHelper();
+        closesocket(listener);
+        if (thread.joinable()) {
+            thread.join();
+        }
+        WSACleanup();
+    }
+
+    void Serve(const Answer& answer) {
+        for (SOCKET client; (client = accept(listener, nullptr, nullptr)) != INVALID_SOCKET; closesocket(client)) {
+            ++connections;
+            Bytes opening(kOpeningBytes);
+            saidNonsense = saidNonsense || !Receive(client, opening) || !helper_protocol::IsOpening(opening, kToken);
+            while (AnswerOne(client, answer)) {
+            }
+        }
+    }
+
+    bool AnswerOne(SOCKET client, const Answer& answer) {
+        Bytes head(kHeaderBytes);
+        MessageHeader header;
+        if (!Receive(client, head) || !helper_protocol::DecodeHeader(head, header)) {
+            return false;
+        }
+        Bytes body(header.bodyBytes);
+        helper_protocol::Request request;
+        Receive(client, body);
+        saidNonsense = saidNonsense || !DecodeRequest(header.kind, body, request);
+        const Bytes bytes = answer(header, body);
+        send(client, reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size()), 0);
+        return !bytes.empty();
+    }
+
+    static bool Receive(SOCKET client, Bytes& bytes) {
+        return bytes.empty() || recv(client, reinterpret_cast<char*>(bytes.data()), static_cast<int>(bytes.size()),
+                                     MSG_WAITALL) == static_cast<int>(bytes.size());
+    }
+};
+
+Bytes LeaseAnswer(const MessageHeader& header, const Bytes&) {
+    Bytes message(100);
+    message.resize(EncodeLeaseAnswer(message, header, {true, 0x0A000001, 100, 200, 3, 4}));
+    return message;
+}
+
+Answer Result(uint32_t result) {
+    return [result](const MessageHeader& header, const Bytes&) {
+        Bytes message(100);
+        message.resize(EncodeResult(message, header, result));
+        return message;
+    };
+}
+
+Answer Value(size_t length) {
+    return [length](const MessageHeader& header, const Bytes&) {
+        Bytes message(helper_protocol::kMaxMessageBytes);
+        message.resize(EncodeValueAnswer(message, header, Bytes(length, 0x5A)));
+        return message;
+    };
+}
+
+bool HasLease() {
+    HelperLeaseState state;
+    return HelperLease("eth0", state);
+}
+
+DWORD Timed(const std::function<void()>& action) {
+    const DWORD start = GetTickCount();
+    action();
+    return GetTickCount() - start;
+}
+
+}  // namespace
+
+TEST(LinuxHelper, Without_an_address_everything_says_no_at_once) {
+    const struct {
+        const char* port;
+        const char* token;
+    } rows[] = {
+        {nullptr, nullptr},
+        {"40000", nullptr},
+        {nullptr, kToken},
+        {"0", kToken},
+        {"65536", kToken},
+        {"400000", kToken},
+        {"40x", kToken},
+        {"40000", "0011223"},
+        {"", kToken},
+        {"4000000000", kToken},
+        {"40000", "g0112233445566778899aabbccddeeff"},
+        {"40000", "00112233445566778899aabbccddeeff00"},
+    };
+    for (const auto& row : rows) {
+        SetHelper(row.port, row.token);
+        wchar_t name[kHelperNameUnits] = L"kept";
+        uint8_t value[4] = {};
+        size_t bytes = 9;
+        const DWORD passed = Timed([&] {
+            EXPECT_FALSE(HasHelper());
+            EXPECT_FALSE(HasLease());
+            EXPECT_FALSE(HelperRadioBinding(name, name));
+            EXPECT_EQ(static_cast<DWORD>(ERROR_NOT_SUPPORTED), HelperRadioQuery(L"wlan0", 1, value, bytes));
+            EXPECT_EQ(static_cast<DWORD>(ERROR_NOT_SUPPORTED), HelperRenew("eth0"));
+        });
+        EXPECT_LT(passed, kAtOnceMs);
+        EXPECT_STREQ(L"kept", name);
+        EXPECT_EQ(9u, bytes);
+    }
+}
+
+TEST(LinuxHelper, A_lease_arrives_and_one_connection_serves_all_requests) {
+    Server server(LeaseAnswer);
+    HelperLeaseState state;
+    EXPECT_TRUE(HasHelper());
+    const DWORD passed = Timed([&] {
+        for (int i = 0; i < 200; ++i) {
+            ASSERT_TRUE(HelperLease("eth0", state));
+        }
+    });
+    EXPECT_TRUE(state.dhcp);
+    EXPECT_EQ(0x0A000001u, state.server);
+    EXPECT_EQ(100u, state.obtained);
+    EXPECT_EQ(200u, state.expires);
+    EXPECT_EQ(1, server.connections);
+    EXPECT_FALSE(server.saidNonsense);
+    printf("200 requests: %lu ms\n", passed);
+}
+
+TEST(LinuxHelper, A_silent_helper_costs_one_bound_then_nothing_until_the_pause_is_over) {
+    Server server;
+    const DWORD first = Timed([] { EXPECT_FALSE(HasLease()); });
+    EXPECT_GE(first + 30, kHelperQueryMs);
+    EXPECT_LT(first, kHelperQueryMs + kHelperConnectMs + kAtOnceMs);
+    const DWORD next = Timed([] {
+        for (int i = 0; i < 20; ++i) {
+            EXPECT_FALSE(HasLease());
+        }
+    });
+    EXPECT_LT(next, kAtOnceMs);
+    Sleep(kHelperPauseMs + 50);
+    EXPECT_GE(Timed([] { EXPECT_FALSE(HasLease()); }) + 30, kHelperQueryMs);
+    printf("silent helper: %lu ms, then 20 requests in %lu ms\n", first, next);
+}
+
+TEST(LinuxHelper, A_helper_that_is_not_there_fails_at_once) {
+    { const Server gone; }
+    char port[8];
+    GetEnvironmentVariableA("QUORVANE_HELPER_PORT", port, sizeof(port));
+    const DWORD passed = Timed([] { EXPECT_FALSE(HasLease()); });
+    EXPECT_LT(passed, kHelperConnectMs + kAtOnceMs);
+    printf("nobody at port %s: %lu ms\n", port, passed);
+}
+
+TEST(LinuxHelper, Nonsense_is_not_believed_and_ends_the_connection) {
+    const auto changed = [](size_t at, uint8_t value) {
+        return [=](const MessageHeader& header, const Bytes& body) {
+            Bytes message = LeaseAnswer(header, body);
+            message[at] = value;
+            return message;
+        };
+    };
+    const struct {
+        const char* what;
+        Answer answer;
+        bool takesTheBound;
+    } rows[] = {
+        {"another sequence", changed(8, 0xEE), false},
+        {"another kind", changed(6, 2), false},
+        {"no answer", changed(7, 0), false},
+        {"another version", changed(4, 9), false},
+        {"a body beyond all limits", changed(2, 0xFF), false},
+        {"a body beyond the client's", changed(1, 0xF0), false},
+        {"a longer body than comes", changed(0, 30), true},
+        {"half an answer",
+         [](const auto& header, const auto& body) {
+             Bytes message = LeaseAnswer(header, body);
+             message.resize(20);
+             return message;
+         },
+         true},
+        {"closed instead", [](const auto&, const auto&) { return Bytes(); }, false},
+        {"a result with something behind", Value(3), false},
+    };
+    for (const auto& row : rows) {
+        Server server(row.answer);
+        HelperLeaseState state;
+        const DWORD passed = Timed([&] { EXPECT_FALSE(HelperLease("eth0", state)) << row.what; });
+        EXPECT_FALSE(state.dhcp);
+        EXPECT_LT(passed, (row.takesTheBound ? kHelperQueryMs : 0) + kAtOnceMs) << row.what;
+    }
+}
+
+TEST(LinuxHelper, A_helper_that_vanishes_between_requests_is_noticed_and_found_again) {
+    bool closes = false;
+    Server server(
+        [&](const MessageHeader& header, const Bytes& body) { return closes ? Bytes() : LeaseAnswer(header, body); });
+    EXPECT_TRUE(HasLease());
+    closes = true;
+    EXPECT_FALSE(HasLease());
+    closes = false;
+    EXPECT_FALSE(HasLease());  // the pause
+    EXPECT_EQ(1, server.connections);
+    CloseHelper();
+    EXPECT_TRUE(HasLease());
+    EXPECT_EQ(2, server.connections);
+}
+
+TEST(LinuxHelper, Release_and_renewal_hand_their_result_on_and_do_not_heed_the_pause) {
+    for (const DWORD result : {0ul, 5ul, 31ul, 50ul, 170ul, 1460ul}) {
+        Server server(Result(result));
+        EXPECT_EQ(result, HelperRelease("eth0"));
+        EXPECT_EQ(result, HelperRenew("eth0"));
+        EXPECT_EQ(1, server.connections);
+        EXPECT_FALSE(server.saidNonsense);
+    }
+    bool closes = true;
+    Server server(
+        [&](const MessageHeader& header, const Bytes& body) { return closes ? Bytes() : Result(0)(header, body); });
+    EXPECT_FALSE(HasLease());
+    closes = false;
+    EXPECT_FALSE(HasLease());
+    EXPECT_EQ(0u, HelperRenew("eth0"));
+}
+
+TEST(LinuxHelper, A_late_renewal_is_waited_for_longer_than_a_query) {
+    Server server([](const MessageHeader& header, const Bytes& body) {
+        Sleep(kHelperQueryMs * 4);
+        return Result(0)(header, body);
+    });
+    EXPECT_EQ(0u, HelperRenew("eth0"));
+}
+
+TEST(LinuxHelper, Values_up_to_the_buffer_arrive_and_longer_ones_do_not) {
+    uint8_t value[kHelperValueBytes];
+    const struct {
+        size_t space, sent;
+        DWORD result;
+    } rows[] = {
+        {sizeof(value), 0, 0},
+        {4, 4, 0},
+        {4, 5, ERROR_INSUFFICIENT_BUFFER},
+        {1008, 1008, 0},
+        {sizeof(value), sizeof(value), 0},
+        {sizeof(value), 60000, ERROR_GEN_FAILURE},
+    };
+    for (const auto& row : rows) {
+        Server server(Value(row.sent));
+        memset(value, 0, sizeof(value));
+        size_t bytes = 77;
+        EXPECT_EQ(row.result, HelperRadioQuery(L"wlan0", 0x0D010217, std::span(value, row.space), bytes)) << row.sent;
+        EXPECT_EQ(row.result == 0 ? row.sent : 77, bytes);
+        EXPECT_EQ(row.result == 0 && row.sent > 0 ? 0x5A : 0, value[0]);
+        EXPECT_EQ(0, row.sent < sizeof(value) ? value[row.sent] : 0);
+    }
+}
+
+TEST(LinuxHelper, A_name_that_no_interface_has_is_not_sent) {
+    Server server(LeaseAnswer);
+    HelperLeaseState state;
+    size_t bytes = 0;
+    uint8_t value[4];
+    for (const char* name : {"", "-r", "a/b", "sixteen--letters", "{00000004-0000-0000-0000-000000000000}"}) {
+        EXPECT_FALSE(HelperLease(name, state)) << name;
+    }
+    for (const wchar_t* name : {L"", L"wl\x00E4n0", L"sixteen--letters"}) {
+        EXPECT_EQ(static_cast<DWORD>(ERROR_GEN_FAILURE), HelperRadioQuery(name, 1, value, bytes));
+        EXPECT_EQ(static_cast<DWORD>(ERROR_GEN_FAILURE), HelperRadioSet(name, 1, {}));
+    }
+    EXPECT_EQ(0, server.connections);
+    EXPECT_TRUE(HelperLease("eth0", state));
+}
+
+TEST(LinuxHelper, The_radios_name_and_driver_arrive_as_wide_text) {
+    const std::string longest(255, 'd');
+    Server server([&](const MessageHeader& header, const Bytes&) {
+        Bytes message(400);
+        message.resize(EncodeBindingAnswer(message, header, "wlan0", longest));
+        return message;
+    });
+    wchar_t name[kHelperNameUnits];
+    wchar_t description[kHelperNameUnits];
+    ASSERT_TRUE(HelperRadioBinding(name, description));
+    EXPECT_STREQ(L"wlan0", name);
+    EXPECT_EQ(kHelperNameUnits - 1, wcslen(description));
+}
