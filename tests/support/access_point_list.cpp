@@ -1,3 +1,5 @@
+// Entries are laid out as the NDIS interface gives them: an unaligned list of records of varying length.
+
 #include "tests/support/access_point_list.h"
 
 #include <algorithm>
