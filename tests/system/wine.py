@@ -63,8 +63,12 @@ class WineSession:
                           **self.environment}
 
     def close(self):
-        if os.path.isdir(self.folder):
-            _tool("remove", self.name)
+        if not os.path.isdir(self.folder):
+            return
+        _tool("stop", self.name)
+        # The server still writes the registry while it ends.
+        subprocess.run(["wineserver", "-w"], env={**os.environ, "WINEPREFIX": self.folder}, timeout=30)
+        _tool("remove", self.name)
 
     # Programs
 
