@@ -189,9 +189,9 @@ class ItemTest(unittest.TestCase):
         self.enter()
         logged, counted = self.start_and_rest()
         with self.subTest("down and up"):
-            self.net.ip("device", "link set eth0 down")
+            self.net.switch_device(False)
             time.sleep(LATE_TICK)
-            self.net.ip("device", "link set eth0 up")
+            self.net.switch_device(True)
             transfer(self.net, 10, "device", MIB)
             self.assert_logged_since(logged, counted)
         with self.subTest("deleted and made again under another index"):
