@@ -6,7 +6,7 @@ import unittest
 
 from network import Host, Network, wait_until
 from peers import MIB, Stream, transfer
-from wine import RECORD, SmallDisk, WineSession, read_log
+from wine import HOST, RECORD, SmallDisk, WineSession, read_log
 
 BOUND_SECONDS = 400
 TICK = 2.0
@@ -215,6 +215,13 @@ class ItemTest(unittest.TestCase):
             self.wait_for_growth()
         self.assert_logged_since((0, 0), (0, 0))
         self.assert_alive()
+
+    def test_the_library_is_loaded_and_unloaded_any_number_of_times(self):
+        self.enter()
+        for arguments in (["--reload", "50"], ["--size", "480x640", "--reload", "50"], ["--seconds", "3"]):
+            with self.subTest(arguments=arguments):
+                done = self.wine.run(HOST, *arguments)
+                self.assertEqual((done.returncode, done.stdout), (0, ""))
 
 
 if __name__ == "__main__":
