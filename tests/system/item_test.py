@@ -48,7 +48,12 @@ class ItemTest(unittest.TestCase):
     def wait_for_growth(self):
         """The sums after the next write of a log."""
         before = self.wine.logged()
-        return wait_until(lambda: (now := self.wine.logged()) != before and now, READY, "the log grows")
+
+        def grown():
+            self.assert_alive()
+            return (now := self.wine.logged()) != before and now
+
+        return wait_until(grown, READY, "the log grows")
 
     def wait_for_rest(self):
         """(logged, counted) that belong together: a whole tick has brought nothing new."""
