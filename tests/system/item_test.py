@@ -6,7 +6,7 @@ import unittest
 
 from network import Host, Network, wait_until
 from peers import MIB, Stream, transfer
-from wine import RECORD, SmallDisk, WineSession, read_log
+from wine import HOST, RECORD, SmallDisk, WineSession, read_log
 
 BOUND_SECONDS = 400
 TICK = 2.0
@@ -48,7 +48,12 @@ class ItemTest(unittest.TestCase):
     def wait_for_growth(self):
         """The sums after the next write of a log."""
         before = self.wine.logged()
-        return wait_until(lambda: (now := self.wine.logged()) != before and now, READY, "the log grows")
+
+        def grown():
+            self.assert_alive()
+            return (now := self.wine.logged()) != before and now
+
+        return wait_until(grown, READY, "the log grows")
 
     def wait_for_rest(self):
         """(logged, counted) that belong together: a whole tick has brought nothing new."""
@@ -189,9 +194,9 @@ class ItemTest(unittest.TestCase):
         self.enter()
         logged, counted = self.start_and_rest()
         with self.subTest("down and up"):
-            self.net.ip("device", "link set eth0 down")
+            self.net.switch_device(False)
             time.sleep(LATE_TICK)
-            self.net.ip("device", "link set eth0 up")
+            self.net.switch_device(True)
             transfer(self.net, 10, "device", MIB)
             self.assert_logged_since(logged, counted)
         with self.subTest("deleted and made again under another index"):
@@ -215,6 +220,13 @@ class ItemTest(unittest.TestCase):
             self.wait_for_growth()
         self.assert_logged_since((0, 0), (0, 0))
         self.assert_alive()
+
+    def test_the_library_is_loaded_and_unloaded_any_number_of_times(self):
+        self.enter()
+        for arguments in (["--reload", "50"], ["--size", "480x640", "--reload", "50"], ["--seconds", "3"]):
+            with self.subTest(arguments=arguments):
+                done = self.wine.run(HOST, *arguments)
+                self.assertEqual((done.returncode, done.stdout), (0, ""))
 
 
 if __name__ == "__main__":

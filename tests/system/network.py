@@ -211,17 +211,17 @@ class Network:
 
     def counters(self, place="device", link="eth0"):
         """The kernel's own octet counters of a link: (received, transmitted)."""
-        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", "-s", "link", "show", link], check=True,
-                               capture_output=True, text=True).stdout
-        statistics = json.loads(shown)[0]["stats64"]
+        statistics = self._ask_ip(place, "-s", "link", "show", link)[0]["stats64"]
         return statistics["rx"]["bytes"], statistics["tx"]["bytes"]
 
     def neighbour(self, number, place="device"):
         """The hardware address that a namespace's ARP table holds for a host, or an empty text."""
-        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", "neigh", "show", self.address(number)],
-                               check=True, capture_output=True, text=True).stdout
-        rows = json.loads(shown)
+        rows = self._ask_ip(place, "neigh", "show", self.address(number))
         return rows[0].get("lladdr", "") if rows else ""
+
+    def _ask_ip(self, place, *words):
+        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", *words], check=True, capture_output=True)
+        return json.loads(shown.stdout)
 
     # The device's adapter
 
@@ -231,12 +231,27 @@ class Network:
         self.ip("device", f"link add eth0 {chosen} address {self.device_mac} up type veth"
                           f" peer name pdevice netns {self.namespace('lan')}")
         self.ip("lan", "link set pdevice master bridge up")
+        self._wait_for_bridge()
         if self.device_number:
             self.ip("device", f"addr add {self.address('device')}/24 dev eth0",
                     f"route add default via {self.address('gateway')}")
 
     def detach_device(self):
         self.ip("lan", "link del pdevice")
+
+    def switch_device(self, up):
+        self.ip("device", f"link set eth0 {'up' if up else 'down'}")
+        if up:
+            self._wait_for_bridge()
+
+    def _wait_for_bridge(self):
+        """The bridge hears of a link that came up a moment later, and drops what comes before."""
+
+        def forwards():
+            links = self._ask_ip("lan", "-d", "link", "show", "master", "bridge")
+            return all(link["linkinfo"]["info_slave_data"]["state"] == "forwarding" for link in links)
+
+        wait_until(forwards, 10, "the bridge forwards")
 
     # Behaviours, also changed later
 

@@ -63,8 +63,17 @@ class WineSession:
                           **self.environment}
 
     def close(self):
-        if os.path.isdir(self.folder):
-            _tool("remove", self.name)
+        if not os.path.isdir(self.folder):
+            return
+        _tool("stop", self.name)
+
+        def removed():
+            # Server and programs still write a little while they end.
+            shutil.rmtree(self.folder, ignore_errors=True)
+            return not os.path.isdir(self.folder)
+
+        network.wait_until(removed, 20, f"{self.folder} is gone", 0.1)
+        os.unlink(f"{self.folder}.lock")
 
     # Programs
 
@@ -153,8 +162,12 @@ class SmallDisk:
 
 def _remove_remains():
     """Deletes the prefixes of networks that are gone."""
-    for folder in glob.glob(f"{ROOT}/build/wine*/system-*"):
-        prefix = os.path.basename(folder).removeprefix("system-").rsplit("-", 1)[0] + "-"
-        if os.path.isdir(folder) and not os.path.exists(f"{network.LOCKS}/{prefix}"):
-            subprocess.run(["umount", "-l", f"{folder}/{DATA_FOLDER}"], stderr=subprocess.DEVNULL)
-            shutil.rmtree(folder, ignore_errors=True)
+    for path in glob.glob(f"{ROOT}/build/wine*/system-*"):
+        prefix = os.path.basename(path).removeprefix("system-").rsplit("-", 1)[0] + "-"
+        if os.path.exists(f"{network.LOCKS}/{prefix}"):
+            continue
+        if os.path.isdir(path):
+            subprocess.run(["umount", "-l", f"{path}/{DATA_FOLDER}"], stderr=subprocess.DEVNULL)
+            shutil.rmtree(path, ignore_errors=True)
+        else:
+            os.unlink(path)
