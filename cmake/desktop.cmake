@@ -3,7 +3,7 @@
 # CMake would add the C++ runtime library behind C++ objects even where the C driver links.
 set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 
-set(system_libraries comctl32 gdi32 user32 advapi32 shell32 ws2_32 iphlpapi wininet ole32 uuid)
+set(system_libraries comctl32 gdi32 user32 advapi32 shell32 ws2_32 iphlpapi ole32 uuid)
 
 # The screen side of the boundary (the Today host's frame) also serves the UI tests; the services below it are replaced by
 # scripted ones there.

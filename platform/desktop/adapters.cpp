@@ -41,20 +41,21 @@ AdapterRank RankAdapter(const IP_ADAPTER_INFO& adapter, DWORD defaultRoute) {
     return hasAddress ? AdapterRank::HasAddress : AdapterRank::NoAddress;
 }
 
-DWORD CorrectAdapters(IP_ADAPTER_INFO* list) {
+// The adapters that are up, in order. ERROR_NO_DATA when none is.
+DWORD KeepUpAdapters(IP_ADAPTER_INFO* list) {
     const DWORD defaultRoute = DefaultRouteInterface();
     for (IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
         adapter->ComboIndex = static_cast<DWORD>(RankAdapter(*adapter, defaultRoute));
     }
-    if (!ArrangeAdapters(list)) {
-        return ERROR_NO_DATA;
-    }
+    return ArrangeAdapters(list) ? NO_ERROR : ERROR_NO_DATA;
+}
+
+void CorrectAdapters(IP_ADAPTER_INFO* list) {
     for (IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
         adapter->Type = HandheldType(adapter->Type);
         adapter->CurrentIpAddress = &adapter->IpAddressList;
         CorrectLease(*adapter);
     }
-    return NO_ERROR;
 }
 
 // "\DEVICE\TCPIP_{...}" becomes "{...}", the form of an adapter name.
@@ -69,37 +70,43 @@ void StripDevicePrefix(IP_ADAPTER_INDEX_MAP& entry) {
 }  // namespace
 
 DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
-    constexpr ULONG kRoomForNewcomers = 2 * sizeof(IP_ADAPTER_INFO);
-    const DWORD result = ::GetAdaptersInfo(list, bytes);
+    constexpr ULONG kRoomForNewcomers = 16 * sizeof(IP_ADAPTER_INFO);
+    DWORD result = ::GetAdaptersInfo(list, bytes);
     if (result == ERROR_BUFFER_OVERFLOW) {
         *bytes += kRoomForNewcomers;
+    } else if (result == NO_ERROR) {
+        result = KeepUpAdapters(list);
+        if (result == NO_ERROR) {
+            CorrectAdapters(list);
+        }
     }
-    return result == NO_ERROR ? CorrectAdapters(list) : result;
+    return result;
 }
 
 DWORD GetNumberOfInterfaces(DWORD* count) {
     ULONG bytes = 0;
     *count = 0;
-    if (platform::GetAdaptersInfo(nullptr, &bytes) != ERROR_BUFFER_OVERFLOW) {
-        return NO_ERROR;
+    DWORD result = platform::GetAdaptersInfo(nullptr, &bytes);
+    if (result != ERROR_BUFFER_OVERFLOW) {
+        return result == ERROR_NO_DATA ? NO_ERROR : result;
     }
     const ScopedMemory memory(bytes);
     auto* list = memory.As<IP_ADAPTER_INFO>();
     if (list == nullptr) {
         return ERROR_NOT_ENOUGH_MEMORY;
     }
-    const DWORD result = platform::GetAdaptersInfo(list, &bytes);
-    if (result != NO_ERROR) {
-        return result == ERROR_NO_DATA ? NO_ERROR : result;
+    result = ::GetAdaptersInfo(list, &bytes);
+    if (result == NO_ERROR) {
+        result = KeepUpAdapters(list);
     }
-    for (const IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
+    for (const IP_ADAPTER_INFO* adapter = list; result == NO_ERROR && adapter != nullptr; adapter = adapter->Next) {
         ++*count;
     }
-    return NO_ERROR;
+    return result == ERROR_NO_DATA ? NO_ERROR : result;
 }
 
 DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
-    constexpr ULONG kRoomForNewcomers = 2 * sizeof(IP_ADAPTER_INDEX_MAP);
+    constexpr ULONG kRoomForNewcomers = 16 * sizeof(IP_ADAPTER_INDEX_MAP);
     const DWORD result = ::GetInterfaceInfo(table, bytes);
     if (result == ERROR_INSUFFICIENT_BUFFER) {
         *bytes += kRoomForNewcomers;

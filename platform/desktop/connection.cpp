@@ -3,11 +3,28 @@
 
 #include "platform/connection.h"
 
-#include <wininet.h>
-
 #include <iterator>
 
+#include "platform/desktop/internet_library.h"
+#include "platform/desktop/proxy_list.h"
+#include "platform/format_text.h"
+
 namespace platform {
+namespace {
+
+bool FillProxy(const wchar_t* servers, ProxyRecord& proxy) {
+    static_assert(sizeof(wchar_t) == sizeof(proxy.szProxyServer[0]));
+    wchar_t host[kProxyHostUnits];
+    WORD port = 0;
+    if (!FindHttpProxy(servers, host, &port)) {
+        return false;
+    }
+    FormatText(std::span<wchar_t>(reinterpret_cast<wchar_t*>(proxy.szProxyServer), std::size(proxy.szProxyServer)),
+               L"%s:%d", host, port);
+    return true;
+}
+
+}  // namespace
 
 HRESULT ConnMgrEstablishConnection(const ConnectionRequest&, HANDLE* connection) {
     *connection = CreateEventW(nullptr, TRUE, TRUE, nullptr);  // signalled: there is nothing to wait for
@@ -33,21 +50,16 @@ HRESULT QueryProxy(HANDLE, ProxyRecord* proxy) {
     list.dwOptionCount = 2;
     list.pOptions = options;
     DWORD bytes = sizeof(list);
-    if (!::InternetQueryOptionW(nullptr, INTERNET_OPTION_PER_CONNECTION_OPTION, &list, &bytes)) {
+    InternetLibrary library;
+    if (!FindInternetLibrary(library) ||
+        !library.queryOption(nullptr, INTERNET_OPTION_PER_CONNECTION_OPTION, &list, &bytes)) {
         return E_NOINTERFACE;
     }
-    wchar_t* const server = options[1].Value.pszValue;
-    HRESULT result = E_NOINTERFACE;
-    if (server != nullptr) {
-        const size_t length = wcslen(server);
-        if ((options[0].Value.dwValue & PROXY_TYPE_PROXY) != 0 && length != 0 &&
-            length < std::size(proxy->szProxyServer)) {
-            memcpy(proxy->szProxyServer, server, (length + 1) * sizeof(wchar_t));
-            result = S_OK;
-        }
-        GlobalFree(server);
-    }
-    return result;
+    wchar_t* const servers = options[1].Value.pszValue;
+    const bool inUse = (options[0].Value.dwValue & PROXY_TYPE_PROXY) != 0 && servers != nullptr;
+    const bool found = inUse && FillProxy(servers, *proxy);
+    GlobalFree(servers);
+    return found ? S_OK : E_NOINTERFACE;
 }
 
 }  // namespace platform

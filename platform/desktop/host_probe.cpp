@@ -58,7 +58,7 @@ bool CanReachHost(const wchar_t* host, WORD port) {
 }
 
 bool CanReachProxy(const wchar_t* proxyList) {
-    wchar_t host[256];
+    wchar_t host[kProxyHostUnits];
     WORD port = 0;
     return !FindHttpProxy(proxyList, host, &port) || CanReachHost(host, port);
 }

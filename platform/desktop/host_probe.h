@@ -8,8 +8,7 @@ namespace platform {
 // Connects and hangs up again; waits at most 3 s for the connection, behind however long the name's resolution takes.
 bool CanReachHost(const wchar_t* host, WORD port);
 
-// The same for the HTTP proxy of a proxy list: "host", "host:port", "http://host:port", "http=host:port;https=...".
-// True where the list names none for HTTP.
+// The same for the HTTP proxy of a proxy list (proxy_list.h). True where the list names none.
 bool CanReachProxy(const wchar_t* proxyList);
 
 }  // namespace platform

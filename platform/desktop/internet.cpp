@@ -4,12 +4,11 @@
 
 #include "platform/connection.h"
 
-#include <wininet.h>
-
 #include <algorithm>
 
 #include "platform/atomics.h"
 #include "platform/desktop/host_probe.h"
+#include "platform/desktop/internet_library.h"
 #include "platform/desktop/wine.h"
 #include "platform/scoped.h"
 
@@ -24,6 +23,7 @@ constexpr DWORD kMaxBodyBytes = 16384;
 struct Exchange {
     volatile int32_t owners;
     volatile int32_t abandoned;
+    volatile int32_t reached;  // the server is there: it has earned more patience
     DWORD accessType;
     DWORD flags;
     DWORD_PTR context;
@@ -67,14 +67,15 @@ void Release(Exchange* exchange) {
 }
 
 struct ScopedInternet {
+    const InternetLibrary& library;
     HINTERNET handle;
 
-    explicit ScopedInternet(HINTERNET owned) : handle(owned) {}
+    ScopedInternet(const InternetLibrary& of, HINTERNET owned) : library(of), handle(owned) {}
     ScopedInternet(const ScopedInternet&) = delete;
     ScopedInternet& operator=(const ScopedInternet&) = delete;
     ~ScopedInternet() {
         if (handle != nullptr) {
-            ::InternetCloseHandle(handle);
+            library.closeHandle(handle);
         }
     }
 
@@ -83,16 +84,16 @@ struct ScopedInternet {
         DWORD timeoutMs = 5000;
         for (const DWORD option :
              {INTERNET_OPTION_CONNECT_TIMEOUT, INTERNET_OPTION_SEND_TIMEOUT, INTERNET_OPTION_RECEIVE_TIMEOUT}) {
-            ::InternetSetOptionW(handle, option, &timeoutMs, sizeof(timeoutMs));
+            library.setOption(handle, option, &timeoutMs, sizeof(timeoutMs));
         }
     }
 };
 
-bool ReadBody(Exchange& exchange, HINTERNET request) {
+bool ReadBody(Exchange& exchange, const ScopedInternet& request) {
     while (exchange.bodyBytes < kMaxBodyBytes && AtomicLoad(&exchange.abandoned) == 0) {
         DWORD read = 0;
-        if (!::InternetReadFile(request, exchange.body + exchange.bodyBytes, kMaxBodyBytes - exchange.bodyBytes,
-                                &read)) {
+        if (!request.library.readFile(request.handle, exchange.body + exchange.bodyBytes,
+                                      kMaxBodyBytes - exchange.bodyBytes, &read)) {
             return false;
         }
         if (read == 0) {
@@ -103,19 +104,27 @@ bool ReadBody(Exchange& exchange, HINTERNET request) {
     return true;
 }
 
+// Under Wine the library would wait for minutes for a server that swallows packets.
+bool CanReachServer(const Exchange& exchange) {
+    return !IsWine() ||
+           (exchange.proxy[0] != 0 ? CanReachProxy(exchange.proxy) : CanReachHost(exchange.host, exchange.port));
+}
+
 bool RunExchange(Exchange& exchange) {
-    const wchar_t* proxy = exchange.proxy[0] != 0 ? exchange.proxy : nullptr;
-    if (IsWine() && !(proxy != nullptr ? CanReachProxy(proxy) : CanReachHost(exchange.host, exchange.port))) {
+    InternetLibrary library;
+    if (!FindInternetLibrary(library) || !CanReachServer(exchange)) {
         return false;
     }
-    const ScopedInternet session(::InternetOpenW(exchange.agent, exchange.accessType, proxy, nullptr, 0));
+    AtomicExchange(&exchange.reached, 1);
+    const wchar_t* proxy = exchange.proxy[0] != 0 ? exchange.proxy : nullptr;
+    const ScopedInternet session(library, library.open(exchange.agent, exchange.accessType, proxy, nullptr, 0));
     const ScopedInternet connection(
-        ::InternetConnectW(session.handle, exchange.host, exchange.port, L"", L"", INTERNET_SERVICE_HTTP, 0, 0));
+        library, library.connect(session.handle, exchange.host, exchange.port, L"", L"", INTERNET_SERVICE_HTTP, 0, 0));
     connection.LimitWaits();
-    const ScopedInternet request(::HttpOpenRequestW(connection.handle, nullptr, exchange.path, nullptr, nullptr,
-                                                    nullptr, exchange.flags, exchange.context));
+    const ScopedInternet request(library, library.openRequest(connection.handle, nullptr, exchange.path, nullptr,
+                                                              nullptr, nullptr, exchange.flags, exchange.context));
     request.LimitWaits();
-    return ::HttpSendRequestW(request.handle, nullptr, 0, nullptr, 0) && ReadBody(exchange, request.handle);
+    return library.sendRequest(request.handle, nullptr, 0, nullptr, 0) && ReadBody(exchange, request);
 }
 
 DWORD WINAPI ExchangeThread(void* parameter) {
@@ -139,6 +148,13 @@ HANDLE StartThread(Exchange* exchange) {
         FreeLibrary(exchange->module);
     }
     return thread;
+}
+
+bool EndsInTime(HANDLE thread, Exchange& exchange) {
+    constexpr DWORD kReachServerMs = 4000;  // name and connection
+    constexpr DWORD kAnswerMs = 6000;
+    return WaitForSingleObject(thread, kReachServerMs) == WAIT_OBJECT_0 ||
+           (AtomicLoad(&exchange.reached) != 0 && WaitForSingleObject(thread, kAnswerMs) == WAIT_OBJECT_0);
 }
 
 }  // namespace
@@ -184,22 +200,18 @@ void* HttpOpenRequestW(void* connection, const wchar_t* path, DWORD flags, DWORD
 }
 
 bool HttpSendRequestW(void* request) {
-    constexpr DWORD kLongestExchangeMs = 10000;
     auto* exchange = static_cast<Exchange*>(request);
     const ScopedHandle thread(StartThread(exchange));
-    if (!thread.IsOpen()) {
-        return false;
+    if (thread.IsOpen() && EndsInTime(thread.handle, *exchange)) {
+        return exchange->answered;
     }
-    if (WaitForSingleObject(thread.handle, kLongestExchangeMs) != WAIT_OBJECT_0) {
-        AtomicExchange(&exchange->abandoned, 1);
-        return false;
-    }
-    return exchange->answered;
+    AtomicExchange(&exchange->abandoned, 1);
+    return false;
 }
 
 bool InternetReadFile(void* request, void* buffer, DWORD bytes, DWORD* read) {
     auto* exchange = static_cast<Exchange*>(request);
-    if (!exchange->answered || AtomicLoad(&exchange->abandoned) != 0) {
+    if (AtomicLoad(&exchange->abandoned) != 0 || !exchange->answered) {
         return false;
     }
     *read = std::min(bytes, exchange->bodyBytes - exchange->bodyRead);

@@ -3,16 +3,18 @@
 #include "platform/desktop/lease.h"
 
 #include "platform/adapters.h"
+#include "platform/desktop/linux_helper.h"
 #include "platform/desktop/wine.h"
+#include "platform/format_text.h"
 #include "platform/scoped.h"
 
 namespace platform {
 namespace {
 
-using LeaseCall = DWORD(WINAPI*)(IP_ADAPTER_INDEX_MAP*);
+using SystemCall = DWORD(WINAPI*)(IP_ADAPTER_INDEX_MAP*);
 
 // The system's calls want the interface's name in the system's own form, which the program never sees.
-DWORD CallByIndex(LeaseCall call, ULONG index) {
+DWORD CallSystem(SystemCall call, ULONG index) {
     ULONG bytes = 0;
     if (const DWORD result = ::GetInterfaceInfo(nullptr, &bytes); result != ERROR_INSUFFICIENT_BUFFER) {
         return result;
@@ -33,22 +35,53 @@ DWORD CallByIndex(LeaseCall call, ULONG index) {
     return ERROR_FILE_NOT_FOUND;
 }
 
+// Wine describes an interface by its Linux name.
+DWORD CallHelper(DWORD (*call)(const char* interfaceName), ULONG index) {
+    MIB_IFROW row = {};
+    row.dwIndex = index;
+    if (const DWORD result = ::GetIfEntry(&row); result != NO_ERROR) {
+        return result;
+    }
+    char name[sizeof(row.bDescr) + 1] = {};
+    memcpy(name, row.bDescr, sizeof(row.bDescr));
+    return call(name);
+}
+
+// An unknown address is an empty text.
+void SetAddress(IP_ADDR_STRING& field, uint32_t address) {
+    field.IpAddress.String[0] = 0;
+    if (address != 0) {
+        FormatText(std::span<char>(field.IpAddress.String), "%d.%d.%d.%d", address >> 24, address >> 16 & 0xFF,
+                   address >> 8 & 0xFF, address & 0xFF);
+    }
+}
+
 }  // namespace
 
 void CorrectLease(IP_ADAPTER_INFO& adapter) {
     if (!IsWine()) {
         return;
     }
-    adapter.DhcpEnabled = FALSE;
-    adapter.HaveWins = FALSE;
+    HelperLeaseState state;
+    // Asking costs milliseconds, and only Ethernet adapters are ever shown.
+    if (adapter.Type == MIB_IF_TYPE_ETHERNET) {
+        HelperLease(adapter.Description, state);
+    }
+    adapter.DhcpEnabled = state.dhcp;
+    SetAddress(adapter.DhcpServer, state.server);
+    adapter.LeaseObtained = state.obtained;
+    adapter.LeaseExpires = state.expires;
+    adapter.HaveWins = state.winsPrimary != 0;
+    SetAddress(adapter.PrimaryWinsServer, state.winsPrimary);
+    SetAddress(adapter.SecondaryWinsServer, state.winsSecondary);
 }
 
 DWORD IpReleaseAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    return IsWine() ? ERROR_NOT_SUPPORTED : CallByIndex(::IpReleaseAddress, adapter->Index);
+    return IsWine() ? CallHelper(HelperRelease, adapter->Index) : CallSystem(::IpReleaseAddress, adapter->Index);
 }
 
 DWORD IpRenewAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    return IsWine() ? ERROR_NOT_SUPPORTED : CallByIndex(::IpRenewAddress, adapter->Index);
+    return IsWine() ? CallHelper(HelperRenew, adapter->Index) : CallSystem(::IpRenewAddress, adapter->Index);
 }
 
 }  // namespace platform

@@ -50,7 +50,7 @@ bool ReadPort(std::wstring_view digits, WORD* port) {
 
 }  // namespace
 
-bool FindHttpProxy(const wchar_t* list, wchar_t (&host)[256], WORD* port) {
+bool FindHttpProxy(const wchar_t* list, wchar_t (&host)[kProxyHostUnits], WORD* port) {
     std::wstring_view rest = list;
     for (std::wstring_view entry = TakeEntry(rest); !entry.empty(); entry = TakeEntry(rest)) {
         RemovePrefix(entry, L"http=");
