@@ -127,16 +127,6 @@ TEST(AdapterDetails, The_first_ethernet_adapter_becomes_the_monitored_one) {
     EXPECT_STREQ(stored, L"{wifi}");
 }
 
-TEST(AdapterDetails, A_name_that_had_to_be_chosen_is_stored_without_its_terminator) {
-    DetailsOf(FullAdapter());
-    HKEY key = nullptr;
-    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kItemKey, 0, KEY_READ, &key), ERROR_SUCCESS);
-    DWORD bytes = 0;
-    EXPECT_EQ(RegQueryValueExW(key, L"Adapter", nullptr, nullptr, nullptr, &bytes), ERROR_SUCCESS);
-    RegCloseKey(key);
-    EXPECT_EQ(bytes, 5 * sizeof(wchar_t));
-}
-
 TEST(AdapterDetails, Without_an_ethernet_adapter_only_an_unchosen_name_is_worth_a_message) {
     const scripted::Adapter tunnel = {.name = "{tun}", .type = 1};
     EXPECT_STREQ(DetailsOf(tunnel).title, L"No adapter is available.");

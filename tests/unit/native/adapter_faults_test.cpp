@@ -1,10 +1,11 @@
-// The adapter and DHCP readings without memory, and lease times across time zones.
+// The adapter and DHCP readings without memory or registry, and lease times across time zones.
 
 #include <gtest/gtest.h>
 
 #include "adapters/adapter_details.h"
 #include "adapters/dhcp_info.h"
 #include "item/item_state.h"
+#include "item/settings.h"
 #include "tests/fakes/fakes.h"
 #include "tests/fakes/scripted_platform.h"
 
@@ -35,6 +36,19 @@ TEST(AdapterFaults, A_registry_that_refuses_to_store_the_chosen_name_changes_not
     AdapterDetails details;
     ReadAdapterDetails(false, details);
     EXPECT_STREQ(details.address, L"192.168.7.33");
+}
+
+// A registry of the real system counts a terminator that it finds behind the text.
+TEST(AdapterFaults, A_name_that_had_to_be_chosen_is_stored_without_its_terminator) {
+    scripted::system.adapters = {{.name = "{eth}"}};
+    AdapterDetails details;
+    ReadAdapterDetails(false, details);
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kItemKey, 0, KEY_READ, &key), ERROR_SUCCESS);
+    DWORD bytes = 0;
+    EXPECT_EQ(RegQueryValueExW(key, L"Adapter", nullptr, nullptr, nullptr, &bytes), ERROR_SUCCESS);
+    RegCloseKey(key);
+    EXPECT_EQ(bytes, 5 * sizeof(wchar_t));
 }
 
 TEST(DhcpTimes, Are_shifted_by_the_standard_bias_and_wrap) {
