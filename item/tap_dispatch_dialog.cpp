@@ -4,6 +4,8 @@
 #include "adapters/dhcp_dialog.h"
 #include "charts/live_graph_dialog.h"
 #include "charts/usage_dialog.h"
+#include "diagnostics/detector_dialog.h"
+#include "diagnostics/ping_dialog.h"
 #include "item/item_state.h"
 #include "item/tap_dispatch.h"
 #include "platform/dialogs.h"
@@ -29,6 +31,8 @@ constexpr DialogEntry kDialogs[] = {
     {IDD_WIRELESS_DETAILS, WirelessDetailsDlgProc},
     {IDD_USAGE, UsageDlgProc},
     {IDD_LIVE_GRAPH, LiveGraphDlgProc},
+    {IDD_PING, PingDlgProc},
+    {IDD_DETECTOR, DetectorDlgProc},
 };
 
 DLGPROC FindProcedure(int templateId) {

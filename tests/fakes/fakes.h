@@ -45,6 +45,9 @@ struct ShownMessage {
 extern std::vector<ShownMessage> shownMessages;
 void AnswerMessagesWith(int button);
 
+// Waits until no worker runs any more; false after the time-out.
+bool WaitForWorkers(int seconds);
+
 // For the implementations: counts a call and tells whether it is scripted to fail.
 bool IsScriptedToFail(const char* function);
 
