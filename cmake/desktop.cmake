@@ -40,4 +40,10 @@ if(host_sources)
     set_source_files_properties(host/todayhost.rc PROPERTIES COMPILE_OPTIONS "-I${CMAKE_SOURCE_DIR}")
     target_link_libraries(todayhost PRIVATE quorvane_flags ${system_libraries})
     target_link_options(todayhost PRIVATE -static -municode)
+
+    # The control panel that the strip's last two icons start.
+    add_executable(ctlpnl WIN32 host/ctlpnl/main.cpp)
+    target_link_libraries(ctlpnl PRIVATE quorvane_flags ${system_libraries})
+    target_link_options(ctlpnl PRIVATE -static -municode)
+    add_dependencies(todayhost ctlpnl)
 endif()

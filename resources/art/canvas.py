@@ -88,13 +88,13 @@ class Picture:
     def disc(self, x, y, radius, fill="none", stroke=None, width=2):
         self.shape("circle", f'cx="{x}" cy="{y}" r="{radius}"', fill, stroke, width)
 
-    def pixels(self, rows, x=0, y=0, haloed=""):
-        """Rows of ink letters, top first. Pixels of the inks in haloed get a white contour wherever nothing else is
-        drawn: it keeps them visible on a ground of their own colour."""
+    def pixels(self, rows, x=0, y=0, haloed="", halo=WHITE):
+        """Rows of ink letters, top first. Pixels of the inks in haloed get a contour wherever nothing else is drawn:
+        it keeps them visible on a ground of their own colour."""
         cells = {(x + i, y + j): ink for j, row in enumerate(rows) for i, ink in enumerate(row) if ink != "."}
         thin = [at for at, ink in cells.items() if ink in haloed]
         around = {(i + dx, j + dy) for i, j in thin for dx, dy in ((1, 0), (-1, 0), (0, 1), (0, -1))}
-        self.runs({at: WHITE for at in around if at not in cells})
+        self.runs({at: halo for at in around if at not in cells})
         self.runs({at: INKS[ink] for at, ink in cells.items()})
 
     def runs(self, cells):

@@ -1,6 +1,6 @@
 """Everything that shows a signal level: the strip's icon, the taskbar's icon and the scanner's images."""
 
-from canvas import BLUE, GREEN, GREY, ORANGE, OUTLINE, RED, SKY, WHITE, YELLOW, Picture
+from canvas import BLUE, GREEN, GREY, ORANGE, OUTLINE, RED, SKY, SLATE, WHITE, YELLOW, Picture
 
 LIME = "#62e62e"
 # By number of bars that stand for the level. Every colour stays itself in the 16 of a default image list.
@@ -42,27 +42,25 @@ def large_strip_signal(level):
 
 
 def traffic(level, sending, receiving):
-    """Bars with, above them, an arrow up at the left edge for sent data and an arrow down beside it for received."""
+    """Bars with, above them, an arrow up at the left edge for sent data and an arrow down beside it for received. An
+    arrow at rest is grey but there: each icon is painted over the one before it and must hide all of that."""
     picture = Picture(16, 16)
     staircase(picture, 3, 16, (12, 10, 7, 1), 2, level)
-    if sending:
-        picture.pixels(SENT, 0, 0, "R")
-    if receiving:
-        picture.pixels(RECEIVED, 6, 0, "B")
+    for rows, x, active in ((SENT, 0, sending), (RECEIVED, 6, receiving)):
+        if not active:
+            rows = [row.replace("R", "D").replace("B", "D") for row in rows]
+        picture.pixels(rows, x, 0, "RBD", WHITE if active else GREY)
     return picture
 
 
 def large_traffic(level, sending, receiving):
     picture = Picture(32, 32)
     staircase(picture, 3, 32, (25, 19, 13, 3), 6, level)
-    arrows = []
-    if sending:
-        arrows.append(("M6 1L11 6.5H8V11H4V6.5H1Z", RED))
-    if receiving:
-        arrows.append(("M17 11L22 5.5H19V1H15V5.5H12Z", BLUE))
-    for d, colour in arrows:
-        picture.path(d, WHITE, WHITE, 2, 'stroke-linejoin="round"')
-        picture.path(d, colour)
+    arrows = (("M6 1L11 6.5H8V11H4V6.5H1Z", RED, sending), ("M17 11L22 5.5H19V1H15V5.5H12Z", BLUE, receiving))
+    for d, colour, active in arrows:
+        halo = WHITE if active else GREY
+        picture.path(d, halo, halo, 2, 'stroke-linejoin="round"')
+        picture.path(d, colour if active else SLATE)
     return picture
 
 
