@@ -7,6 +7,7 @@
 
 #include "platform/desktop/adapter_order.h"
 #include "platform/desktop/lease.h"
+#include "platform/desktop/wine.h"
 #include "platform/scoped.h"
 
 namespace platform {
@@ -30,8 +31,22 @@ DWORD DefaultRouteInterface() {
     return ::GetBestRoute(INADDR_ANY, INADDR_ANY, &route) == NO_ERROR ? route.dwForwardIfIndex : kNone;
 }
 
-AdapterRank RankAdapter(const IP_ADAPTER_INFO& adapter, DWORD defaultRoute) {
-    if (!IsUp(adapter.Index)) {
+// Wine keeps an interface that is gone: with no MTU and no traffic, and as the first of its name if one of that name
+// (its description) comes back, under whatever index. It then stands for the new one, and the later ones are its
+// shadows.
+bool IsGone(const MIB_IFROW& row) {
+    return row.dwMtu == 0 && IsWine();
+}
+
+bool IsShadow(const IP_ADAPTER_INFO& adapter, const IP_ADAPTER_INFO* list) {
+    while (list != &adapter && strcmp(list->Description, adapter.Description) != 0) {
+        list = list->Next;
+    }
+    return list != &adapter && IsWine();
+}
+
+AdapterRank RankAdapter(const IP_ADAPTER_INFO& adapter, const IP_ADAPTER_INFO* list, DWORD defaultRoute) {
+    if (!IsUp(adapter.Index) || IsShadow(adapter, list)) {
         return AdapterRank::Down;
     }
     if (adapter.Index == defaultRoute) {
@@ -45,7 +60,7 @@ AdapterRank RankAdapter(const IP_ADAPTER_INFO& adapter, DWORD defaultRoute) {
 DWORD KeepUpAdapters(IP_ADAPTER_INFO* list) {
     const DWORD defaultRoute = DefaultRouteInterface();
     for (IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
-        adapter->ComboIndex = static_cast<DWORD>(RankAdapter(*adapter, defaultRoute));
+        adapter->ComboIndex = static_cast<DWORD>(RankAdapter(*adapter, list, defaultRoute));
     }
     return ArrangeAdapters(list) ? NO_ERROR : ERROR_NO_DATA;
 }
@@ -121,18 +136,15 @@ DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
 
 DWORD GetIfEntry(MIB_IFROW* row) {
     const DWORD result = ::GetIfEntry(row);
-    if (result == NO_ERROR) {
-        row->dwType = HandheldType(row->dwType);
+    if (result != NO_ERROR) {
+        return result;
     }
-    return result;
+    row->dwType = HandheldType(row->dwType);
+    return IsGone(*row) ? ERROR_FILE_NOT_FOUND : NO_ERROR;
 }
 
 DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* bytes) {
-    const DWORD result = ::GetPerAdapterInfo(interfaceIndex, info, bytes);
-    if (result == NO_ERROR) {
-        info->CurrentDnsServer = nullptr;  // Wine leaves an address of nowhere in it
-    }
-    return result;
+    return ::GetPerAdapterInfo(interfaceIndex, info, bytes);
 }
 
 }  // namespace platform
