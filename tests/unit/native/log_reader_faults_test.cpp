@@ -119,7 +119,7 @@ TEST(TrafficHistory, Charts_tables_and_exports_agree_with_an_independent_sum) {
                    range.to.year, range.to.month, range.to.day);
         EXPECT_TRUE(ExportTraffic(DataPath(file).c_str(), range));
     }
-    const auto script = std::filesystem::path(__FILE__).parent_path() / "../../support/check_traffic_history.py";
+    const auto script = std::filesystem::path(QUORVANE_SOURCE_DIR) / "tests/support/check_traffic_history.py";
     EXPECT_EQ(std::system(("python3 " + script.string() + " " + root.string()).c_str()), 0);
 }
 
