@@ -146,7 +146,7 @@ TEST(HelperProtocol, A_lease_answer_arrives_whole_or_not_at_all) {
 }
 
 TEST(HelperProtocol, A_binding_answer_carries_two_texts_and_a_real_name) {
-    for (const std::string_view name : {"wlan0", "bad/name"}) {
+    for (const std::string_view name : {std::string_view("wlan0"), std::string_view("bad/name")}) {
         Bytes message(100);
         message.resize(EncodeBindingAnswer(message, {0, 4, 1}, name, "iwlwifi"));
         std::string_view gotName;
