@@ -2,8 +2,8 @@
 
 #include "platform/desktop/proxy_list.h"
 
-#include <iterator>
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace platform {

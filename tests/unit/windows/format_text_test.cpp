@@ -8,13 +8,13 @@
 
 namespace {
 
-#define EXPECT_SAME_TEXT(format, ...)                         \
-    {                                                         \
-        wchar_t ours[256];                                    \
-        wchar_t theirs[256] = {};                             \
-        FormatText(ours, format, __VA_ARGS__);                \
-        _snwprintf(theirs, 255, format, __VA_ARGS__);         \
-        EXPECT_EQ(std::wstring(ours), std::wstring(theirs));  \
+#define EXPECT_SAME_TEXT(format, ...)                        \
+    {                                                        \
+        wchar_t ours[256];                                   \
+        wchar_t theirs[256] = {};                            \
+        FormatText(ours, format, __VA_ARGS__);               \
+        _snwprintf(theirs, 255, format, __VA_ARGS__);        \
+        EXPECT_EQ(std::wstring(ours), std::wstring(theirs)); \
     }
 
 TEST(FormatTextOnWindows, Writes_what_the_platform_writes) {
