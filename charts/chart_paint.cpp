@@ -36,7 +36,8 @@ void DrawChartImage(HDC context, const ChartImage& image) {
 
 void DrawChartText(HDC context, const ChartText& text, UINT format) {
     RECT area = text.area;
-    DrawTextW(context, text.text, -1, &area, format);
+    // The widest counts and labels reach a few pixels into the empty space beside their rectangles.
+    DrawTextW(context, text.text, -1, &area, format | DT_NOCLIP);
 }
 
 void DrawChartLine(HDC context, HPEN pen, int x, int foot, int top) {

@@ -7,6 +7,7 @@
 #include "item/dialog_placement.h"
 #include "item/item_state.h"
 #include "platform/controls.h"
+#include "platform/date_picker.h"
 #include "platform/dialogs.h"
 #include "resources/resource_ids.h"
 #include "trafficlog/export_dialog.h"
@@ -17,7 +18,7 @@ UsageView view;
 
 void SetDateFormat(HWND dialog) {
     const wchar_t* format = view.mode == UsageMode::Hourly ? L"MMM' 'd','yyy" : L"MMM','yyy";
-    SendDlgItemMessageW(dialog, IDC_USAGE_DATE, DTM_SETFORMATW, 0, reinterpret_cast<LPARAM>(format));
+    platform::SetDateFormat(GetDlgItem(dialog, IDC_USAGE_DATE), format);
 }
 
 void SetDateToToday(HWND dialog) {

@@ -7,7 +7,7 @@ set(system_libraries comctl32 gdi32 user32 advapi32 shell32 ws2_32 iphlpapi ole3
 
 # The screen side of the boundary (the Today host's frame) also serves the UI tests; the services below it are replaced by
 # scripted ones there.
-set(screen_names screen shell dialogs template_scale icons atomics worker property_sheet)
+set(screen_names screen shell dialogs date_picker template_scale icons atomics worker wine property_sheet)
 file(GLOB desktop_sources CONFIGURE_DEPENDS platform/desktop/*.cpp)
 set(screen_sources ${desktop_sources})
 string(REPLACE ";" "|" screen_pattern "${screen_names}")

@@ -4,6 +4,7 @@
 
 #include "item/dialog_placement.h"
 #include "platform/controls.h"
+#include "platform/date_picker.h"
 #include "platform/format_text.h"
 #include "platform/shell.h"
 #include "resources/resource_ids.h"
@@ -23,7 +24,7 @@ ExportDialog state;
 void SetPickerToToday(HWND dialog, int picker) {
     SYSTEMTIME now = {};
     GetLocalTime(&now);
-    SendDlgItemMessageW(dialog, picker, DTM_SETFORMATW, 0, reinterpret_cast<LPARAM>(L"MMM' 'd','yyy"));
+    platform::SetDateFormat(GetDlgItem(dialog, picker), L"MMM' 'd','yyy");
     SendDlgItemMessageW(dialog, picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&now));
 }
 

@@ -1,13 +1,19 @@
-// Finds the font size in a DIALOGEX template: behind menu, class and title, each a text, a number or nothing.
+// Walks through a DIALOGEX template: behind the header stand menu, class and title (each a text, a number or nothing),
+// the font, and the controls, each aligned to four bytes.
+//
+// A font of double size does not give exactly doubled dialog units (12 by 25 pixels where the normal ones are 6 by 13),
+// but what is painted into a dialog stands at doubled coordinates. So the template's places are stretched by what is
+// missing.
 
 #include "platform/desktop/template_scale.h"
 
+#include "platform/scoped_gdi.h"
 #include "platform/screen.h"
 
 namespace platform {
 namespace {
 
-// Layout of DLGTEMPLATEEX up to its variable part.
+// Layouts of DLGTEMPLATEEX and DLGITEMTEMPLATEEX up to their variable parts.
 #pragma pack(push, 2)
 struct TemplateHeader {
     WORD version;
@@ -18,8 +24,22 @@ struct TemplateHeader {
     WORD controls;
     short x, y, width, height;
 };
+struct TemplateFont {
+    WORD pointSize;
+    WORD weight;
+    BYTE italic;
+    BYTE charSet;
+    wchar_t face[1];
+};
+struct TemplateControl {
+    DWORD helpId;
+    DWORD extendedStyle;
+    DWORD style;
+    short x, y, width, height;
+    DWORD id;
+};
 #pragma pack(pop)
-static_assert(sizeof(TemplateHeader) == 26);
+static_assert(sizeof(TemplateHeader) == 26 && sizeof(TemplateControl) == 24);
 
 const WORD* SkipNameOrNumber(const WORD* field) {
     constexpr WORD kNumberFollows = 0xFFFF;
@@ -30,6 +50,57 @@ const WORD* SkipNameOrNumber(const WORD* field) {
         ++field;
     }
     return field + 1;
+}
+
+TemplateControl* AlignedControl(const void* start, const WORD* field) {
+    const auto offset = reinterpret_cast<uintptr_t>(field) - reinterpret_cast<uintptr_t>(start);
+    return reinterpret_cast<TemplateControl*>(reinterpret_cast<uintptr_t>(start) + (offset + 3) / 4 * 4);
+}
+
+// Pixels of four horizontal and eight vertical dialog units, as the dialog manager takes them from a font.
+SIZE BaseUnits(HDC context, const TemplateFont& font, int pointSize) {
+    constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    LOGFONTW description = {};
+    description.lfHeight = -MulDiv(pointSize, GetDeviceCaps(context, LOGPIXELSY), 72);
+    description.lfWeight = font.weight;
+    description.lfItalic = font.italic;
+    description.lfCharSet = font.charSet;
+    wcsncpy(description.lfFaceName, font.face, LF_FACESIZE - 1);
+    const ScopedObject object(CreateFontIndirectW(&description));
+    const ScopedSelection selection(context, object.object);
+    SIZE extent = {};
+    TEXTMETRICW metrics = {};
+    GetTextExtentPoint32W(context, kLetters, 52, &extent);
+    GetTextMetricsW(context, &metrics);
+    return {(extent.cx / 26 + 1) / 2, metrics.tmHeight};
+}
+
+struct Stretch {
+    SIZE wanted;
+    SIZE actual;
+
+    // Edges are stretched, not sizes, so that neighbours stay apart.
+    template <class Placed>
+    void Apply(Placed* placed) const {
+        const int right = MulDiv(placed->x + placed->width, wanted.cx, actual.cx);
+        const int bottom = MulDiv(placed->y + placed->height, wanted.cy, actual.cy);
+        placed->x = static_cast<short>(MulDiv(placed->x, wanted.cx, actual.cx));
+        placed->y = static_cast<short>(MulDiv(placed->y, wanted.cy, actual.cy));
+        placed->width = static_cast<short>(right - placed->x);
+        placed->height = static_cast<short>(bottom - placed->y);
+    }
+};
+
+// Doubles the font size and tells how far that falls short.
+Stretch DoubleFont(TemplateFont* font) {
+    const ScopedWindowContext screen(nullptr);
+    const SIZE normal = BaseUnits(screen.context, *font, font->pointSize);
+    font->pointSize = static_cast<WORD>(font->pointSize * 2);
+    const SIZE actual = BaseUnits(screen.context, *font, font->pointSize);
+    if (normal.cx <= 0 || normal.cy <= 0 || actual.cx <= 0 || actual.cy <= 0) {
+        return {{1, 1}, {1, 1}};
+    }
+    return {{normal.cx * 2, normal.cy * 2}, actual};
 }
 
 }  // namespace
@@ -47,8 +118,17 @@ void ScaleTemplateToScreen(void* dialogTemplate) {
     for (int part = 0; part < 3; ++part) {
         field = SkipNameOrNumber(field);
     }
-    auto* pointSize = const_cast<WORD*>(field);
-    *pointSize = static_cast<WORD>(*pointSize * 2);
+    auto* font = reinterpret_cast<TemplateFont*>(const_cast<WORD*>(field));
+    const Stretch stretch = DoubleFont(font);
+    stretch.Apply(header);
+    field = SkipNameOrNumber(reinterpret_cast<const WORD*>(font->face));
+    for (int i = 0; i < header->controls; ++i) {
+        TemplateControl* control = AlignedControl(dialogTemplate, field);
+        stretch.Apply(control);
+        field = SkipNameOrNumber(SkipNameOrNumber(reinterpret_cast<const WORD*>(control + 1)));
+        const WORD extraBytes = *field;
+        field += 1 + (extraBytes + 1) / 2;
+    }
 }
 
 }  // namespace platform

@@ -1,0 +1,52 @@
+// tests/ui/usage_screens.h - what the tests of the charts' dialogs share: templates, dates, and pixels of the charts.
+#pragma once
+
+#include "charts/usage_dialog.h"
+#include "item/item_state.h"
+#include "item/strip_paint.h"
+#include "platform/dialogs.h"
+#include "resources/resource_ids.h"
+#include "tests/support/traffic_logs.h"
+#include "tests/ui/today_frame.h"
+
+namespace ui {
+
+inline constexpr COLORREF kRed = RGB(255, 0, 0);
+inline constexpr COLORREF kBlue = RGB(0, 0, 255);
+
+inline void OpenUsage(const TodayFrame& frame) {
+    CreatePens();
+    const int id = ::IsLandscape() ? IDD_USAGE_LANDSCAPE : IDD_USAGE;
+    platform::RunDialog(itemState.instance, id, frame.window, UsageDlgProc);
+}
+
+// Sets a date picker as a person does: the value and its notification.
+inline void PickDate(HWND dialog, int picker, const CalendarDate& date) {
+    NMDATETIMECHANGE change = {};
+    change.nmhdr = {GetDlgItem(dialog, picker), static_cast<UINT_PTR>(picker), static_cast<UINT>(DTN_DATETIMECHANGE)};
+    change.dwFlags = GDT_VALID;
+    change.st.wYear = static_cast<WORD>(date.year);
+    change.st.wMonth = static_cast<WORD>(date.month);
+    change.st.wDay = static_cast<WORD>(date.day);
+    SendDlgItemMessageW(dialog, picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&change.st));
+    SendMessageW(dialog, WM_NOTIFY, static_cast<WPARAM>(picker), reinterpret_cast<LPARAM>(&change));
+}
+
+// Drops the list down and clicks an entry.
+inline void ChooseMode(HWND dialog, int index) {
+    HWND combo = GetDlgItem(dialog, IDC_USAGE_MODE);
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof(info);
+    GetComboBoxInfo(combo, &info);
+    SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    RECT entry = {};
+    SendMessageW(info.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&entry));
+    Tap(info.hwndList, entry.left + 5, (entry.top + entry.bottom) / 2);
+    SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+}
+
+inline void TapScaled(HWND dialog, int x, int y) {
+    Tap(dialog, x * ScreenScale(), y * ScreenScale());
+}
+
+}  // namespace ui
