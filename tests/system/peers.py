@@ -31,7 +31,7 @@ def ask_node_status(net, place, address, seconds=0.5):
 
 
 class NetbiosPeers:
-    """nmbd on several hosts: with {number: name}. Ready when each owns its name; one that ends at start starts again."""
+    """nmbd on hosts, given as {number: name}. Ready when each owns its name; one that ends at start starts again."""
 
     def __init__(self, net, names, seconds=30):
         self.net, self.names = net, names
