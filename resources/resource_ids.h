@@ -112,6 +112,7 @@
 #define IDC_OPTIONS_DELETE 1079
 #define IDC_OPTIONS_LOGS 1080
 #define IDC_OPTIONS_X_LOCATION 1081
+#define IDC_OPTIONS_LOG_GROUP 1082
 
 // Images drawn by the tools (the strip's and the taskbar's stand in the tables that choose them)
 #define IDI_USAGE_CHART 120
