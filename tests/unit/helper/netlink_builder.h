@@ -1,4 +1,4 @@
-// Builds netlink attributes as the kernel lays them out: length, type, value, padding.
+// tests/unit/helper/netlink_builder.h - netlink attributes as the kernel lays them out: length, type, value, padding.
 
 #pragma once
 
