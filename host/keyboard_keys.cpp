@@ -56,8 +56,8 @@ constexpr Key kLower[] = {{KeyKind::Shift, 0, 0, L"Shift", 2},
                           Plain(L',', L'<'),
                           Plain(L'.', L'>'),
                           Plain(L'/', L'?'),
-                          Special(VK_LEFT, L"\x2190", 1),
-                          Special(VK_RIGHT, L"\x2192", 1)};
+                          Special(VK_LEFT, L"<-", 1),
+                          Special(VK_RIGHT, L"->", 1)};
 constexpr Key kBottom[] = {{KeyKind::Hide, 0, 0, L"Hide", 2},
                            Plain(L'@', L'`'),
                            Plain(L':', L'~'),

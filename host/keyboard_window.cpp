@@ -9,6 +9,8 @@ namespace {
 
 constexpr wchar_t kKeyboardClass[] = L"QuorvaneKeyboard";
 constexpr int kTextHeight = 11;
+constexpr UINT_PTR kLiftTimer = 1;
+constexpr UINT kLiftMs = 100;
 
 struct Keyboard {
     HWND window;
@@ -116,6 +118,10 @@ LRESULT CALLBACK KeyboardProc(HWND window, UINT message, WPARAM wParam, LPARAM l
         case WM_PAINT:
             PaintKeyboard(window);
             return 0;
+        case WM_TIMER:  // without a window manager Wine lifts the dialog over a window just shown
+            KillTimer(window, wParam);
+            SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
+            return 0;
         case WM_NCDESTROY:
             keyboard = {};
             return 0;
@@ -148,6 +154,7 @@ void RaiseKeyboard(HWND window, const RECT& place, int scale) {
                                       place.left, place.top, place.right - place.left, place.bottom - place.top, dialog,
                                       nullptr, GetModuleHandleW(nullptr), nullptr);
     ShowWindow(keyboard.window, SW_SHOWNOACTIVATE);
+    SetTimer(keyboard.window, kLiftTimer, kLiftMs, nullptr);
 }
 
 void LowerKeyboard() {
