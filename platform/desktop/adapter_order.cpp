@@ -29,15 +29,14 @@ bool SwapNeighbours(IP_ADAPTER_INFO* list) {
 }  // namespace
 
 bool ArrangeAdapters(IP_ADAPTER_INFO* list) {
-    constexpr auto kDown = static_cast<DWORD>(AdapterRank::Down);
     while (SwapNeighbours(list)) {
     }
-    if (list->ComboIndex == kDown) {
+    if (list->ComboIndex == kRankLeftOut) {
         return false;
     }
     for (IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
         adapter->ComboIndex = 0;
-        if (adapter->Next != nullptr && adapter->Next->ComboIndex == kDown) {
+        if (adapter->Next != nullptr && adapter->Next->ComboIndex == kRankLeftOut) {
             adapter->Next = nullptr;
         }
     }

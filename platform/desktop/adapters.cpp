@@ -3,9 +3,11 @@
 
 #include "platform/adapters.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "platform/desktop/adapter_order.h"
+#include "platform/desktop/default_route.h"
 #include "platform/desktop/lease.h"
 #include "platform/desktop/wine.h"
 #include "platform/scoped.h"
@@ -25,12 +27,6 @@ bool IsUp(DWORD index) {
     return ::GetIfEntry(&row) == NO_ERROR && row.dwOperStatus >= IF_OPER_STATUS_CONNECTED;
 }
 
-DWORD DefaultRouteInterface() {
-    constexpr DWORD kNone = 0;
-    MIB_IPFORWARDROW route = {};
-    return ::GetBestRoute(INADDR_ANY, INADDR_ANY, &route) == NO_ERROR ? route.dwForwardIfIndex : kNone;
-}
-
 // Wine keeps an interface that is gone: with no MTU and no traffic, and as the first of its name if one of that name
 // (its description) comes back, under whatever index. It then stands for the new one, and the later ones are its
 // shadows.
@@ -45,23 +41,25 @@ bool IsShadow(const IP_ADAPTER_INFO& adapter, const IP_ADAPTER_INFO* list) {
     return list != &adapter && IsWine();
 }
 
-AdapterRank RankAdapter(const IP_ADAPTER_INFO& adapter, const IP_ADAPTER_INFO* list, DWORD defaultRoute) {
+DWORD RankAdapter(const IP_ADAPTER_INFO& adapter, const IP_ADAPTER_INFO* list, const MIB_IPFORWARDTABLE* routes) {
     if (!IsUp(adapter.Index) || IsShadow(adapter, list)) {
-        return AdapterRank::Down;
+        return kRankLeftOut;
     }
-    if (adapter.Index == defaultRoute) {
-        return AdapterRank::DefaultRoute;
+    DWORD metric = 0;
+    if (routes != nullptr && FindDefaultRoute(*routes, adapter.Index, &metric)) {
+        return std::min(metric, kRankHighestMetric);
     }
     const bool hasAddress = inet_addr(adapter.IpAddressList.IpAddress.String) != INADDR_ANY;
-    return hasAddress ? AdapterRank::HasAddress : AdapterRank::NoAddress;
+    return hasAddress ? kRankHasAddress : kRankNoAddress;
 }
 
 // The adapters that are up, in order. ERROR_NO_DATA when none is.
 DWORD KeepUpAdapters(IP_ADAPTER_INFO* list) {
-    const DWORD defaultRoute = DefaultRouteInterface();
+    MIB_IPFORWARDTABLE* routes = ReadRoutes();
     for (IP_ADAPTER_INFO* adapter = list; adapter != nullptr; adapter = adapter->Next) {
-        adapter->ComboIndex = static_cast<DWORD>(RankAdapter(*adapter, list, defaultRoute));
+        adapter->ComboIndex = RankAdapter(*adapter, list, routes);
     }
+    LocalFree(routes);
     return ArrangeAdapters(list) ? NO_ERROR : ERROR_NO_DATA;
 }
 

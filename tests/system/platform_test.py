@@ -52,8 +52,10 @@ class AdaptersTest(PlatformTest):
         # A released address and its route go; the adapter stays, behind those with an address.
         self.net.ip("device", "addr flush dev eth0")
         self.assertEqual([name for name, _, _ in self.adapters()], ["other", "bare", "eth0"])
-        self.net.ip("device", "route add default dev bare")
-        self.assertEqual([name for name, _, _ in self.adapters()], ["bare", "other", "eth0"])
+        # Of several default routes the one in use counts.
+        self.net.ip("device", "route add default dev bare metric 100", "route add default dev eth0 metric 50",
+                    "route add default dev other metric 600")
+        self.assertEqual([name for name, _, _ in self.adapters()], ["eth0", "bare", "other"])
         self.net.ip("device", *[f"link set {name} down" for name in ("bare", "other", "eth0")])
         self.assertEqual(self.adapters(), [])
         self.assertIn(["error", NO_DATA], self.probe("adapters"))

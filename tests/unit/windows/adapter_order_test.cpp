@@ -7,21 +7,19 @@
 #include <string>
 #include <vector>
 
-using platform::AdapterRank;
-
 namespace {
 
-constexpr auto kRoute = AdapterRank::DefaultRoute;
-constexpr auto kAddress = AdapterRank::HasAddress;
-constexpr auto kNone = AdapterRank::NoAddress;
-constexpr auto kDown = AdapterRank::Down;
+constexpr DWORD kWire = 100, kWireless = 600;  // metrics of default routes
+constexpr DWORD kAddress = platform::kRankHasAddress;
+constexpr DWORD kNone = platform::kRankNoAddress;
+constexpr DWORD kOut = platform::kRankLeftOut;
 
 // The indices (1, 2, ... in the system's order) that are left, in their new order.
-std::vector<DWORD> Arranged(const std::vector<AdapterRank>& ranks) {
+std::vector<DWORD> Arranged(const std::vector<DWORD>& ranks) {
     std::vector<IP_ADAPTER_INFO> adapters(ranks.size());
     for (size_t i = 0; i < ranks.size(); ++i) {
         adapters[i].Index = static_cast<DWORD>(i + 1);
-        adapters[i].ComboIndex = static_cast<DWORD>(ranks[i]);
+        adapters[i].ComboIndex = ranks[i];
         adapters[i].Next = i + 1 < ranks.size() ? &adapters[i + 1] : nullptr;
     }
     std::vector<DWORD> indices;
@@ -36,20 +34,21 @@ std::vector<DWORD> Arranged(const std::vector<AdapterRank>& ranks) {
 
 }  // namespace
 
-TEST(AdapterOrder, The_default_route_comes_first_and_down_ones_are_left_out) {
+TEST(AdapterOrder, Default_routes_come_first_and_some_are_left_out) {
     const struct {
-        std::vector<AdapterRank> ranks;
+        std::vector<DWORD> ranks;
         std::vector<DWORD> indices;
     } rows[] = {
-        {{kRoute}, {1}},
-        {{kDown}, {}},
-        {{kDown, kDown, kDown}, {}},
-        {{kDown, kNone}, {2}},
-        {{kNone, kDown}, {1}},
-        {{kDown, kNone, kAddress, kRoute}, {4, 3, 2}},
-        {{kAddress, kAddress, kRoute, kAddress}, {3, 1, 2, 4}},
-        {{kNone, kAddress, kDown, kNone, kAddress}, {2, 5, 1, 4}},
-        {{kRoute, kAddress, kNone, kDown}, {1, 2, 3}},
+        {{kWire}, {1}},
+        {{kOut}, {}},
+        {{kOut, kOut, kOut}, {}},
+        {{kOut, kNone}, {2}},
+        {{kNone, kOut}, {1}},
+        {{kOut, kNone, kAddress, kWire}, {4, 3, 2}},
+        {{kAddress, kWireless, kAddress, kWire}, {4, 2, 1, 3}},
+        {{kNone, kAddress, kOut, kNone, kAddress}, {2, 5, 1, 4}},
+        {{kWire, kWireless, kAddress, kNone, kOut}, {1, 2, 3, 4}},
+        {{platform::kRankHighestMetric, 0}, {2, 1}},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Arranged(row.ranks), row.indices);
