@@ -5,6 +5,8 @@
 #include "item/item_state.h"
 #include "platform/scoped_gdi.h"
 
+#include <algorithm>
+
 HFONT CreateChartFont(HWND dialog, HDC context) {
     constexpr int kNormalHeight = 12;
     constexpr int kHiResHeight = 22;
@@ -36,7 +38,11 @@ void DrawChartImage(HDC context, const ChartImage& image) {
 
 void DrawChartText(HDC context, const ChartText& text, UINT format) {
     RECT area = text.area;
-    // The widest counts and labels reach a few pixels into the empty space beside their rectangles.
+    RECT needed = {};
+    DrawTextW(context, text.text, -1, &needed, DT_CALCRECT);
+    // The widest counts and labels reach a few pixels into the empty space beside their rectangles, but not out of the
+    // picture.
+    area.right = std::max(area.right, needed.right);
     DrawTextW(context, text.text, -1, &area, format | DT_NOCLIP);
 }
 

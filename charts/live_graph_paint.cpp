@@ -16,6 +16,7 @@ void DrawGraph(HDC picture, const LiveGraph& graph, HPEN transmittedPen, HPEN re
                       line.top);
     }
     SetTextColor(picture, RGB(0, 0, 0));
+    SetBkMode(picture, TRANSPARENT);
     for (const ChartText& label : graph.labels) {
         DrawChartText(picture, label, DT_RIGHT);
     }

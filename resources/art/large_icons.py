@@ -141,10 +141,12 @@ def wireless_settings():
 
 
 def button(picture, scale):
-    """The face of a button of the usage dialog, 26 pixels times the scale, as large as its tap region."""
+    """The face of a button of the usage dialog, 26 pixels times the scale, as large as its tap region. The uppermost
+    row stays free: the date picker above reaches into it."""
     side = 26 * scale
-    line = 'x="{0}" y="{0}" width="{1}" height="{1}" rx="{2}"'.format(0.5 * scale, side - scale, 3 * scale)
-    picture.shape("rect", line, "#eef2f7", GREY, scale)
+    line = 'x="{0}" y="{1}" width="{2}" height="{3}" rx="{4}"'
+    picture.shape("rect", line.format(0.5 * scale, 1.5 * scale, side - scale, side - 2 * scale, 3 * scale), "#eef2f7",
+                  GREY, scale)
 
 
 def sheet(picture, scale, x, y, width, height):

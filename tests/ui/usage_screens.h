@@ -5,6 +5,7 @@
 #include "item/item_state.h"
 #include "item/strip_paint.h"
 #include "platform/dialogs.h"
+#include "platform/scoped_gdi.h"
 #include "resources/resource_ids.h"
 #include "tests/support/traffic_logs.h"
 #include "tests/ui/today_frame.h"
@@ -32,9 +33,8 @@ inline void PickDate(HWND dialog, int picker, const CalendarDate& date) {
     SendMessageW(dialog, WM_NOTIFY, static_cast<WPARAM>(picker), reinterpret_cast<LPARAM>(&change));
 }
 
-// Drops the list down and clicks an entry.
-inline void ChooseMode(HWND dialog, int index) {
-    HWND combo = GetDlgItem(dialog, IDC_USAGE_MODE);
+// Drops a list down and clicks an entry.
+inline void ChooseFromList(HWND combo, int index) {
     COMBOBOXINFO info = {};
     info.cbSize = sizeof(info);
     GetComboBoxInfo(combo, &info);
@@ -43,6 +43,41 @@ inline void ChooseMode(HWND dialog, int index) {
     SendMessageW(info.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&entry));
     Tap(info.hwndList, entry.left + 5, (entry.top + entry.bottom) / 2);
     SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+}
+
+// Whether the window shows the text in black on white in its own font, uncut.
+inline bool ShowsText(HWND window, const std::wstring& text) {
+    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW);
+    HDC screen = GetDC(window);
+    const platform::ScopedMemoryContext memory(screen);
+    const platform::ScopedSelection font(memory.context,
+                                         reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
+    RECT size = {};
+    DrawTextW(memory.context, text.c_str(), -1, &size, DT_CALCRECT);
+    const platform::ScopedObject bitmap(CreateCompatibleBitmap(screen, size.right, size.bottom));
+    const platform::ScopedSelection selection(memory.context, bitmap.object);
+    FillRect(memory.context, &size, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    DrawTextW(memory.context, text.c_str(), -1, &size, 0);
+    RECT client = {};
+    GetClientRect(window, &client);
+    const auto equals = [&](int left, int top) {
+        for (int y = 0; y < size.bottom; ++y) {
+            for (int x = 0; x < size.right; ++x) {
+                if (GetPixel(screen, left + x, top + y) != GetPixel(memory.context, x, y)) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    };
+    bool found = false;
+    for (int top = 0; top + size.bottom <= client.bottom && !found; ++top) {
+        for (int left = 0; left + size.right <= client.right && !found; ++left) {
+            found = equals(left, top);
+        }
+    }
+    ReleaseDC(window, screen);
+    return found;
 }
 
 inline void TapScaled(HWND dialog, int x, int y) {
