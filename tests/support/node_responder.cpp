@@ -2,6 +2,8 @@
 
 #include "tests/support/node_responder.h"
 
+#include <ws2tcpip.h>
+
 #include "tests/support/node_status_reply.h"
 
 namespace {

@@ -9,6 +9,7 @@
 #include <thread>
 
 // Answers requests to each of the addresses ("127.0.0.7") with that host's name, from construction to destruction.
+// Under Wine one port takes only one loopback address.
 class NodeResponder {
   public:
     using Names = std::map<std::string, std::string>;
