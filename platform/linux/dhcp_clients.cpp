@@ -2,10 +2,9 @@
 
 #include "platform/linux/dhcp_clients.h"
 
-#include <signal.h>
-
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 
 namespace helper {
 namespace {
