@@ -1,9 +1,9 @@
 // dhclient: state from its lease file; release and renewal by running it again with the same files.
 
-#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 
 #include "platform/linux/command.h"
 #include "platform/linux/dhclient_invocation.h"

@@ -2,10 +2,9 @@
 
 #include "platform/linux/dhcp_clients.h"
 
-#include <signal.h>
-
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 
 namespace helper {
 namespace {
@@ -31,7 +30,6 @@ bool IsUdhcpcFor(const std::vector<std::string>& arguments, const std::string& n
 }
 
 bool MayRun(const Process& process, const std::string& name, DhcpClientKind& kind) {
-    // dhcpcd rewrites its title: "dhcpcd: eth0 [ip4]".
     const std::string program = BaseName(process.arguments[0]);
     if (ServesInterface(process.arguments, name)) {
         kind = DhcpClientKind::kDhclient;
@@ -39,7 +37,7 @@ bool MayRun(const Process& process, const std::string& name, DhcpClientKind& kin
         kind = DhcpClientKind::kUdhcpc;
     } else if (program == "systemd-networkd") {
         kind = DhcpClientKind::kNetworkd;
-    } else if (program == "dhcpcd" || process.arguments[0].starts_with("dhcpcd:")) {
+    } else if (IsDhcpcdFor(process.arguments, name)) {
         kind = DhcpClientKind::kDhcpcd;
     } else if (program == "NetworkManager") {
         kind = DhcpClientKind::kNetworkManager;
@@ -127,7 +125,7 @@ uint32_t ReleaseLease(const std::vector<DhcpClient>& clients, const std::string&
         case DhcpClientKind::kNetworkd:
             break;
         case DhcpClientKind::kDhcpcd:
-            return ReleaseWithDhcpcd(interfaceName);
+            return ReleaseWithDhcpcd(*client, interfaceName);
         case DhcpClientKind::kNetworkManager:
             return ReleaseWithNetworkManager(interfaceName);
     }
@@ -149,7 +147,7 @@ uint32_t RenewLease(const std::vector<DhcpClient>& clients, const std::string& i
         case DhcpClientKind::kNetworkd:
             return RenewWithNetworkd(interfaceName);
         case DhcpClientKind::kDhcpcd:
-            return RenewWithDhcpcd(interfaceName);
+            return RenewWithDhcpcd(*client, interfaceName);
         case DhcpClientKind::kNetworkManager:
             return RenewWithNetworkManager(interfaceName);
     }

@@ -42,8 +42,13 @@ uint32_t ReleaseWithDhclient(const DhcpClient& client, const std::string& name);
 uint32_t RenewWithDhclient(const DhcpClient& client, const std::string& name);
 
 bool ReadDhcpcdLease(const std::string& name, helper_protocol::LeaseState& state);
-uint32_t ReleaseWithDhcpcd(const std::string& name);
-uint32_t RenewWithDhcpcd(const std::string& name);
+uint32_t ReleaseWithDhcpcd(const DhcpClient& client, const std::string& name);
+uint32_t RenewWithDhcpcd(const DhcpClient& client, const std::string& name);
+
+// True for a dhcpcd of this interface, or of all. It rewrites its arguments to one title: "dhcpcd: eth0 [ip4] [ip6]" or
+// "dhcpcd: [manager] ..."; since version 9 the process of the superuser is "dhcpcd: [privileged proxy] eth0 [ip4]", and
+// the others have users of their own.
+bool IsDhcpcdFor(const std::vector<std::string>& arguments, const std::string& name);
 
 bool ReadNetworkdLease(const std::string& name, helper_protocol::LeaseState& state);
 uint32_t RenewWithNetworkd(const std::string& name);

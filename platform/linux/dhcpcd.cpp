@@ -5,6 +5,7 @@
 #include "platform/linux/command.h"
 #include "platform/linux/dhcp_clients.h"
 #include "platform/linux/lease_reports.h"
+#include "platform/linux/lease_text.h"
 #include "platform/linux/lease_wait.h"
 
 namespace helper {
@@ -24,11 +25,34 @@ uint32_t LeaseFileTime(const std::string& name) {
     return 0;
 }
 
-uint32_t Control(const char* option, const std::string& name, int timeoutMs) {
+// The title without what is the same in all: "eth0 [ip4]", "[manager] [ip4]", or nothing.
+std::string_view TitleOf(const std::vector<std::string>& arguments) {
+    std::string_view title = arguments[0];
+    for (const std::string_view start : {"dhcpcd:", "[privileged proxy]"}) {
+        title = Trim(title);
+        if (title.starts_with(start)) {
+            title.remove_prefix(start.size());
+        }
+    }
+    return Trim(title);
+}
+
+// One that runs for an interface and IPv4 alone is another to dhcpcd than one for both, and must be addressed as such;
+// told wrongly, -n would start a second one.
+bool IsForIpv4Alone(const Process& process) {
+    const std::string_view title = TitleOf(process.arguments);
+    return !title.starts_with('[') && title.ends_with("[ip4]");
+}
+
+uint32_t Control(const DhcpClient& client, const char* option, const std::string& name, int timeoutMs) {
     if (geteuid() != 0) {
         return helper_protocol::kResultAccessDenied;
     }
-    const CommandResult done = RunCommand({"dhcpcd", option, name}, timeoutMs);
+    std::vector<std::string> command{"dhcpcd", option, name};
+    if (IsForIpv4Alone(client.process)) {
+        command.insert(command.begin() + 1, "-4");
+    }
+    const CommandResult done = RunCommand(command, timeoutMs);
     if (done.timedOut) {
         return helper_protocol::kResultTimeout;
     }
@@ -37,24 +61,37 @@ uint32_t Control(const char* option, const std::string& name, int timeoutMs) {
 
 }  // namespace
 
+bool IsDhcpcdFor(const std::vector<std::string>& arguments, const std::string& name) {
+    const std::string_view title = TitleOf(arguments);
+    const bool isProgram = BaseName(arguments[0]) == "dhcpcd";
+    const bool isTitle = arguments[0].starts_with("dhcpcd:");
+    return isProgram || (isTitle && (title.empty() || title.starts_with(name + " ") || title.starts_with("[manager]") ||
+                                     title.starts_with("[master]")));
+}
+
 bool ReadDhcpcdLease(const std::string& name, LeaseState& state) {
     const CommandResult report = RunCommand({"dhcpcd", "-4", "-U", name}, kReportBoundMs);
     return report.exitCode == 0 && ParseDhcpcdReport(report.output, LeaseFileTime(name), state);
 }
 
-uint32_t ReleaseWithDhcpcd(const std::string& name) {
-    return Control("-k", name, kReleaseBoundMs);
+uint32_t ReleaseWithDhcpcd(const DhcpClient& client, const std::string& name) {
+    return Control(client, "-k", name, kReleaseBoundMs);
 }
 
-uint32_t RenewWithDhcpcd(const std::string& name) {
+uint32_t RenewWithDhcpcd(const DhcpClient& client, const std::string& name) {
     const long long start = NowMs();
     const uint32_t since = UnixTimeNow();
-    const uint32_t result = Control("-n", name, kRenewBoundMs);
+    const uint32_t result = Control(client, "-n", name, kRenewBoundMs);
     if (result != helper_protocol::kResultOk) {
         return result;
     }
     const int left = kRenewBoundMs - static_cast<int>(NowMs() - start);
-    return AwaitLease(name, since, left, [&](LeaseState& state) { return ReadDhcpcdLease(name, state); });
+    // The file's time tells as much as a report, ten times a second; and a version 9 that runs all interfaces was seen
+    // to accept no further report after -n.
+    return AwaitLease(name, since, left, [&](LeaseState& state) {
+        state.obtained = LeaseFileTime(name);
+        return state.obtained != 0;
+    });
 }
 
 }  // namespace helper

@@ -98,8 +98,8 @@ void ApplyBssAttribute(int type, Bytes value, BssParts& parts, AccessPoint& acce
             }
             break;
         case NL80211_BSS_STATUS: {
-            const auto status = NumberIn<uint32_t>(value);
-            accessPoint.isInUse = status == NL80211_BSS_STATUS_ASSOCIATED || status == NL80211_BSS_STATUS_IBSS_JOINED;
+            const uint32_t status = NumberIn<uint32_t>(value).value_or(NL80211_BSS_STATUS_AUTHENTICATED);
+            accessPoint.isInUse = status != NL80211_BSS_STATUS_AUTHENTICATED;  // associated, or joined to others
             break;
         }
         case NL80211_BSS_INFORMATION_ELEMENTS:

@@ -5,12 +5,12 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <ifaddrs.h>
-#include <limits.h>
 #include <net/if.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <memory>
 
 #include "platform/linux/lease_text.h"

@@ -3,12 +3,12 @@
 #include "platform/linux/worker.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/wait.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 
 #include "platform/linux/command.h"
 

@@ -4,6 +4,7 @@
 
 #include "platform/linux/dhclient_invocation.h"
 #include "platform/linux/dhclient_leases.h"
+#include "platform/linux/dhcp_clients.h"
 #include "platform/linux/lease_reports.h"
 #include "platform/linux/lease_text.h"
 
@@ -175,6 +176,46 @@ TEST(DhclientInvocation, A_running_client_can_be_run_again_with_its_files) {
     EXPECT_EQ((std::vector<std::string>{"/sbin/dhclient", "-4", "-i", "-pf", "/run/x.pid", "-lf", "/x.leases", "-I",
                                         "-df", "/x6.leases", "-x", "eth0"}),
               DhclientCommand(invocation, "-x"));
+}
+
+TEST(DhcpClients, An_interfaces_client_is_found_among_the_processes) {
+    const struct {
+        std::vector<std::string> words;
+        std::vector<DhcpClientKind> kinds;
+    } rows[] = {
+        {{"dhclient", "-lf", "/nowhere", "eth0"}, {DhcpClientKind::kDhclient}},
+        {{"dhclient", "-6", "eth0"}, {}},
+        {{"dhclient", "eth1"}, {}},
+        {{"dhclient", "-lf", "/nowhere"}, {}},  // it may run all interfaces, but no lease says that it runs this one
+        {{"udhcpc", "-i", "eth0", "-b"}, {DhcpClientKind::kUdhcpc}},
+        {{"/bin/busybox", "udhcpc", "-ieth0"}, {DhcpClientKind::kUdhcpc}},
+        {{"busybox", "udhcpc"}, {DhcpClientKind::kUdhcpc}},
+        {{"udhcpc", "--interface", "eth1"}, {}},
+        {{"busybox", "ash", "eth0"}, {}},
+        {{"dhcpcd: eth0 [ip4] [ip6]", "", ""}, {DhcpClientKind::kDhcpcd}},
+        {{"dhcpcd: eth01 [ip4]"}, {}},
+        {{"dhcpcd: [manager] [ip4] [ip6]"}, {DhcpClientKind::kDhcpcd}},
+        {{"dhcpcd: [privileged proxy] eth0 [ip4]"}, {DhcpClientKind::kDhcpcd}},
+        {{"dhcpcd: [privileged proxy] eth1 [ip4]"}, {}},
+        {{"dhcpcd: [BPF ARP] eth0 10.0.0.5"}, {}},
+        {{"/lib/systemd/systemd-networkd"}, {DhcpClientKind::kNetworkd}},
+        {{"/usr/sbin/NetworkManager", "--no-daemon"}, {DhcpClientKind::kNetworkManager}},
+        {{"vi", "dhclient", "eth0"}, {}},
+    };
+    std::vector<Process> all;
+    for (const auto& row : rows) {
+        const Process process{1, row.words};
+        std::vector<DhcpClientKind> found;
+        for (const DhcpClient& client : FindDhcpClients("eth0", {process})) {
+            found.push_back(client.kind);
+        }
+        EXPECT_EQ(row.kinds, found) << row.words[0];
+        all.insert(all.begin(), process);
+    }
+    const auto clients = FindDhcpClients("eth0", all);
+    ASSERT_EQ(5u, clients.size());  // one of each kind, those that run the interface for certain first
+    EXPECT_EQ(DhcpClientKind::kDhclient, clients[0].kind);
+    EXPECT_EQ(DhcpClientKind::kNetworkManager, clients[4].kind);
 }
 
 TEST(DhclientInvocation, The_command_line_tells_what_the_client_is_for) {
