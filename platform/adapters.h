@@ -1,8 +1,10 @@
 // platform/adapters.h - the IP helper service as the handheld has it.
 //
 // Signatures and results are those of the IP helper functions of the same names. What a backend guarantees beyond them:
-// the list holds only adapters that are up, the one with the default route first; `CurrentIpAddress` is never null;
-// interface names equal adapter names letter for letter; the ARP table may be read from many threads at once.
+// the list holds only adapters that are up, those with a default route first (the lower its metric, the earlier);
+// `CurrentIpAddress` is never null; interface names equal adapter names letter for letter; a wireless adapter's type is
+// Ethernet; the ARP table may be read from many threads at once, all else is for the user interface's thread. A size
+// query may answer more than the data need.
 #pragma once
 
 #include "platform/system.h"
