@@ -5,12 +5,10 @@
 #include "charts/usage_paint.h"
 #include "charts/usage_view.h"
 #include "item/dialog_placement.h"
-#include "item/item_state.h"
 #include "platform/controls.h"
 #include "platform/date_picker.h"
-#include "platform/dialogs.h"
 #include "resources/resource_ids.h"
-#include "trafficlog/export_dialog.h"
+#include "trafficlog/export.h"
 
 namespace {
 
@@ -57,7 +55,7 @@ void Perform(HWND dialog, UsageAction action) {
     if (action == UsageAction::Repaint) {
         InvalidateRect(dialog, nullptr, TRUE);
     } else if (action == UsageAction::OpenExport) {
-        platform::RunDialog(itemState.instance, IDD_EXPORT, dialog, ExportDlgProc);
+        OpenExport(dialog);
     }
 }
 

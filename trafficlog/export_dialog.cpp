@@ -1,13 +1,14 @@
 // The export runs while the dialog is on the screen; its end closes the dialog, whether a file came of it or not.
 
-#include "trafficlog/export_dialog.h"
-
 #include "item/dialog_placement.h"
+#include "item/item_state.h"
 #include "platform/controls.h"
 #include "platform/date_picker.h"
+#include "platform/dialogs.h"
 #include "platform/format_text.h"
 #include "platform/shell.h"
 #include "resources/resource_ids.h"
+#include "trafficlog/export.h"
 #include "trafficlog/export_writer.h"
 
 namespace {
@@ -100,8 +101,6 @@ void OnCommand(HWND dialog, int control) {
     }
 }
 
-}  // namespace
-
 INT_PTR CALLBACK ExportDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
@@ -118,4 +117,10 @@ INT_PTR CALLBACK ExportDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM 
         default:
             return FALSE;
     }
+}
+
+}  // namespace
+
+void OpenExport(HWND owner) {
+    platform::RunDialog(itemState.instance, IDD_EXPORT, owner, ExportDlgProc);
 }

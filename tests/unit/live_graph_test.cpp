@@ -8,6 +8,13 @@
 
 namespace {
 
+class LiveGraphTest : public testing::Test {
+    void SetUp() override {
+        itemState.screenWidth = 240;
+        itemState.screenHeight = 320;
+    }
+};
+
 std::wstring Lines() {
     LiveGraph graph;
     if (!ArrangeLiveGraph(graph)) {
@@ -30,13 +37,13 @@ void UseSample(uint32_t transmitted, uint32_t received) {
     itemState.inDeltas[0] = received;
 }
 
-TEST(LiveGraph, Without_samples_there_is_only_the_background) {
+TEST_F(LiveGraphTest, Without_samples_there_is_only_the_background) {
     EXPECT_EQ(Lines(), L"none");
     itemState.sampleCount = 0;
     EXPECT_EQ(Lines(), L"none");
 }
 
-TEST(LiveGraph, Heights_are_cut_percentages_of_the_scale) {
+TEST_F(LiveGraphTest, Heights_are_cut_percentages_of_the_scale) {
     struct Row {
         uint32_t transmitted;
         uint32_t received;
@@ -63,7 +70,7 @@ TEST(LiveGraph, Heights_are_cut_percentages_of_the_scale) {
     }
 }
 
-TEST(LiveGraph, The_newest_sample_stands_at_the_right) {
+TEST_F(LiveGraphTest, The_newest_sample_stands_at_the_right) {
     itemState.sampleCount = 3;
     itemState.ringIndex = 2;
     for (int i = 0; i < 3; ++i) {
@@ -75,7 +82,7 @@ TEST(LiveGraph, The_newest_sample_stands_at_the_right) {
     EXPECT_EQ(Lines(), L"1.0KB T308:20 T322:40 T336:60 ");
 }
 
-TEST(LiveGraph, A_full_ring_is_walked_from_its_oldest_sample) {
+TEST_F(LiveGraphTest, A_full_ring_is_walked_from_its_oldest_sample) {
     for (const int start : {0, 1, 7, 19}) {
         itemState.sampleCount = kSampleSlots;
         itemState.ringStart = start;
@@ -90,7 +97,7 @@ TEST(LiveGraph, A_full_ring_is_walked_from_its_oldest_sample) {
     }
 }
 
-TEST(LiveGraph, Labels_stand_beside_their_levels) {
+TEST_F(LiveGraphTest, Labels_stand_beside_their_levels) {
     UseSample(5, 0);
     LiveGraph graph;
     ArrangeLiveGraph(graph);
