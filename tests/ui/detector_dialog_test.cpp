@@ -99,41 +99,41 @@ void TapRow(HWND dialog, int row, int column) {
 
 TEST(DetectorDialog, Opens_empty_on_every_screen) {
     ui::ForEachScreen([](ui::TodayFrame& frame, SIZE screen) {
-        OpenByTap(frame, {[&](HWND dialog) {
-                      EXPECT_FALSE(ui::IsEnabled(dialog, IDC_DETECTOR_EXPORT));
-                      EXPECT_TRUE(ui::IsEnabled(dialog, IDC_DETECTOR_DETECT));
-                      EXPECT_EQ(Progress(dialog), 0);
-                      const struct {
-                          const wchar_t* heading;
-                          int width;
-                      } columns[] = {{L"Host", 80}, {L"IP", 120}, {L"Mac Address", 160}};
-                      for (int i = 0; i < 3; ++i) {
-                          wchar_t heading[32] = {};
-                          LVCOLUMNW column = {};
-                          column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
-                          column.pszText = heading;
-                          column.cchTextMax = 32;
-                          SendMessageW(List(dialog), LVM_GETCOLUMNW, static_cast<WPARAM>(i),
-                                       reinterpret_cast<LPARAM>(&column));
-                          EXPECT_STREQ(heading, columns[i].heading);
-                          EXPECT_EQ(column.cx, columns[i].width);
-                          EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
-                      }
-                      RECT area = {};
-                      GetWindowRect(dialog, &area);
-                      MapWindowPoints(nullptr, frame.window, reinterpret_cast<POINT*>(&area), 2);
-                      const LONG centred = (screen.cy - (area.bottom - area.top)) / 2;
-                      EXPECT_EQ(area.left, (screen.cx - (area.right - area.left)) / 2);
-                      EXPECT_EQ(area.top, ui::IsLandscape(screen)
-                                              ? std::max<LONG>(centred, ui::TaskbarHeightOf(screen) + 1)
-                                              : centred);
-                      RECT units = {0, 0, 147, 124};
-                      MapDialogRect(dialog, &units);
-                      EXPECT_EQ(area.right - area.left, units.right + 2 * GetSystemMetrics(SM_CXBORDER) + 1);
-                      EXPECT_EQ(area.bottom - area.top, units.bottom + 2 * GetSystemMetrics(SM_CYBORDER) + 1);
-                      ui::ExpectReadable(dialog, frame.window);
-                      ui::Press(dialog, IDOK);
-                  }});
+        OpenByTap(
+            frame, {[&](HWND dialog) {
+                EXPECT_FALSE(ui::IsEnabled(dialog, IDC_DETECTOR_EXPORT));
+                EXPECT_TRUE(ui::IsEnabled(dialog, IDC_DETECTOR_DETECT));
+                EXPECT_EQ(Progress(dialog), 0);
+                const struct {
+                    const wchar_t* heading;
+                    int width;
+                } columns[] = {{L"Host", 80}, {L"IP", 120}, {L"Mac Address", 160}};
+                for (int i = 0; i < 3; ++i) {
+                    wchar_t heading[32] = {};
+                    LVCOLUMNW column = {};
+                    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+                    column.pszText = heading;
+                    column.cchTextMax = 32;
+                    SendMessageW(List(dialog), LVM_GETCOLUMNW, static_cast<WPARAM>(i),
+                                 reinterpret_cast<LPARAM>(&column));
+                    EXPECT_STREQ(heading, columns[i].heading);
+                    EXPECT_EQ(column.cx, columns[i].width);
+                    EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
+                }
+                RECT area = {};
+                GetWindowRect(dialog, &area);
+                MapWindowPoints(nullptr, frame.window, reinterpret_cast<POINT*>(&area), 2);
+                const LONG centred = (screen.cy - (area.bottom - area.top)) / 2;
+                EXPECT_EQ(area.left, (screen.cx - (area.right - area.left)) / 2);
+                EXPECT_EQ(area.top,
+                          ui::IsLandscape(screen) ? std::max<LONG>(centred, ui::TaskbarHeightOf(screen) + 1) : centred);
+                // 147 by 124 units of 6 by 13 pixels, and a border.
+                const LONG scale = ui::IsHiRes(screen) ? 2 : 1;
+                EXPECT_EQ(area.right - area.left, (147 * 6 * scale + 2) / 4 + 2 * GetSystemMetrics(SM_CXBORDER) + 1);
+                EXPECT_EQ(area.bottom - area.top, (124 * 13 * scale + 4) / 8 + 2 * GetSystemMetrics(SM_CYBORDER) + 1);
+                ui::ExpectReadable(dialog, frame.window);
+                ui::Press(dialog, IDOK);
+            }});
     });
 }
 
