@@ -26,8 +26,9 @@ bool IsOfClass(HWND window, const wchar_t* wanted) {
     return _wcsicmp(name, wanted) == 0;
 }
 
+// Of the dialog alone: a field inside a combo box or a header inside a list is no control of its own.
 BOOL CALLBACK Collect(HWND window, LPARAM controls) {
-    if (!IsWindowVisible(window)) {
+    if (!IsWindowVisible(window) || !IsOfClass(GetParent(window), L"#32770")) {
         return TRUE;
     }
     Control control = {window, GetDlgCtrlID(window), {}, false, ""};
