@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "item/item_state.h"
-#include "tests/fakes/scripted_platform.h"
 #include "tests/support/access_point_list.h"
+#include "tests/support/wireless_values.h"
 #include "wireless/access_point_texts.h"
 
 namespace {
@@ -20,11 +20,6 @@ AccessPointTable EmptyTable() {
 ScanOutcome ScanList(AccessPointTable& table, const AccessPointListBuilder& list) {
     scripted::system.wireless.values[OID_802_11_BSSID_LIST] = list.Value();
     return ScanAccessPoints(table);
-}
-
-void UseWireless() {
-    scripted::system.wireless.present = true;
-    scripted::system.wireless.bindingName = L"WLAN1";
 }
 
 TEST(AccessPoints, Appear_change_vanish_and_return_in_their_row) {

@@ -4,31 +4,15 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/fakes/scripted_platform.h"
-#include "wireless/ndis.h"
+#include "tests/support/wireless_values.h"
 #include "wireless/signal_graph.h"
 
 namespace {
-
-std::vector<uint8_t> Fields(std::initializer_list<uint32_t> numbers) {
-    std::vector<uint8_t> value;
-    for (const uint32_t number : numbers) {
-        for (int shift = 0; shift < 32; shift += 8) {
-            value.push_back(static_cast<uint8_t>(number >> shift));
-        }
-    }
-    return value;
-}
 
 CardDetails Read() {
     CardDetails details;
     EXPECT_TRUE(ReadCardDetails(details));
     return details;
-}
-
-void UseWireless() {
-    scripted::system.wireless.present = true;
-    scripted::system.wireless.bindingName = L"WLAN1";
 }
 
 TEST(CardDetails, Frequencies_in_both_scales) {
@@ -42,7 +26,7 @@ TEST(CardDetails, Frequencies_in_both_scales) {
                         {2484000, L"2484000 kHz", L"(unknown channel)"}};
     UseWireless();
     for (const Row& row : rows) {
-        scripted::system.wireless.values[OID_802_11_CONFIGURATION] = Fields({32, 100, 7, row.frequency});
+        scripted::system.wireless.values[OID_802_11_CONFIGURATION] = NdisFields({32, 100, 7, row.frequency});
         const CardDetails details = Read();
         EXPECT_STREQ(details.beacon, L"100 Kusec");
         EXPECT_STREQ(details.atimWindow, L"7 Kusec");
@@ -54,19 +38,19 @@ TEST(CardDetails, Frequencies_in_both_scales) {
 TEST(CardDetails, Names_by_the_low_byte_or_nothing) {
     UseWireless();
     auto& values = scripted::system.wireless.values;
-    values[OID_802_11_AUTHENTICATION_MODE] = Fields({5});
-    values[OID_802_11_INFRASTRUCTURE_MODE] = Fields({0xFF01});
-    values[OID_802_11_NETWORK_TYPE_IN_USE] = Fields({3});
-    values[OID_802_11_WEP_STATUS] = Fields({3});
+    values[OID_802_11_AUTHENTICATION_MODE] = NdisFields({5});
+    values[OID_802_11_INFRASTRUCTURE_MODE] = NdisFields({0xFF01});
+    values[OID_802_11_NETWORK_TYPE_IN_USE] = NdisFields({3});
+    values[OID_802_11_WEP_STATUS] = NdisFields({3});
     CardDetails details = Read();
     EXPECT_STREQ(details.authentication, L"WPANone");
     EXPECT_STREQ(details.mode, L"infrastructure mode");
     EXPECT_STREQ(details.networkType, L"");
     EXPECT_STREQ(details.wep, L"key is not supported");
     EXPECT_STREQ(details.beacon, L"");
-    values[OID_802_11_AUTHENTICATION_MODE] = Fields({6});
+    values[OID_802_11_AUTHENTICATION_MODE] = NdisFields({6});
     values.erase(OID_802_11_INFRASTRUCTURE_MODE);
-    values[OID_802_11_NETWORK_TYPE_IN_USE] = Fields({1});
+    values[OID_802_11_NETWORK_TYPE_IN_USE] = NdisFields({1});
     details = Read();
     EXPECT_STREQ(details.authentication, L"");
     EXPECT_STREQ(details.mode, L"");
