@@ -86,6 +86,8 @@ INT_PTR CALLBACK AdapterPageProc(HWND page, UINT message, WPARAM wParam, LPARAM 
             return FillPage(page);
         case WM_SIZE:
             StretchToBottom(page, IDC_ADAPTER_PAGE_LIST, kListMargin);
+            StretchToRight(page, IDC_ADAPTER_PAGE_LIST, 0);
+            StretchToRight(page, IDC_ADAPTER_PAGE_ADAPTER, kListMargin);
             return TRUE;
         default:
             return OnPageMessage(page, message, wParam, lParam);

@@ -23,6 +23,27 @@ void OpenSheet() {
     platform::RunPropertySheet(itemState.instance, optionsDialog, L"Quorvane", kPages);
 }
 
+struct Stretch {
+    RECT page;
+    RECT area;  // of the control, on the page
+    SIZE margin;
+};
+
+Stretch MeasureStretch(HWND page, int controlId, int margin) {
+    Stretch stretch = {};
+    RECT units = {0, 0, margin, margin};
+    GetClientRect(page, &stretch.page);
+    GetWindowRect(GetDlgItem(page, controlId), &stretch.area);
+    MapWindowPoints(nullptr, page, reinterpret_cast<POINT*>(&stretch.area), 2);
+    MapDialogRect(page, &units);
+    stretch.margin = {units.right, units.bottom};
+    return stretch;
+}
+
+void ResizeControl(HWND page, int controlId, int width, int height) {
+    SetWindowPos(GetDlgItem(page, controlId), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 }  // namespace
 
 extern "C" INT_PTR CALLBACK CustomItemOptionsDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -75,14 +96,13 @@ INT_PTR ColorHeader(HDC context, HWND control) {
 }
 
 void StretchToBottom(HWND page, int controlId, int margin) {
-    HWND control = GetDlgItem(page, controlId);
-    RECT pageArea = {};
-    RECT area = {};
-    RECT units = {0, 0, 0, margin};
-    GetClientRect(page, &pageArea);
-    GetWindowRect(control, &area);
-    MapWindowPoints(nullptr, page, reinterpret_cast<POINT*>(&area), 2);
-    MapDialogRect(page, &units);
-    SetWindowPos(control, nullptr, 0, 0, area.right - area.left, pageArea.bottom - units.bottom - area.top,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const Stretch stretch = MeasureStretch(page, controlId, margin);
+    ResizeControl(page, controlId, stretch.area.right - stretch.area.left,
+                  stretch.page.bottom - stretch.margin.cy - stretch.area.top);
+}
+
+void StretchToRight(HWND page, int controlId, int margin) {
+    const Stretch stretch = MeasureStretch(page, controlId, margin);
+    ResizeControl(page, controlId, stretch.page.right - stretch.margin.cx - stretch.area.left,
+                  stretch.area.bottom - stretch.area.top);
 }

@@ -18,5 +18,6 @@ void PaintHeaderLine(HWND page);
 // Answers WM_CTLCOLORSTATIC: blue on white for the page header, 0 for every other control.
 INT_PTR ColorHeader(HDC context, HWND control);
 
-// Makes a control reach down to the page's bottom, `margin` dialog units above it.
+// Make a control reach down to the page's bottom or across to its right edge, `margin` dialog units before it.
 void StretchToBottom(HWND page, int controlId, int margin);
+void StretchToRight(HWND page, int controlId, int margin);
