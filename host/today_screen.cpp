@@ -84,6 +84,8 @@ void RunMessageLoop() {
 
 void EndRun() {
     TakeDuePicture();
+    // A menu's loop would keep the message to quit for itself.
+    EndMenu();
     PostQuitMessage(0);
 }
 
