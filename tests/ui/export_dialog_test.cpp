@@ -1,5 +1,6 @@
 // The export dialog, opened from the usage dialog.
 
+#include "tests/ui/layout.h"
 #include "tests/ui/usage_screens.h"
 
 namespace ui {
@@ -23,6 +24,7 @@ TEST(ExportDialog, Starts_with_today_and_a_file_among_the_documents) {
                         {OpenExport,
                          [&](HWND dialog) {
                              SaveScreen(frame, "export-" + NameOf(screen));
+                             ExpectReadable(dialog, frame.window);
                              const CalendarDate today = Today();
                              for (const int picker : {IDC_EXPORT_FROM, IDC_EXPORT_TO}) {
                                  SYSTEMTIME shown = {};

@@ -1,14 +1,14 @@
 // The live graph's dialog: rings as pixels, the timer, the end.
 
-#include "charts/live_graph_dialog.h"
 #include "item/tick.h"
+#include "tests/ui/layout.h"
 #include "tests/ui/usage_screens.h"
 
 namespace ui {
 namespace {
 
 void OpenLiveGraph(const TodayFrame& frame) {
-    platform::RunDialog(itemState.instance, IDD_LIVE_GRAPH, frame.window, LiveGraphDlgProc);
+    DispatchTap(frame.window, 10, 10);
 }
 
 void AddSample(uint32_t transmitted, uint32_t received) {
@@ -79,6 +79,7 @@ TEST(LiveGraphDialog, Shows_the_last_ticks_at_every_size) {
                          },
                          [&](HWND dialog) {
                              SaveScreen(frame, "live-beyond-" + NameOf(screen));
+                             ExpectReadable(dialog, frame.window);
                              EXPECT_EQ(LineHeight(dialog, 168, kRed), 1);
                              Press(dialog, IDOK);
                          }});

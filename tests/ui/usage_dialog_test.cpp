@@ -1,5 +1,6 @@
 // The usage dialog as a person uses it, at every screen size.
 
+#include "tests/ui/layout.h"
 #include "tests/ui/usage_screens.h"
 
 namespace ui {
@@ -150,6 +151,10 @@ TEST(UsageDialog, Every_view_at_every_size) {
         const auto shot = [&](const char* view) { SaveScreen(frame, "usage-" + std::string(view) + NameOf(screen)); };
         RunDialogScript([&] { OpenUsage(frame); }, {[&](HWND dialog) {
                                                         shot("empty-");
+                                                        RECT area = {};
+                                                        GetClientRect(dialog, &area);
+                                                        EXPECT_EQ(area.right > area.bottom, IsLandscape(screen))
+                                                            << "the wrong template";
                                                         EXPECT_EQ(TextOf(dialog, IDC_USAGE_MODE), L"Daily");
                                                         PickDate(dialog, IDC_USAGE_DATE, {2006, 9, 28});
                                                     },
@@ -159,6 +164,11 @@ TEST(UsageDialog, Every_view_at_every_size) {
                                                     },
                                                     [&](HWND dialog) {
                                                         shot("hourly-");
+                                                        // The landscape dialog is wider than a square screen and hangs
+                                                        // out on both sides.
+                                                        if (screen.cx != screen.cy) {
+                                                            ExpectReadable(dialog, frame.window);
+                                                        }
                                                         ShowTable(dialog);
                                                     },
                                                     [&](HWND) { shot("hourly-table-"); },

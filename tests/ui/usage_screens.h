@@ -1,10 +1,9 @@
 // tests/ui/usage_screens.h - what the tests of the charts' dialogs share: templates, dates, and pixels of the charts.
 #pragma once
 
-#include "charts/usage_dialog.h"
 #include "item/item_state.h"
 #include "item/strip_paint.h"
-#include "platform/dialogs.h"
+#include "item/tap_dispatch.h"
 #include "platform/scoped_gdi.h"
 #include "resources/resource_ids.h"
 #include "tests/support/traffic_logs.h"
@@ -15,10 +14,10 @@ namespace ui {
 inline constexpr COLORREF kRed = RGB(255, 0, 0);
 inline constexpr COLORREF kBlue = RGB(0, 0, 255);
 
+// Taps the strip's icon.
 inline void OpenUsage(const TodayFrame& frame) {
     CreatePens();
-    const int id = ::IsLandscape() ? IDD_USAGE_LANDSCAPE : IDD_USAGE;
-    platform::RunDialog(itemState.instance, id, frame.window, UsageDlgProc);
+    DispatchTap(frame.window, static_cast<uint32_t>(70 * ScreenScale()), 10);
 }
 
 // Sets a date picker as a person does: the value and its notification.
