@@ -7,6 +7,7 @@
 //   probe set ID TEXT          puts a text into a control of it
 //   probe rows ID              the rows of a list view in it, columns by tabs
 //   probe send ID MESSAGE WPARAM LPARAM   sends a message to a control of it (ID 0: to the dialog), prints the result
+//   probe post ID MESSAGE WPARAM LPARAM   the same without waiting for what it does
 //   probe screenshot FILE      writes what the dialog shows as a bitmap
 //   probe gone [SECONDS]       waits until no dialog takes input
 //
@@ -179,10 +180,14 @@ int WaitUntilGone(double seconds) {
     return 0;
 }
 
-int SendTo(HWND window, wchar_t** arguments) {
-    const LRESULT result = SendMessageW(window, static_cast<UINT>(wcstoul(arguments[0], nullptr, 0)),
-                                        static_cast<WPARAM>(wcstoll(arguments[1], nullptr, 0)),
-                                        static_cast<LPARAM>(wcstoll(arguments[2], nullptr, 0)));
+int SendTo(HWND window, bool wait, wchar_t** arguments) {
+    const auto message = static_cast<UINT>(wcstoul(arguments[0], nullptr, 0));
+    const auto wParam = static_cast<WPARAM>(wcstoll(arguments[1], nullptr, 0));
+    const auto lParam = static_cast<LPARAM>(wcstoll(arguments[2], nullptr, 0));
+    if (!wait) {
+        return PostMessageW(window, message, wParam, lParam) ? 0 : 1;
+    }
+    const LRESULT result = SendMessageW(window, message, wParam, lParam);
     printf("%lld\n", static_cast<long long>(result));
     return 0;
 }
@@ -192,7 +197,8 @@ int SendTo(HWND window, wchar_t** arguments) {
 int wmain(int count, wchar_t** arguments) {
     constexpr double kPatience = 10;
     const std::wstring command = count > 1 ? arguments[1] : L"";
-    const bool takesId = command == L"press" || command == L"set" || command == L"rows" || command == L"send";
+    const bool takesId =
+        command == L"press" || command == L"set" || command == L"rows" || command == L"send" || command == L"post";
     const int secondsAt = takesId ? 3 : 2;
     const bool takesSeconds = command == L"dump" || command == L"press" || command == L"gone";
     const double seconds = takesSeconds && count > secondsAt ? wcstod(arguments[secondsAt], nullptr) : kPatience;
@@ -217,8 +223,8 @@ int wmain(int count, wchar_t** arguments) {
     if (command == L"rows" && count > 2) {
         return PrintRows(control);
     }
-    if (command == L"send" && count > 5) {
-        return SendTo(control, arguments + 3);
+    if ((command == L"send" || command == L"post") && count > 5) {
+        return SendTo(control, command == L"send", arguments + 3);
     }
     if (command == L"screenshot" && count > 2) {
         return Screenshot(dialog, arguments[2]);
