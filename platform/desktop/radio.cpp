@@ -11,12 +11,24 @@
 namespace platform {
 namespace {
 
-// Under Wine one radio is open at a time; its handle is this name.
+// Under Wine one radio is open at a time; its handle is this record. Every tick opens it anew, so the helper's answer
+// is remembered for a while; that there is no adapter is not.
 struct HelperRadio {
     wchar_t name[kHelperNameUnits];
     wchar_t description[kHelperNameUnits];
+    bool found;
+    DWORD foundAt;  // GetTickCount
 };
 HelperRadio helperRadio;
+
+bool FindHelperRadio() {
+    if (helperRadio.found && GetTickCount() - helperRadio.foundAt < kRadioBindingMs) {
+        return true;
+    }
+    helperRadio.found = HelperRadioBinding(helperRadio.name, helperRadio.description);
+    helperRadio.foundAt = GetTickCount();
+    return helperRadio.found;
+}
 
 bool IsHelperRadio(HANDLE radio) {
     return radio == &helperRadio;
@@ -61,7 +73,7 @@ HANDLE OpenRadio() {
     if (!IsWine()) {
         return OpenNativeWifi();
     }
-    return HelperRadioBinding(helperRadio.name, helperRadio.description) ? &helperRadio : nullptr;
+    return FindHelperRadio() ? &helperRadio : nullptr;
 }
 
 void CloseRadio(HANDLE radio) {
