@@ -12,22 +12,24 @@ namespace platform {
 namespace {
 
 // Under Wine one radio is open at a time; its handle is this record. Every tick opens it anew, so the helper's answer
-// is remembered for a while; that there is no adapter is not.
+// is remembered for a while on the same connection; that there is no adapter is not.
 struct HelperRadio {
     wchar_t name[kHelperNameUnits];
     wchar_t description[kHelperNameUnits];
-    bool found;
-    DWORD foundAt;  // GetTickCount
+    uint32_t connection;  // by which it was found; 0: it was not
+    DWORD foundAt;        // GetTickCount
 };
 HelperRadio helperRadio;
 
 bool FindHelperRadio() {
-    if (helperRadio.found && GetTickCount() - helperRadio.foundAt < kRadioBindingMs) {
+    const bool known = helperRadio.connection != 0 && helperRadio.connection == HelperConnectionNumber();
+    if (known && GetTickCount() - helperRadio.foundAt < kRadioBindingMs) {
         return true;
     }
-    helperRadio.found = HelperRadioBinding(helperRadio.name, helperRadio.description);
+    const bool found = HelperRadioBinding(helperRadio.name, helperRadio.description);
+    helperRadio.connection = found ? HelperConnectionNumber() : 0;
     helperRadio.foundAt = GetTickCount();
-    return helperRadio.found;
+    return found;
 }
 
 bool IsHelperRadio(HANDLE radio) {
