@@ -34,6 +34,17 @@ target_link_libraries(quorvane PRIVATE
     ${system_libraries})
 target_link_options(quorvane PRIVATE -static-libgcc -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
 
+# The same library over a made-up network, for the host's demonstration.
+file(GLOB demo_sources CONFIGURE_DEPENDS platform/demo/*.cpp)
+add_library(platform_demo STATIC ${demo_sources} platform/desktop/native_wifi_records.cpp)
+target_link_libraries(platform_demo PRIVATE quorvane_product_flags PUBLIC quorvane_flags)
+add_library(quorvane-demo SHARED item/module.cpp resources/quorvane.rc item/quorvane.def)
+set_target_properties(quorvane-demo PROPERTIES PREFIX "" LINKER_LANGUAGE C)
+target_link_libraries(quorvane-demo PRIVATE
+    -Wl,--start-group quorvane_shows quorvane_decides platform_desktop_screen platform_demo -Wl,--end-group
+    ${system_libraries})
+target_link_options(quorvane-demo PRIVATE -static-libgcc -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
+
 file(GLOB host_sources CONFIGURE_DEPENDS host/*.cpp host/*.rc)
 if(host_sources)
     add_executable(todayhost WIN32 ${host_sources})
@@ -45,5 +56,5 @@ if(host_sources)
     add_executable(ctlpnl WIN32 host/ctlpnl/main.cpp)
     target_link_libraries(ctlpnl PRIVATE quorvane_flags ${system_libraries})
     target_link_options(ctlpnl PRIVATE -static -municode)
-    add_dependencies(todayhost ctlpnl)
+    add_dependencies(todayhost ctlpnl quorvane-demo)
 endif()

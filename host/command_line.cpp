@@ -96,6 +96,10 @@ bool ParseCommandLine(const std::vector<std::wstring>& arguments, HostOptions& o
             options.help = true;
             continue;
         }
+        if (name == L"--demo") {
+            options.demo = true;
+            continue;
+        }
         if (name == L"--options") {
             options.openOptions = true;
             continue;
@@ -109,6 +113,10 @@ bool ParseCommandLine(const std::vector<std::wstring>& arguments, HostOptions& o
             error = name + (i == arguments.size() ? L" needs a value" : L" cannot be " + arguments[i]);
             return false;
         }
+    }
+    if (options.demo && !options.library.empty()) {
+        error = L"--demo brings its own library";
+        return false;
     }
     return true;
 }

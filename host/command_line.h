@@ -16,6 +16,7 @@ struct HostOptions {
     std::optional<POINT> tap;            // on the strip, in its pixels
     bool openOptions = false;
     int reloads = 0;
+    bool demo = false;
     bool help = false;
 };
 
@@ -29,6 +30,7 @@ inline constexpr wchar_t kHostUsage[] =
     L"  --tap X,Y              tap the strip there after the start\n"
     L"  --options              open the item's options after the start\n"
     L"  --library FILE         the plug-in to show (quorvane.dll beside this program)\n"
+    L"  --demo                 show a made-up network, with settings and a log of its own\n"
     L"  --reload N             load, run and unload the plug-in N times, then end; 0 is returned when all were clean\n"
     L"  --help                 show this text\n";
 

@@ -15,6 +15,10 @@ void DrawDate(HDC context, const ScreenLayout& layout) {
     RECT area = layout.date;
     area.left += 6 * layout.scale;
     DrawLabel(context, date, area, kTextHeight * layout.scale, DT_LEFT | DT_VCENTER);
+    if (today.options.demo) {
+        area.right -= 6 * layout.scale;
+        DrawLabel(context, L"Demo", area, kTextHeight * layout.scale, DT_RIGHT | DT_VCENTER);
+    }
 }
 
 void DrawSoftKeys(HDC context, const ScreenLayout& layout) {

@@ -142,7 +142,8 @@ HWND CreateFrame(SIZE screen) {
     const int width = frame.right - frame.left;
     const int height = frame.bottom - frame.top;
     const POINT place = FramePlace(width, height);
-    return CreateWindowExW(0, platform::kFrameClass, L"Today", kFrameStyle, place.x, place.y, width, height, nullptr,
+    const wchar_t* title = today.options.demo ? L"Today - Demo" : L"Today";
+    return CreateWindowExW(0, platform::kFrameClass, title, kFrameStyle, place.x, place.y, width, height, nullptr,
                            nullptr, GetModuleHandleW(nullptr), nullptr);
 }
 

@@ -1,5 +1,6 @@
 // todayhost.exe: a Today screen on the desktop, with one plug-in.
 
+#include "host/demo.h"
 #include "host/frame_window.h"
 #include "host/today_screen.h"
 #include "platform/controls.h"
@@ -124,12 +125,17 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
         return kCleanExit;
     }
     // Files are named relative to where the host was started; the item's paths begin at the root of the drive.
-    options.library = options.library.empty() ? BesideProgram(L"quorvane.dll") : FullPath(options.library);
+    const wchar_t* own = options.demo ? L"quorvane-demo.dll" : L"quorvane.dll";
+    options.library = options.library.empty() ? BesideProgram(own) : FullPath(options.library);
     if (!options.screenshot.empty()) {
         options.screenshot = FullPath(options.screenshot);
     }
     SetCurrentDirectoryW(L"C:\\");
     const INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
     InitCommonControlsEx(&controls);
+    if (options.demo && !PrepareDemo(error)) {
+        Say(L"todayhost: " + error + L"\n", true);
+        return kFailedExit;
+    }
     return options.reloads > 0 ? ReloadItem(options) : ShowTodayScreen(options);
 }

@@ -3,6 +3,7 @@
 #include "host/taskbar_window.h"
 
 #include "host/theme_paint.h"
+#include "host/today_screen.h"
 #include "platform/desktop/today_frame.h"
 
 namespace {
@@ -30,7 +31,7 @@ void DrawStart(HDC context, const RECT& area) {
     }
     RECT text = area;
     text.left = scale == 1 ? kNormalStartLeft : kHiResStartLeft;
-    DrawLabel(context, L"Start", text, kTextHeight * scale, DT_LEFT | DT_VCENTER);
+    DrawLabel(context, today.options.demo ? L"Demo" : L"Start", text, kTextHeight * scale, DT_LEFT | DT_VCENTER);
 }
 
 RECT ClockArea(const RECT& area) {

@@ -13,6 +13,7 @@ constexpr size_t kMessageBytes = kHelperValueBytes + 512;
 
 struct HelperConnection {
     bool isOpen;
+    uint32_t number;  // of the last one opened
     SOCKET socket;
     uint32_t sequence;
     bool hasFailed;
@@ -126,6 +127,7 @@ bool OpenConnection(const HelperAddress& address) {
         WSACleanup();
         return false;
     }
+    ++connection.number;
     uint8_t opening[helper_protocol::kOpeningBytes];
     helper_protocol::EncodeOpening(opening, {address.token, helper_protocol::kTokenDigits});
     return SendAll(opening, {GetTickCount(), kHelperConnectMs});
@@ -163,6 +165,10 @@ bool IsPausing() {
 bool HasHelper() {
     HelperAddress address;
     return ReadAddress(address);
+}
+
+uint32_t HelperConnectionNumber() {
+    return connection.isOpen ? connection.number : 0;
 }
 
 void CloseHelper() {

@@ -23,6 +23,8 @@ inline constexpr DWORD kHelperConnectMs = 200;
 inline constexpr DWORD kHelperQueryMs = 300;
 inline constexpr DWORD kHelperChangeMs = 25000;
 inline constexpr DWORD kHelperPauseMs = 5000;
+// How long the desktop's radio takes the wireless adapter to be the one that the helper named.
+inline constexpr DWORD kRadioBindingMs = 5000;
 
 inline constexpr size_t kHelperNameUnits = 128;
 // The longest value of a query: one that fits the 1,024-byte NDIS request fits here.
@@ -50,6 +52,9 @@ bool HelperRadioBinding(wchar_t (&name)[kHelperNameUnits], wchar_t (&description
 // helper, ERROR_GEN_FAILURE when there is no such value; `value` and `bytes` are left alone then.
 DWORD HelperRadioQuery(const wchar_t* name, uint32_t oid, std::span<uint8_t> value, size_t& bytes);
 DWORD HelperRadioSet(const wchar_t* name, uint32_t oid, std::span<const uint8_t> value);
+
+// Tells one connection from the next: 0 while there is none.
+uint32_t HelperConnectionNumber();
 
 // Closes the connection, if there is one, and forgets a failure; the next request connects anew.
 void CloseHelper();

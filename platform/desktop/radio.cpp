@@ -11,12 +11,26 @@
 namespace platform {
 namespace {
 
-// Under Wine one radio is open at a time; its handle is this name.
+// Under Wine one radio is open at a time; its handle is this record. Every tick opens it anew, so the helper's answer
+// is remembered for a while on the same connection; that there is no adapter is not.
 struct HelperRadio {
     wchar_t name[kHelperNameUnits];
     wchar_t description[kHelperNameUnits];
+    uint32_t connection;  // by which it was found; 0: it was not
+    DWORD foundAt;        // GetTickCount
 };
 HelperRadio helperRadio;
+
+bool FindHelperRadio() {
+    const bool known = helperRadio.connection != 0 && helperRadio.connection == HelperConnectionNumber();
+    if (known && GetTickCount() - helperRadio.foundAt < kRadioBindingMs) {
+        return true;
+    }
+    const bool found = HelperRadioBinding(helperRadio.name, helperRadio.description);
+    helperRadio.connection = found ? HelperConnectionNumber() : 0;
+    helperRadio.foundAt = GetTickCount();
+    return found;
+}
 
 bool IsHelperRadio(HANDLE radio) {
     return radio == &helperRadio;
@@ -61,7 +75,7 @@ HANDLE OpenRadio() {
     if (!IsWine()) {
         return OpenNativeWifi();
     }
-    return HelperRadioBinding(helperRadio.name, helperRadio.description) ? &helperRadio : nullptr;
+    return FindHelperRadio() ? &helperRadio : nullptr;
 }
 
 void CloseRadio(HANDLE radio) {

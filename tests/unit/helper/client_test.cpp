@@ -4,97 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <functional>
-#include <string>
-#include <thread>
-#include <vector>
+#include "tests/unit/helper/scripted_helper.h"
 
 using namespace platform;
-using helper_protocol::kHeaderBytes;
-using helper_protocol::kOpeningBytes;
-using helper_protocol::MessageHeader;
 
 namespace {
-
-constexpr const char* kToken = "00112233445566778899aabbccddeeff";
-constexpr DWORD kAtOnceMs = 60;  // on a busy machine
-
-using Bytes = std::vector<uint8_t>;
-
-// Gets a request's header and body, and returns what to send. An empty answer closes the connection.
-using Answer = std::function<Bytes(const MessageHeader&, const Bytes&)>;
-
-void SetHelper(const char* port, const char* token) {
-    CloseHelper();
-    SetEnvironmentVariableA("QUORVANE_HELPER_PORT", port);
-    SetEnvironmentVariableA("QUORVANE_HELPER_TOKEN", token);
-}
-
-// A listening socket that the environment names; answers one connection after the other on its own thread.
-struct Server {
-    SOCKET listener = INVALID_SOCKET;
-    std::atomic<int> connections = 0;
-    std::atomic<bool> saidNonsense = false;
-    std::thread thread;
-
-    // Without an answer function nothing is accepted and nothing said: the system completes the connection by itself.
-    explicit Server(Answer answer = nullptr) {
-        WSADATA data;
-        WSAStartup(MAKEWORD(2, 2), &data);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        int length = sizeof(address);
-        listener = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-        bind(listener, reinterpret_cast<sockaddr*>(&address), length);
-        listen(listener, 5);
-        getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
-        SetHelper(std::to_string(ntohs(address.sin_port)).c_str(), kToken);
-        if (answer) {
-            thread = std::thread([this, answer] { Serve(answer); });
-        }
-    }
-
-    ~Server() {
-        CloseHelper();
-        closesocket(listener);
-        if (thread.joinable()) {
-            thread.join();
-        }
-        WSACleanup();
-    }
-
-    void Serve(const Answer& answer) {
-        for (SOCKET client; (client = accept(listener, nullptr, nullptr)) != INVALID_SOCKET; closesocket(client)) {
-            ++connections;
-            Bytes opening(kOpeningBytes);
-            saidNonsense = saidNonsense || !Receive(client, opening) || !helper_protocol::IsOpening(opening, kToken);
-            while (AnswerOne(client, answer)) {
-            }
-        }
-    }
-
-    bool AnswerOne(SOCKET client, const Answer& answer) {
-        Bytes head(kHeaderBytes);
-        MessageHeader header;
-        if (!Receive(client, head) || !helper_protocol::DecodeHeader(head, header)) {
-            return false;
-        }
-        Bytes body(header.bodyBytes);
-        helper_protocol::Request request;
-        Receive(client, body);
-        saidNonsense = saidNonsense || !DecodeRequest(header.kind, body, request);
-        const Bytes bytes = answer(header, body);
-        send(client, reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size()), 0);
-        return !bytes.empty();
-    }
-
-    static bool Receive(SOCKET client, Bytes& bytes) {
-        return bytes.empty() || recv(client, reinterpret_cast<char*>(bytes.data()), static_cast<int>(bytes.size()),
-                                     MSG_WAITALL) == static_cast<int>(bytes.size());
-    }
-};
 
 Bytes LeaseAnswer(const MessageHeader& header, const Bytes&) {
     Bytes message(100);
@@ -121,12 +35,6 @@ Answer Value(size_t length) {
 bool HasLease() {
     HelperLeaseState state;
     return HelperLease("eth0", state);
-}
-
-DWORD Timed(const std::function<void()>& action) {
-    const DWORD start = GetTickCount();
-    action();
-    return GetTickCount() - start;
 }
 
 }  // namespace
