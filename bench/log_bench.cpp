@@ -2,30 +2,21 @@
 
 #include <benchmark/benchmark.h>
 
-#include "item/item_state.h"
-#include "platform/scoped.h"
+#include "bench/logged_months.h"
 #include "tests/fakes/fakes.h"
-#include "tests/support/traffic_logs.h"
-#include "trafficlog/export_writer.h"
 #include "trafficlog/log_reader.h"
 
 namespace {
 
-constexpr int kFirstYear = 1997;
-constexpr int kYears = 10;
-
-void WriteTenYears() {
+void UseTenYears() {
     fakes::ResetSystem();
     ResetItemState();
     UseEmptyDataFolder();
-    for (int index = 0; index < kYears * 12; ++index) {
-        const int year = kFirstYear + index / 12;
-        WriteLog(year, index % 12 + 1, FullMonth(year, index % 12 + 1, 123456789, 98765432));
-    }
+    WriteTenYears();
 }
 
 void ReadMonth(benchmark::State& state) {
-    WriteTenYears();
+    UseTenYears();
     const auto mode = static_cast<UsageMode>(state.range(0));
     TrafficSeries series;
     for (auto _ : state) {
@@ -34,27 +25,21 @@ void ReadMonth(benchmark::State& state) {
 }
 BENCHMARK(ReadMonth)->ArgName("hourly")->Arg(0)->Arg(1);
 
-void ReadTenYears(benchmark::State& state) {
-    WriteTenYears();
+void ReadAllFiles(benchmark::State& state) {
+    UseTenYears();
     for (auto _ : state) {
-        for (int index = 0; index < kYears * 12; ++index) {
-            const platform::ScopedHandle file(OpenTrafficLog(kFirstYear + index / 12, index % 12 + 1));
-            uint8_t content[kRecordsPerMonth * sizeof(TrafficLogRecord) + 1];
-            DWORD read = 0;
-            ReadFile(file.handle, content, sizeof(content), &read, nullptr);
-            benchmark::DoNotOptimize(content);
-        }
+        benchmark::DoNotOptimize(ReadTenYears());
     }
 }
-BENCHMARK(ReadTenYears)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadAllFiles);
 
-void ExportTenYears(benchmark::State& state) {
-    WriteTenYears();
+void ExportAllFiles(benchmark::State& state) {
+    UseTenYears();
     const std::wstring path = DataPath(L"out.csv");
     for (auto _ : state) {
-        ExportTraffic(path.c_str(), {{kFirstYear, 1, 1}, {kFirstYear + kYears - 1, 12, 31}});
+        ExportTenYears(path);
     }
 }
-BENCHMARK(ExportTenYears)->Unit(benchmark::kMillisecond);
+BENCHMARK(ExportAllFiles);
 
 }  // namespace
