@@ -6,6 +6,7 @@
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
+#include <thread>
 
 #include <chrono>
 #include <string>
@@ -238,6 +239,11 @@ TEST(HelperServer, It_ends_with_the_process_it_watches) {
     EXPECT_TRUE(AnswersLease(client));
     program.EndWatched();
     EXPECT_TRUE(IsClosedSilently(client));
+    // Its sockets close one after the other while it ends.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (Connect(program.port).IsOpen() && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
     EXPECT_FALSE(Connect(program.port).IsOpen());
 }
 
