@@ -6,10 +6,10 @@
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
-#include <thread>
 
 #include <chrono>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/helper_protocol.h"
