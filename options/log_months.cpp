@@ -15,6 +15,12 @@ bool IsDigit(wchar_t character) {
     return character >= L'0' && character <= L'9';
 }
 
+// The pattern also matches longer extensions on file systems that keep short names; those files are not ours.
+bool HasLogExtension(const wchar_t* name) {
+    const wchar_t* extension = wcsrchr(name, L'.');
+    return extension != nullptr && _wcsicmp(extension, L".log") == 0;
+}
+
 int Digits(const wchar_t* text) {
     int number = 0;
     for (; *text != 0; ++text) {
@@ -63,7 +69,8 @@ const wchar_t* NextLogFile(LogSearch& search) {
             return nullptr;
         }
         search.started = true;
-        if ((search.found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        if ((search.found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
+            HasLogExtension(search.found.cFileName)) {
             return search.found.cFileName;
         }
     }

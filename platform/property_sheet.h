@@ -1,4 +1,4 @@
-// platform/property_sheet.h - property sheets that fill the screen, as a handheld shows them.
+// platform/property_sheet.h - property sheets that fill the screen below the taskbar, as a handheld shows them.
 #pragma once
 
 #include "platform/controls.h"

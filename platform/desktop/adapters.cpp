@@ -9,6 +9,7 @@
 #include "platform/desktop/adapter_order.h"
 #include "platform/desktop/default_route.h"
 #include "platform/desktop/lease.h"
+#include "platform/desktop/link_speed.h"
 #include "platform/desktop/wine.h"
 #include "platform/scoped.h"
 
@@ -138,6 +139,7 @@ DWORD GetIfEntry(MIB_IFROW* row) {
         return result;
     }
     row->dwType = HandheldType(row->dwType);
+    CorrectSpeed(*row);
     return IsGone(*row) ? ERROR_FILE_NOT_FOUND : NO_ERROR;
 }
 

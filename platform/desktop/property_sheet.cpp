@@ -1,11 +1,14 @@
-// A desktop's property sheet, made to behave like a handheld's: it fills the Today host's screen, has no row of
-// buttons, and its close box is the done button. Closing a desktop's sheet any other way than by OK would drop what was
-// changed, so every way is turned into OK.
+// A desktop's property sheet, made to behave like a handheld's: it fills the Today host's screen below the taskbar,
+// with tabs of the screen's scale and one button, the done button at the end of their row. Closing a desktop's sheet
+// any other way than by OK would drop what was changed, so every way is turned into OK.
 
 #include "platform/property_sheet.h"
 
 #include "platform/desktop/template_scale.h"
 #include "platform/screen.h"
+#include "platform/shell.h"
+
+#include <initializer_list>
 
 namespace platform {
 namespace {
@@ -17,22 +20,45 @@ constexpr int kHelpButton = 9;
 
 // One sheet is open at a time.
 WNDPROC sheetProcedure = nullptr;
+HFONT sheetFont = nullptr;  // on a high-resolution screen
 
-void HideButtons(HWND sheet) {
-    for (const int id : {IDOK, IDCANCEL, kApplyButton, kHelpButton}) {
+void StripSheet(HWND sheet) {
+    SetWindowLongPtrW(sheet, GWL_STYLE, GetWindowLongPtrW(sheet, GWL_STYLE) & ~LONG_PTR{WS_CAPTION | WS_SYSMENU});
+    SetWindowLongPtrW(sheet, GWL_EXSTYLE, GetWindowLongPtrW(sheet, GWL_EXSTYLE) & ~LONG_PTR{WS_EX_DLGMODALFRAME});
+    SetWindowPos(sheet, nullptr, 0, 0, 0, 0, SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
+    for (const int id : {IDCANCEL, kApplyButton, kHelpButton}) {
         if (HWND button = GetDlgItem(sheet, id)) {
             ShowWindow(button, SW_HIDE);
         }
     }
 }
 
+// The system's own template has one font size only.
+void ScaleFont(HWND sheet) {
+    LOGFONTW description = {};
+    if (!IsHighResolution(ScreenSize()) || GetObjectW(reinterpret_cast<HFONT>(SendMessageW(sheet, WM_GETFONT, 0, 0)),
+                                                      sizeof(description), &description) == 0) {
+        return;
+    }
+    description.lfHeight *= 2;
+    sheetFont = CreateFontIndirectW(&description);
+    for (const int id : {kTabControl, IDOK}) {
+        SendDlgItemMessageW(sheet, id, WM_SETFONT, reinterpret_cast<WPARAM>(sheetFont), FALSE);
+    }
+}
+
 // Pages take the place that the tab control leaves them when they are shown.
 void FillScreen(HWND sheet) {
-    const SIZE screen = ScreenSize();
-    MoveDialog(sheet, 0, 0, screen.cx, screen.cy);
+    InitFullScreenDialog(sheet);
     RECT area = {};
     GetClientRect(sheet, &area);
-    MoveWindow(GetDlgItem(sheet, kTabControl), 0, 0, area.right, area.bottom, TRUE);
+    HWND tabs = GetDlgItem(sheet, kTabControl);
+    SetWindowLongPtrW(tabs, GWL_STYLE, GetWindowLongPtrW(tabs, GWL_STYLE) | WS_CLIPSIBLINGS);
+    MoveWindow(tabs, 0, 0, area.right, area.bottom, TRUE);
+    RECT tab = {};
+    SendMessageW(tabs, TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&tab));
+    const int width = 2 * tab.bottom;
+    SetWindowPos(GetDlgItem(sheet, IDOK), HWND_TOP, area.right - width, 0, width, tab.bottom, 0);
 }
 
 LRESULT CALLBACK SheetProc(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -46,7 +72,8 @@ int CALLBACK OnSheetEvent(HWND sheet, UINT event, LPARAM) {
     if (event == PSCB_INITIALIZED) {
         sheetProcedure =
             reinterpret_cast<WNDPROC>(SetWindowLongPtrW(sheet, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SheetProc)));
-        HideButtons(sheet);
+        StripSheet(sheet);
+        ScaleFont(sheet);
         FillScreen(sheet);
     }
     return 0;
@@ -100,6 +127,10 @@ void RunPropertySheet(HINSTANCE instance, HWND owner, const wchar_t* caption, st
     header.pfnCallback = OnSheetEvent;
     if (count != 0) {
         PropertySheetW(&header);
+    }
+    if (sheetFont != nullptr) {
+        DeleteObject(sheetFont);
+        sheetFont = nullptr;
     }
     for (const PROPSHEETPAGEW& record : records) {
         LocalFree(const_cast<DLGTEMPLATE*>(record.pResource));

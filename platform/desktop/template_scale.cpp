@@ -106,12 +106,10 @@ Stretch DoubleFont(TemplateFont* font) {
 }  // namespace
 
 void ScaleTemplateToScreen(void* dialogTemplate) {
-    constexpr int kLargestNormalSide = 320;
     constexpr WORD kExtendedSignature = 0xFFFF;
-    const SIZE screen = ScreenSize();
     auto* header = static_cast<TemplateHeader*>(dialogTemplate);
-    if ((screen.cx <= kLargestNormalSide && screen.cy <= kLargestNormalSide) ||
-        header->signature != kExtendedSignature || (header->style & DS_SETFONT) == 0) {
+    if (!IsHighResolution(ScreenSize()) || header->signature != kExtendedSignature ||
+        (header->style & DS_SETFONT) == 0) {
         return;
     }
     const WORD* field = reinterpret_cast<const WORD*>(header + 1);

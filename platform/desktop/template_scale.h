@@ -5,6 +5,12 @@
 
 namespace platform {
 
+// Whether a screen of that size is a high-resolution one.
+inline bool IsHighResolution(SIZE screen) {
+    constexpr int kLargestNormalSide = 320;
+    return screen.cx > kLargestNormalSide || screen.cy > kLargestNormalSide;
+}
+
 // Doubles the font size of a DIALOGEX template in writable memory when the screen is a high-resolution one.
 void ScaleTemplateToScreen(void* dialogTemplate);
 

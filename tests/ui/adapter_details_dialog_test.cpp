@@ -110,12 +110,12 @@ TEST(AdapterDetailsDialog, Stands_centred_one_pixel_larger_than_its_template) {
                       const LONG height = area.bottom - area.top;
                       EXPECT_EQ(area.left, (screen.cx - width) / 2);
                       EXPECT_EQ(area.top, std::max<LONG>((screen.cy - height) / 2, ui::TaskbarHeightOf(screen) + 1));
-                      // Eight points of Tahoma make units of 6 by 13 pixels; a high-resolution screen doubles them.
-                      const int scale = ui::IsHiRes(screen) ? 2 : 1;
-                      const int unitsHigh = ui::IsLandscape(screen) ? 129 : 152;
-                      EXPECT_NEAR(width, MulDiv(155, 6 * scale, 4) + 2 * GetSystemMetrics(SM_CXBORDER) + 1, scale - 1);
-                      EXPECT_NEAR(height, MulDiv(unitsHigh, 13 * scale, 8) + 2 * GetSystemMetrics(SM_CYBORDER) + 1,
-                                  scale - 1);
+                      // At double scale the units are stretched, so that the pixels come out doubled.
+                      const int scale = ScreenScale();
+                      constexpr LONG kGrowthAndBorder = 3;
+                      EXPECT_NEAR(width - kGrowthAndBorder, 155 * 6 / 4.0 * scale, 1.0);
+                      EXPECT_NEAR(height - kGrowthAndBorder, (ui::IsLandscape(screen) ? 129 : 152) * 13 / 8.0 * scale,
+                                  1.0);
                       ui::Press(dialog, IDOK);
                   }});
     });

@@ -13,7 +13,8 @@
 #include "resources/resource_ids.h"
 #include "tests/fakes/scripted_platform.h"
 #include "tests/support/data_folder.h"
-#include "tests/ui/today_frame.h"
+#include "tests/ui/layout.h"
+#include "tests/ui/usage_screens.h"
 
 namespace {
 
@@ -79,18 +80,23 @@ TEST(OptionsSheet, Fills_the_screen_and_shows_three_pages) {
                                RECT area = {};
                                GetWindowRect(sheet, &area);
                                EXPECT_EQ(area.right - area.left, screen.cx);
-                               EXPECT_EQ(area.bottom - area.top, screen.cy);
+                               EXPECT_EQ(area.bottom - area.top, screen.cy - ui::TaskbarHeightOf(screen));
                                EXPECT_EQ(ui::TextOf(CurrentPage(sheet), IDC_PAGE_HEADER), L"Today: Quorvane");
                                EXPECT_FALSE(ui::IsShown(sheet, IDCANCEL));
+                               ui::ExpectReadable(CurrentPage(sheet), frame.window, IDC_PAGE_HEADER);
                                picture("adapter-");
                            },
                            [](HWND sheet) { ShowPage(sheet, kOptionsPage); },
                            [&](HWND sheet) {
                                EXPECT_EQ(ui::TextOf(CurrentPage(sheet), IDC_OPTIONS_X_LOCATION), L"639");
+                               ui::ExpectReadable(CurrentPage(sheet), frame.window, IDC_PAGE_HEADER);
                                picture("options-");
                                ShowPage(sheet, kAboutPage);
                            },
                            [&](HWND sheet) {
+                               const int lineTop = 24 * ScreenScale();
+                               EXPECT_EQ(ui::PixelAt(CurrentPage(sheet), 2, lineTop) == RGB(0, 0, 0),
+                                         !ui::IsLandscape(screen));
                                picture("about-");
                                CloseSheet(sheet);
                            }});
@@ -140,6 +146,8 @@ TEST(OptionsSheet, The_up_arrow_lowers_the_place) {
 
 TEST(OptionsSheet, Every_way_of_closing_saves_and_closes_both_windows) {
     const ui::Step ways[] = {CloseSheet,
+                             [](HWND sheet) { ui::Press(sheet, IDOK); },
+                             [](HWND sheet) { PostMessageW(CurrentPage(sheet), WM_KEYDOWN, VK_RETURN, 0); },
                              [](HWND sheet) { PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0); },
                              [](HWND sheet) { PostMessageW(sheet, WM_COMMAND, IDCANCEL, 0); },
                              [](HWND sheet) { PostMessageW(sheet, WM_COMMAND, IDOK, 0); },
@@ -160,6 +168,47 @@ TEST(OptionsSheet, Every_way_of_closing_saves_and_closes_both_windows) {
         EXPECT_EQ(StoredNumber(L"TFormat"), 0U);
         EXPECT_TRUE(IsWindowEnabled(frame.window));
     }
+}
+
+TEST(OptionsSheet, Odd_stored_values_show_as_they_count_and_stay_while_unchanged) {
+    TodayFrame frame({240, 320});
+    WriteNumberSetting(L"TFormat", 7);
+    WriteNumberSetting(L"TIcon", 0);
+    LoadDisplaySettings();
+    WriteStringSetting(L"XLocation", L"text", 5);
+    RunOptions(frame, {OnOptionsPage([](HWND page) {
+                           EXPECT_TRUE(ui::IsChecked(page, IDC_OPTIONS_AM_PM));
+                           EXPECT_FALSE(ui::IsChecked(page, IDC_OPTIONS_MILITARY));
+                           EXPECT_FALSE(ui::IsChecked(page, IDC_OPTIONS_SHOW_ICON));
+                           EXPECT_EQ(ui::TextOf(page, IDC_OPTIONS_X_LOCATION), L"75");
+                       }),
+                       CloseSheet});
+    EXPECT_EQ(StoredNumber(L"TFormat"), 7U);
+    EXPECT_FALSE(StoredNumber(L"XLocation"));
+}
+
+TEST(OptionsSheet, The_hour_format_shows_in_the_usage_table_at_once) {
+    TodayFrame frame({240, 320});
+    LoadDisplaySettings();
+    WriteLog(2006, 9, LogRecord(28, 15, 1000, 1000));
+    const auto table = [&] {
+        Picture picture;
+        ui::RunDialogScript([&] { ui::OpenUsage(frame); }, {[](HWND dialog) {
+                                                                ui::PickDate(dialog, IDC_USAGE_DATE, {2006, 9, 28});
+                                                                ui::ChooseFromList(GetDlgItem(dialog, IDC_USAGE_MODE),
+                                                                                   1);
+                                                                ui::TapScaled(dialog, 31, 43);
+                                                            },
+                                                            [&](HWND dialog) {
+                                                                picture = TakePicture(dialog);
+                                                                ui::Press(dialog, IDOK);
+                                                            }});
+        return picture.pixels;
+    };
+    const auto amPm = table();
+    EXPECT_TRUE(table() == amPm);
+    RunOptions(frame, {OnOptionsPage([](HWND page) { ui::Press(page, IDC_OPTIONS_MILITARY); }), CloseSheet});
+    EXPECT_FALSE(table() == amPm);
 }
 
 TEST(OptionsSheet, The_icon_is_erased_from_its_old_place_when_it_moves) {
@@ -192,14 +241,11 @@ TEST(OptionsSheet, Logs_are_listed_by_their_names) {
         WriteWholeFile(name, {1});
     }
     CreateDirectoryW(DataPath(L"200501.log").c_str(), nullptr);
-    RunOptions(frame,
-               {OnOptionsPage([](HWND page) {
-                    const std::wstring rows = RowsOf(GetDlgItem(page, IDC_OPTIONS_LOGS));
-                    // The last name is also found by its short one where the file system has those.
-                    EXPECT_TRUE(rows == L"2006=11;2006=11;2007=01;" || rows == L"1999=12;2006=11;2006=11;2007=01;")
-                        << std::string(rows.begin(), rows.end());
-                }),
-                CloseSheet});
+    RunOptions(frame, {OnOptionsPage([](HWND page) {
+                           const std::wstring rows = RowsOf(GetDlgItem(page, IDC_OPTIONS_LOGS));
+                           EXPECT_EQ(rows, L"2006=11;2006=11;2007=01;");
+                       }),
+                       CloseSheet});
 }
 
 TEST(OptionsSheet, One_log_is_deleted_after_a_question_and_the_last_keeps_its_row) {
@@ -236,7 +282,7 @@ TEST(OptionsSheet, One_log_is_deleted_after_a_question_and_the_last_keeps_its_ro
 
 TEST(OptionsSheet, All_logs_are_deleted_whatever_their_names_say) {
     TodayFrame frame({240, 320});
-    for (const wchar_t* name : {L"200611.log", L"other.log", L"keep.txt"}) {
+    for (const wchar_t* name : {L"200611.log", L"other.log", L"keep.txt", L"200612.logx"}) {
         WriteWholeFile(name, {1});
     }
     const auto messages = RunOptions(frame,
@@ -251,7 +297,7 @@ TEST(OptionsSheet, All_logs_are_deleted_whatever_their_names_say) {
     ASSERT_EQ(messages.size(), 2U);
     EXPECT_EQ(messages[0].text, L"Are you sure you want to delete ALL log data?");
     EXPECT_FALSE(FileExists(L"200611.log") || FileExists(L"other.log"));
-    EXPECT_TRUE(FileExists(L"keep.txt"));
+    EXPECT_TRUE(FileExists(L"keep.txt") && FileExists(L"200612.logx"));
 }
 
 TEST(AdapterPage, Properties_and_what_they_carry_over) {

@@ -81,6 +81,16 @@ BOOL CALLBACK PrintControl(HWND control, LPARAM) {
     return TRUE;
 }
 
+// Also on the page of a property sheet.
+HWND FindControl(HWND dialog, int id) {
+    HWND found = GetDlgItem(dialog, id);
+    HWND page = nullptr;
+    while (found == nullptr && (page = FindWindowExW(dialog, page, L"#32770", nullptr)) != nullptr) {
+        found = IsWindowVisible(page) ? GetDlgItem(page, id) : nullptr;
+    }
+    return found;
+}
+
 int Dump(HWND dialog) {
     // The dialog shows up before it has filled itself; a message that it answers itself waits for that.
     SendMessageW(dialog, WM_NULL, 0, 0);
@@ -89,11 +99,11 @@ int Dump(HWND dialog) {
     return 0;
 }
 
-int Press(HWND dialog, HWND button, int id) {
+int Press(HWND button, int id) {
     if (button == nullptr || !IsWindowEnabled(button)) {
         return 1;
     }
-    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
+    PostMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
     return 0;
 }
 
@@ -210,12 +220,12 @@ int wmain(int count, wchar_t** arguments) {
         return 1;
     }
     const int id = takesId && count > 2 ? _wtoi(arguments[2]) : 0;
-    HWND control = id != 0 ? GetDlgItem(dialog, id) : dialog;
+    HWND control = id != 0 ? FindControl(dialog, id) : dialog;
     if (command == L"dump") {
         return Dump(dialog);
     }
     if (command == L"press" && count > 2) {
-        return Press(dialog, control, id);
+        return Press(control, id);
     }
     if (command == L"set" && count > 3) {
         return SendMessageW(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(arguments[3])) ? 0 : 1;
