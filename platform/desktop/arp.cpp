@@ -3,6 +3,8 @@
 // reads while the others wait, and each takes the first table whose reading began after its own call.
 
 #include "platform/adapters.h"
+#include "platform/desktop/unix_arp.h"
+#include "platform/desktop/wine.h"
 
 namespace platform {
 namespace {
@@ -43,6 +45,10 @@ void DropUnfinishedRows(MIB_IPNETTABLE* rows) {
 
 // The table grows between the size query and the reading, so both repeat. The caller frees what `rows` gets.
 DWORD ReadSystemTable(MIB_IPNETTABLE** rows) {
+    if (IsWine() && (*rows = ReadUnixArpTable()) != nullptr) {
+        DropUnfinishedRows(*rows);
+        return NO_ERROR;
+    }
     constexpr int kAttempts = 8;
     constexpr ULONG kRoomForNewcomers = 64 * sizeof(MIB_IPNETROW);
     ULONG bytes = 0;
