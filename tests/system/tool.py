@@ -16,10 +16,11 @@ class Control:
 
 
 class Tool:
-    """with Tool(wine, 130, 10) as tool: the host, with the tool under that place of its strip open. OK closes it."""
+    """with Tool(wine, 130, 10) as tool: the host, with the tool under that place of its strip open; `more` are options of
+    the host. OK closes it."""
 
-    def __init__(self, wine, x, y, size="240x320"):
-        self.wine, self.arguments = wine, ("--size", size, "--tap", f"{x},{y}", "--seconds", 300)
+    def __init__(self, wine, x, y, *more, size="240x320"):
+        self.wine, self.arguments = wine, ("--size", size, "--tap", f"{x},{y}", "--seconds", 300, *more)
 
     def __enter__(self):
         self.host = self.wine.start_host(*self.arguments)
