@@ -39,6 +39,7 @@ void ReadTenYears(benchmark::State& state) {
     for (auto _ : state) {
         for (int index = 0; index < kYears * 12; ++index) {
             const platform::ScopedHandle file(OpenTrafficLog(kFirstYear + index / 12, index % 12 + 1));
+            constexpr size_t kRecordsPerMonth = 31 * 24;
             uint8_t content[kRecordsPerMonth * sizeof(TrafficLogRecord) + 1];
             DWORD read = 0;
             ReadFile(file.handle, content, sizeof(content), &read, nullptr);
