@@ -15,9 +15,6 @@ struct TrafficLogRecord {
 };
 static_assert(sizeof(TrafficLogRecord) == 12);
 
-// A month of full days; a file may be longer when it was damaged.
-inline constexpr size_t kRecordsPerMonth = 31 * 24;
-
 // Full path of a month's file: the data folder, then "\%04d%02d.log".
 void TrafficLogPath(int year, int month, std::span<wchar_t> path);
 
