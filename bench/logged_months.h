@@ -7,6 +7,8 @@
 #include "trafficlog/export_writer.h"
 #include "trafficlog/log_file.h"
 
+inline constexpr size_t kRecordsPerMonth = 31 * 24;  // of full days
+
 inline constexpr int kFirstYear = 1997;
 inline constexpr int kYears = 10;
 inline constexpr SYSTEMTIME kLastHour = {2006, 12, 0, 31, 23, 0, 0, 0};
