@@ -17,11 +17,11 @@ class Control:
 
 class Tool:
     """with Tool(wine, 130, 10) as tool: the host, with the tool under that place of its strip open; without a place the
-    item's options."""
+    item's options. `more` are further options of the host."""
 
-    def __init__(self, wine, *place, size="240x320"):
+    def __init__(self, wine, *place, size="240x320", more=()):
         opened = ("--tap", "{},{}".format(*place)) if place else ("--options",)
-        self.wine, self.arguments = wine, ("--size", size, "--seconds", 300, *opened)
+        self.wine, self.arguments = wine, ("--size", size, "--seconds", 300, *opened, *more)
 
     def __enter__(self):
         self.host = self.wine.start_host(*self.arguments)
