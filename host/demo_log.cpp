@@ -2,7 +2,10 @@
 
 #include "host/demo_log.h"
 
+#include "trafficlog/log_file.h"
+
 #include <cstdio>
+#include <vector>
 
 namespace {
 
@@ -42,21 +45,7 @@ TrafficLogRecord MakeHour(int year, int month, int day, int hour) {
     return record;
 }
 
-bool WriteMonth(const std::wstring& folder, int year, int month, const SYSTEMTIME& end) {
-    wchar_t name[32];
-    swprintf(name, 32, L"\\%04d%02d.log", year, month);
-    const std::vector<TrafficLogRecord> records = MakeDemoMonth(year, month, end);
-    FILE* file = _wfopen((folder + name).c_str(), L"wb");
-    if (file == nullptr) {
-        return false;
-    }
-    const bool written = fwrite(records.data(), sizeof(TrafficLogRecord), records.size(), file) == records.size();
-    return fclose(file) == 0 && written;
-}
-
-}  // namespace
-
-std::vector<TrafficLogRecord> MakeDemoMonth(int year, int month, const SYSTEMTIME& end) {
+std::vector<TrafficLogRecord> MakeMonth(int year, int month, const SYSTEMTIME& end) {
     const bool isLast = year == end.wYear && month == end.wMonth;
     const int lastDay = isLast ? end.wDay : DaysIn(year, month);
     std::vector<TrafficLogRecord> records;
@@ -71,6 +60,20 @@ std::vector<TrafficLogRecord> MakeDemoMonth(int year, int month, const SYSTEMTIM
     }
     return records;
 }
+
+bool WriteMonth(const std::wstring& folder, int year, int month, const SYSTEMTIME& end) {
+    wchar_t name[32];
+    swprintf(name, 32, L"\\%04d%02d.log", year, month);
+    const std::vector<TrafficLogRecord> records = MakeMonth(year, month, end);
+    FILE* file = _wfopen((folder + name).c_str(), L"wb");
+    if (file == nullptr) {
+        return false;
+    }
+    const bool written = fwrite(records.data(), sizeof(TrafficLogRecord), records.size(), file) == records.size();
+    return fclose(file) == 0 && written;
+}
+
+}  // namespace
 
 bool WriteDemoLogs(const std::wstring& folder, const SYSTEMTIME& now) {
     for (int back = 0; back < kMonths; ++back) {
