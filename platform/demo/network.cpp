@@ -15,7 +15,7 @@ constexpr Host kHosts[] = {
     {254, {0x02, 0x90, 0x27, 0xFE, 0x00, 0x99}, 3, true},
 };
 
-constexpr uint32_t kNetwork = 0xC0000200;  // 192.0.2.0
+constexpr uint32_t kNetwork = 0x7F070700;  // 127.7.7.0
 
 // Taken when the library is loaded.
 const DWORD start = GetTickCount();

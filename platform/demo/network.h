@@ -1,5 +1,5 @@
-// platform/demo/network.h - the network that the demonstration plays: made-up hosts in a range kept for documentation
-// (RFC 5737), so that nobody's real machine is shown or asked.
+// platform/demo/network.h - the network that the demonstration plays: made-up hosts in the loopback range, so that what the
+// product asks them over real sockets (the detector's name queries) never leaves the machine.
 #pragma once
 
 #include "platform/system.h"
@@ -8,8 +8,8 @@
 
 namespace platform::demo {
 
-inline constexpr char kOwnAddress[] = "192.0.2.20";
-inline constexpr char kGateway[] = "192.0.2.1";
+inline constexpr char kOwnAddress[] = "127.7.7.20";
+inline constexpr char kGateway[] = "127.7.7.1";
 inline constexpr char kMask[] = "255.255.255.0";
 
 struct Host {

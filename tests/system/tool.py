@@ -17,7 +17,7 @@ class Control:
 
 class Tool:
     """with Tool(wine, 130, 10) as tool: the host, with the tool under that place of its strip open; without a place the
-    item's options. `more` are options of the host. OK closes it."""
+    item's options. `more` are further options of the host."""
 
     def __init__(self, wine, *place, size="240x320", more=()):
         opened = ("--tap", "{},{}".format(*place)) if place else ("--options",)
