@@ -52,7 +52,7 @@ def nmap(net):
 def score(hosts, expected):
     """(hosts found and right, hosts not expected, right hardware addresses, right names)."""
     return (len(hosts.keys() & expected.keys()), len(hosts.keys() - expected.keys()),
-            sum(bool(mac) and expected.get(address, ("", ""))[0] == mac for address, (mac, _) in hosts.items()),
+            sum(mac not in ("", "-") and expected.get(address, ("", ""))[0] == mac for address, (mac, _) in hosts.items()),
             sum(bool(name) and expected.get(address, ("", ""))[1] == name for address, (_, name) in hosts.items()))
 
 

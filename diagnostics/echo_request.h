@@ -3,6 +3,8 @@
 
 #include "platform/echo.h"
 
+inline constexpr DWORD kEchoTimeoutMs = 5000;
+
 enum class EchoResult { NoService, NoReply, Replied };
 
 // Sends one echo to `address` (network byte order) and waits at most timeoutMs. `reply` is filled only when somebody

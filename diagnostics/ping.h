@@ -3,8 +3,6 @@
 
 #include "platform/system.h"
 
-inline constexpr DWORD kEchoTimeoutMs = 5000;
-
 struct PingLines {
     wchar_t status[160];
     wchar_t roundTrip[40];  // empty unless the host is alive

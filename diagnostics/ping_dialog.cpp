@@ -2,6 +2,7 @@
 
 #include "diagnostics/ping_dialog.h"
 
+#include "diagnostics/echo_request.h"
 #include "diagnostics/host_list.h"
 #include "diagnostics/ping.h"
 #include "item/dialog_placement.h"

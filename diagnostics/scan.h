@@ -1,8 +1,8 @@
 // diagnostics/scan.h - the intruder detector's scan: one worker per address of the own /24, all at once.
 //
-// Nobody waits for the workers. Each writes only its own record of its own scan's table and holds the table until it
-// ends; so do the library's code (platform/worker.h) and the dialog with its table. A new scan takes a new table and
-// leaves the old one to the workers that still hold it.
+// Nobody waits for the workers. Each writes only its own record of its own scan's table, and holds that table and the
+// library's code (platform/worker.h) until it ends; the dialog holds the table until the scan is over or it closes. A
+// new scan takes a new table and leaves the old one to the workers that still hold it.
 #pragma once
 
 #include "diagnostics/mac_address.h"

@@ -5,7 +5,6 @@
 #include "diagnostics/arp_lookup.h"
 #include "diagnostics/echo_request.h"
 #include "diagnostics/node_status.h"
-#include "diagnostics/ping.h"
 #include "platform/atomics.h"
 
 namespace {

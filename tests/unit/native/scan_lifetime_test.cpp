@@ -109,19 +109,6 @@ TEST_F(ScanLifetime, Workers_of_a_closed_dialog_leave_their_records_alone) {
     ReleaseTable(table);
 }
 
-TEST_F(ScanLifetime, A_dialog_that_has_gone_frees_nothing_that_workers_use) {
-    Gate gate;
-    const NodeResponder peers(NodeResponder::Names{{"127.0.0.7", "SEVEN"}});
-    scripted::system.echo = [&](uint32_t address, DWORD) {
-        gate.Pass();
-        return IsHost(address, 7) ? ReplyOf(address) : std::nullopt;
-    };
-    ASSERT_TRUE(StartScanAskingPort(nullptr, peers.Port()));
-    ReleaseScanTable();  // without a request to stop: they write to the end
-    gate.Open();
-    EXPECT_TRUE(fakes::WaitForWorkers(kPatienceSeconds));
-}
-
 TEST_F(ScanLifetime, The_dialog_reads_while_workers_write) {
     std::map<std::string, std::string> names;
     for (int i = 100; i < 164; ++i) {
