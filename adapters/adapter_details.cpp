@@ -80,14 +80,9 @@ void DescribeWins(const IP_ADAPTER_INFO& adapter, bool landscape, AdapterDetails
     }
 }
 
-void ReadFirstEthernetAdapter(bool landscape, AdapterDetails& details) {
-    DWORD interfaces = 0;
-    platform::GetNumberOfInterfaces(&interfaces);
+void DescribeFirstEthernetAdapter(bool landscape, AdapterDetails& details) {
     AdapterList list;
-    if (interfaces == 0 || ReadAdapterList(list) != AdapterListResult::Ready) {
-        return;
-    }
-    const IP_ADAPTER_INFO* adapter = FirstEthernetAdapter(list);
+    const IP_ADAPTER_INFO* adapter = ReadFirstEthernetAdapter(list);
     if (adapter == nullptr) {
         return;
     }
@@ -111,7 +106,7 @@ void ReadAdapterDetails(bool landscape, AdapterDetails& details) {
         // Stored without its terminator, unlike the name that the item stores at its start.
         WriteStringSetting(L"Adapter", itemState.adapterName, wcslen(itemState.adapterName));
     }
-    ReadFirstEthernetAdapter(landscape, details);
+    DescribeFirstEthernetAdapter(landscape, details);
 }
 
 uint32_t FindInterfaceIndex(const wchar_t* adapterName) {

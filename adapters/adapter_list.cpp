@@ -37,6 +37,15 @@ const IP_ADAPTER_INFO* FirstEthernetAdapter(const AdapterList& list) {
     return nullptr;
 }
 
+const IP_ADAPTER_INFO* ReadFirstEthernetAdapter(AdapterList& list) {
+    DWORD interfaces = 0;
+    platform::GetNumberOfInterfaces(&interfaces);
+    if (interfaces == 0 || ReadAdapterList(list) != AdapterListResult::Ready) {
+        return nullptr;
+    }
+    return FirstEthernetAdapter(list);
+}
+
 bool FindIndexByName(const wchar_t* adapterName, uint32_t* index) {
     ULONG bytes = 0;
     if (platform::GetInterfaceInfo(nullptr, &bytes) != ERROR_INSUFFICIENT_BUFFER) {

@@ -25,6 +25,10 @@ AdapterListResult ReadAdapterList(AdapterList& list);
 // The first adapter of type 6 (MIB_IF_TYPE_ETHERNET) in list order, or null.
 const IP_ADAPTER_INFO* FirstEthernetAdapter(const AdapterList& list);
 
+// Reads the list and gives its first Ethernet adapter; null as well when the system counts no interface or the list
+// cannot be read.
+const IP_ADAPTER_INFO* ReadFirstEthernetAdapter(AdapterList& list);
+
 // Index of the interface whose name equals `adapterName` exactly. False when there is none or a call fails; `index`
 // then stays untouched.
 bool FindIndexByName(const wchar_t* adapterName, uint32_t* index);

@@ -8,9 +8,9 @@
 #include "item/item_state.h"
 #include "platform/icons.h"
 #include "platform/scoped_gdi.h"
+#include "resources/resource_ids.h"
 
 #include <span>
-#include "resources/resource_ids.h"
 
 namespace {
 

@@ -4,9 +4,8 @@
 
 #include "item/item_state.h"
 #include "platform/icons.h"
+#include "platform/list_view.h"
 #include "resources/resource_ids.h"
-
-#include <span>
 
 namespace {
 
@@ -29,41 +28,14 @@ HIMAGELIST LoadImages() {
     return images;
 }
 
-void SetCell(HWND list, int row, int column, const wchar_t* text) {
-    LVITEMW cell = {};
-    cell.iSubItem = column;
-    cell.pszText = const_cast<wchar_t*>(text);
-    SendMessageW(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&cell));
-}
-
-void ReadCell(HWND list, int row, int column, std::span<wchar_t> text) {
-    LVITEMW cell = {};
-    cell.iSubItem = column;
-    cell.pszText = text.data();
-    cell.cchTextMax = static_cast<int>(text.size());
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&cell));
-}
-
-// Never negative: the list's stable merge sort needs to know only which rows are to be swapped.
-int CALLBACK CompareOrder(LPARAM first, LPARAM second, LPARAM) {
-    return first > second ? 1 : 0;
-}
-
 }  // namespace
 
 HIMAGELIST SetUpDetectorList(HWND list) {
     HIMAGELIST images = LoadImages();
     SendMessageW(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
     int index = 0;
-    for (const Column& entry : kColumns) {
-        LVCOLUMNW column = {};
-        column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
-        column.fmt = LVCFMT_LEFT;
-        column.cx = entry.width;
-        column.pszText = const_cast<wchar_t*>(entry.heading);
-        column.iSubItem = index;
-        SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
-        ++index;
+    for (const Column& column : kColumns) {
+        platform::InsertColumn(list, index++, column.heading, column.width);
     }
     return images;
 }
@@ -77,16 +49,16 @@ void AddDetectorRow(HWND list, const DetectorRow& row) {
     if (SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) < 0) {
         return;
     }
-    SetCell(list, 0, 1, row.cells.address);
+    platform::SetCell(list, 0, 1, row.cells.address);
     if (row.cells.mac[0] != 0) {
-        SetCell(list, 0, 2, row.cells.mac);
+        platform::SetCell(list, 0, 2, row.cells.mac);
     }
 }
 
 void ReadDetectorCells(HWND list, int row, DetectorCells& cells) {
-    ReadCell(list, row, 0, cells.host);
-    ReadCell(list, row, 1, cells.address);
-    ReadCell(list, row, 2, cells.mac);
+    platform::ReadCell(list, row, 0, cells.host);
+    platform::ReadCell(list, row, 1, cells.address);
+    platform::ReadCell(list, row, 2, cells.mac);
 }
 
 RowMark ReadRowMark(HWND list, int row) {
@@ -110,5 +82,5 @@ void SetImageOfRow(HWND list, const RowMark& mark) {
 }
 
 void SortDetectorRows(HWND list) {
-    SendMessageW(list, LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(CompareOrder));
+    platform::SortRowsByData(list);
 }

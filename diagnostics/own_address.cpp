@@ -3,19 +3,13 @@
 #include "diagnostics/own_address.h"
 
 #include "adapters/adapter_list.h"
-#include "platform/adapters.h"
 #include "platform/format_text.h"
 
 void GetCurrentAdapterAddress(char (&ipText)[kAddressTextBytes], MacAddress& mac) {
     ipText[0] = 0;
     mac = {};
-    DWORD interfaces = 0;
-    platform::GetNumberOfInterfaces(&interfaces);
     AdapterList list;
-    if (interfaces == 0 || ReadAdapterList(list) != AdapterListResult::Ready) {
-        return;
-    }
-    const IP_ADAPTER_INFO* adapter = FirstEthernetAdapter(list);
+    const IP_ADAPTER_INFO* adapter = ReadFirstEthernetAdapter(list);
     if (adapter == nullptr) {
         return;
     }

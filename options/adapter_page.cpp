@@ -5,31 +5,18 @@
 #include "item/item_state.h"
 #include "options/adapter_properties.h"
 #include "options/options_sheet.h"
-#include "platform/controls.h"
+#include "platform/list_view.h"
 #include "resources/resource_ids.h"
 
 namespace {
 
-void InsertColumn(HWND list, int index, const wchar_t* heading, int width) {
-    LVCOLUMNW column = {};
-    column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
-    column.fmt = LVCFMT_LEFT;
-    column.cx = width * ScreenScale();
-    column.pszText = const_cast<wchar_t*>(heading);
-    column.iSubItem = index;
-    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
-}
-
-void InsertRow(HWND list, int index, AdapterProperty& property) {
+void InsertRow(HWND list, int index, const AdapterProperty& property) {
     LVITEMW item = {};
     item.mask = LVIF_TEXT;
     item.iItem = index;
     item.pszText = const_cast<wchar_t*>(property.item);
     SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    LVITEMW value = {};
-    value.iSubItem = 1;
-    value.pszText = property.value;
-    SendMessageW(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&value));
+    platform::SetCell(list, index, 1, property.value);
 }
 
 // FALSE when a control is missing: the focus is then not the page's to set.
@@ -42,8 +29,8 @@ BOOL FillPage(HWND page) {
         return FALSE;
     }
     SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
-    InsertColumn(list, 0, L"Item", kItemWidth);
-    InsertColumn(list, 1, L"Value", kValueWidth);
+    platform::InsertColumn(list, 0, L"Item", kItemWidth * ScreenScale());
+    platform::InsertColumn(list, 1, L"Value", kValueWidth * ScreenScale());
     SendMessageW(choice, CB_RESETCONTENT, 0, 0);
     AdapterProperty properties[kMostAdapterProperties];
     const int count = ReadAdapterProperties(properties);

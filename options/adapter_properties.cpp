@@ -59,13 +59,8 @@ void AddAdapter(const IP_ADAPTER_INFO& adapter, RowWriter& writer) {
 }  // namespace
 
 int ReadAdapterProperties(std::span<AdapterProperty, kMostAdapterProperties> rows) {
-    DWORD interfaces = 0;
-    platform::GetNumberOfInterfaces(&interfaces);
     AdapterList list;
-    if (interfaces == 0 || ReadAdapterList(list) != AdapterListResult::Ready) {
-        return -1;
-    }
-    const IP_ADAPTER_INFO* adapter = FirstEthernetAdapter(list);
+    const IP_ADAPTER_INFO* adapter = ReadFirstEthernetAdapter(list);
     if (adapter == nullptr) {
         return -1;
     }

@@ -4,21 +4,10 @@
 
 #include "item/item_state.h"
 #include "options/log_months.h"
-#include "platform/controls.h"
 #include "platform/format_text.h"
+#include "platform/list_view.h"
 
 namespace {
-
-void InsertColumn(HWND list, int index, const wchar_t* heading) {
-    constexpr int kWidth = 75;
-    LVCOLUMNW column = {};
-    column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
-    column.fmt = LVCFMT_LEFT;
-    column.cx = kWidth * ScreenScale();
-    column.pszText = const_cast<wchar_t*>(heading);
-    column.iSubItem = index;
-    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
-}
 
 void InsertRow(HWND list, LogMonth& month) {
     LVITEMW item = {};
@@ -27,24 +16,7 @@ void InsertRow(HWND list, LogMonth& month) {
     item.pszText = month.year;
     item.lParam = month.Number();
     const auto row = static_cast<int>(SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
-    LVITEMW text = {};
-    text.iSubItem = 1;
-    text.pszText = month.month;
-    SendMessageW(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&text));
-}
-
-// Never negative.
-int CALLBACK CompareMonths(LPARAM first, LPARAM second, LPARAM) {
-    return first > second ? 1 : 0;
-}
-
-void ReadCell(HWND list, int row, int column, std::span<wchar_t> text) {
-    LVITEMW item = {};
-    item.iSubItem = column;
-    item.pszText = text.data();
-    item.cchTextMax = static_cast<int>(text.size());
-    text[0] = 0;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    platform::SetCell(list, row, 1, month.month);
 }
 
 bool Confirm(HWND owner, const wchar_t* question) {
@@ -54,8 +26,9 @@ bool Confirm(HWND owner, const wchar_t* question) {
 }  // namespace
 
 void SetUpLogList(HWND list) {
-    InsertColumn(list, 0, L"Year");
-    InsertColumn(list, 1, L"Month");
+    constexpr int kWidth = 75;
+    platform::InsertColumn(list, 0, L"Year", kWidth * ScreenScale());
+    platform::InsertColumn(list, 1, L"Month", kWidth * ScreenScale());
     const LRESULT style = SendMessageW(list, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0);
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, style | LVS_EX_FULLROWSELECT);
 }
@@ -72,7 +45,7 @@ void FillLogList(HWND list) {
             InsertRow(list, month);
         }
     }
-    SendMessageW(list, LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(CompareMonths));
+    platform::SortRowsByData(list);
 }
 
 void DeleteAllListedLogs(HWND page, HWND list) {
@@ -91,8 +64,8 @@ void DeleteSelectedLog(HWND page, HWND list) {
     }
     wchar_t year[kCellUnits];
     wchar_t month[kCellUnits];
-    ReadCell(list, row, 0, year);
-    ReadCell(list, row, 1, month);
+    platform::ReadCell(list, row, 0, year);
+    platform::ReadCell(list, row, 1, month);
     wchar_t path[kPathUnits + 2 * kCellUnits + 8];
     LogMonthPath(year, month, path);
     wchar_t question[96];

@@ -5,9 +5,9 @@
 
 #include "item/dialog_placement.h"
 #include "item/item_state.h"
-#include "platform/controls.h"
 #include "platform/format_text.h"
 #include "platform/icons.h"
+#include "platform/list_view.h"
 #include "resources/resource_ids.h"
 #include "wireless/access_point_texts.h"
 #include "wireless/access_points.h"
@@ -43,15 +43,10 @@ void SetUpImages(HWND list) {
 }
 
 void SetUpColumns(HWND list) {
-    constexpr int kWidths[] = {40, 160};
-    for (int i = 0; i < 2; ++i) {
-        LVCOLUMNW column = {};
-        column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_SUBITEM;
-        column.fmt = LVCFMT_LEFT;
-        column.cx = kWidths[i];
-        column.iSubItem = i;
-        SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));
-    }
+    constexpr int kImageWidth = 40;
+    constexpr int kNameWidth = 160;
+    platform::InsertColumn(list, 0, nullptr, kImageWidth);
+    platform::InsertColumn(list, 1, nullptr, kNameWidth);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);
 }
 
@@ -64,10 +59,7 @@ void InsertRow(HWND list, int row) {
     SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
     wchar_t name[kSsidBytes + 1];
     FormatText(name, L"%S", entry.ssid);
-    LVITEMW text = {};
-    text.iSubItem = 1;
-    text.pszText = name;
-    SendMessageW(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&text));
+    platform::SetCell(list, row, 1, name);
 }
 
 void SetImage(HWND list, int row) {

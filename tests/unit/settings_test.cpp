@@ -16,6 +16,15 @@ void StoreRaw(const wchar_t* name, DWORD type, const void* data, DWORD bytes) {
     RegCloseKey(key);
 }
 
+DWORD StoredBytes(const wchar_t* name) {
+    HKEY key = nullptr;
+    DWORD bytes = 0;
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kItemKey, 0, KEY_READ, &key), 0);
+    EXPECT_EQ(RegQueryValueExW(key, name, nullptr, nullptr, nullptr, &bytes), 0);
+    RegCloseKey(key);
+    return bytes;
+}
+
 std::optional<uint32_t> StoredNumber(const wchar_t* name) {
     uint32_t value = 0;
     return ReadNumberSetting(name, &value) ? std::optional(value) : std::nullopt;
@@ -36,6 +45,7 @@ TEST(Settings, Defaults_are_written_back) {
     wchar_t text[32] = {};
     EXPECT_TRUE(ReadStringSetting(L"Adapter", text));
     EXPECT_STREQ(text, L"eth");
+    EXPECT_EQ(StoredBytes(L"Adapter"), 4 * sizeof(wchar_t)) << "its terminator counts";
     EXPECT_FALSE(ReadStringSetting(L"InstallDir", text));
 }
 
