@@ -74,7 +74,9 @@ def measure_start(figures, display):
 
 
 def role_of(name):
-    return {"todayhost.exe": "the host", "wineserver": "wineserver"}.get(name, "Wine's services")
+    if name.startswith("wineserver"):
+        return "wineserver"
+    return "the host" if name == "todayhost.exe" else "Wine's services"
 
 
 def used_by_role(helper):
@@ -140,4 +142,5 @@ def main():
     print("\n".join(notes))
 
 
-main()
+if __name__ == "__main__":
+    main()

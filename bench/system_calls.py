@@ -4,7 +4,7 @@ import subprocess
 import tempfile
 import time
 
-from programs import NATIVE, precise_seconds, wine_command
+from programs import NATIVE, processor_seconds, wine_command
 
 TICKS = 1000
 
@@ -26,7 +26,8 @@ def calls_of_a_tick(command):
 
 
 def measure_ticks(figures, notes):
-    for system, command in (("natively", [f"{NATIVE}/bench/tick_calls"]), ("under Wine", wine_command("bench/tick_calls.exe"))):
+    programs = {"natively": [f"{NATIVE}/bench/tick_calls"], "under Wine": wine_command("bench/tick_calls.exe")}
+    for system, command in programs.items():
         calls = calls_of_a_tick(command)
         figures.add(f"a tick's file work, system calls {system}", sum(calls.values()), "calls")
         notes.append(f"calls of a tick {system}: " + ", ".join(f"{name} {count:g}" for name, count in calls.items()))
@@ -39,10 +40,12 @@ class Logger:
         config = f"{folder}/vnstat.conf"
         with open(config, "w", encoding="ascii") as file:
             file.write(f'DatabaseDir "{folder}"\nPollInterval 5\nUpdateInterval 20\nSaveInterval 1\nUseLogging 0\n')
-        command = [*prefix, "vnstatd", "--nodaemon", "--config", config, "--pidfile", f"{folder}/pid"]
+        command = [*prefix, "vnstatd", "--nodaemon", "--config", config]
         self.process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def stop(self):
+        if self.process.poll() is not None:
+            raise SystemExit("bench/run: vnstatd ended by itself")
         self.process.terminate()
         self.process.wait()
 
@@ -62,11 +65,11 @@ def measure_logger(figures, seconds):
     """The same work done by the customary logger: its polls and its saves."""
     with tempfile.TemporaryDirectory() as free, tempfile.TemporaryDirectory() as traced:
         trace = f"{traced}/trace"
-        loggers = [Logger(free), Logger(traced, "strace", "-o", trace)]
+        loggers = [Logger(free), Logger(traced, "strace", "-I2", "-o", trace)]
         time.sleep(8)  # past the start
-        before = precise_seconds(loggers[0].process.pid)
+        before = processor_seconds(loggers[0].process.pid)
         time.sleep(seconds)
-        used = precise_seconds(loggers[0].process.pid) - before
+        used = processor_seconds(loggers[0].process.pid) - before
         for logger in loggers:
             logger.stop()
         with open(trace, encoding="utf-8", errors="replace") as file:
