@@ -8,8 +8,7 @@ namespace {
 
 // Any character from ":" on counts as a letter, as the list itself writes only 0 to 9 and A to F.
 int DigitValue(wchar_t digit) {
-    const auto code = static_cast<int>(digit);
-    return code < ':' ? code - '0' : code - 'A' + 10;
+    return digit < L':' ? digit - L'0' : digit - L'A' + 10;
 }
 
 }  // namespace

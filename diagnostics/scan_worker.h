@@ -11,8 +11,8 @@ struct ScanWorkerParams {
     HostTable* table;  // held for the worker, which releases it
 };
 
-// Echo, ARP table, NetBIOS name. The worker's routine; `params` is a ScanWorkerParams.
-void ScanHost(void* params);
+// Echo, ARP table, NetBIOS name. The worker's routine; `argument` is a ScanWorkerParams.
+void ScanHost(void* argument);
 
 // Ends one hold of the table; the last one frees it.
 void ReleaseTable(HostTable* table);
