@@ -34,9 +34,9 @@ void DecodeHost(std::span<const uint8_t> record, wchar_t (&host)[kHostUnits + 1]
 void EncodeHost(const wchar_t* host, std::span<uint8_t> record) {
     std::fill(record.begin(), record.end(), uint8_t{0});
     for (size_t i = 0; i + 1 < kHostUnits && host[i] != 0; ++i) {
-        const auto unit = static_cast<uint16_t>(host[i]);
-        record[i * kUnitBytes] = static_cast<uint8_t>(unit);
-        record[i * kUnitBytes + 1] = static_cast<uint8_t>(unit >> 8);
+        const wchar_t unit = host[i];
+        record[i * kUnitBytes] = static_cast<uint8_t>(unit & 0xFF);
+        record[i * kUnitBytes + 1] = static_cast<uint8_t>(unit >> 8 & 0xFF);
     }
 }
 
