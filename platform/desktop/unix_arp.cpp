@@ -11,7 +11,11 @@ namespace platform {
 namespace {
 
 constexpr wchar_t kTablePath[] = L"\\\\?\\unix\\proc\\net\\arp";
-constexpr DWORD kMaxTextBytes = 256 * 1024;  // three times what the kernel's usual limit of 1,024 neighbours takes
+// The kernel gives the text a page at a time, and a neighbour that comes or goes between two pages moves the others:
+// one of them may be left out (seen once in 6,000 looks). So the text is read several times and every row of any
+// counts.
+constexpr int kReadings = 3;
+constexpr DWORD kMaxTextBytes = kReadings * 128 * 1024;  // more than the kernel's usual limit of 1,024 neighbours takes
 constexpr DWORD kShortestLine = 40;
 constexpr size_t kHardwareBytes = 6;
 
@@ -79,24 +83,36 @@ bool ParseRow(const char*& text, MIB_IPNETROW& row) {
     return word != nullptr && row.dwAddr != INADDR_NONE && ParseHardwareAddress(word, length, row.bPhysAddr);
 }
 
-// The kernel gives a page or so at a time. 0 on failure.
-DWORD ReadText(char* text) {
+// Appends one reading to the text; the new length.
+DWORD AppendReading(char* text, DWORD length) {
     const ScopedHandle file(CreateFileW(kTablePath, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD total = 0;
     DWORD read = 0;
-    while (file.IsOpen() && total < kMaxTextBytes - 1 &&
-           ReadFile(file.handle, text + total, kMaxTextBytes - 1 - total, &read, nullptr) && read != 0) {
-        total += read;
+    while (file.IsOpen() && length < kMaxTextBytes - 1 &&
+           ReadFile(file.handle, text + length, kMaxTextBytes - 1 - length, &read, nullptr) && read != 0) {
+        length += read;
     }
-    return total;
+    return length;
+}
+
+// Orders the rows by address and keeps one of each.
+void SortRows(MIB_IPNETTABLE& table) {
+    MIB_IPNETROW* end = table.table + table.dwNumEntries;
+    std::sort(table.table, end,
+              [](const MIB_IPNETROW& a, const MIB_IPNETROW& b) { return ntohl(a.dwAddr) < ntohl(b.dwAddr); });
+    end = std::unique(table.table, end,
+                      [](const MIB_IPNETROW& a, const MIB_IPNETROW& b) { return a.dwAddr == b.dwAddr; });
+    table.dwNumEntries = static_cast<DWORD>(end - table.table);
 }
 
 }  // namespace
 
 MIB_IPNETTABLE* ReadUnixArpTable() {
     const ScopedMemory memory(kMaxTextBytes);
-    const DWORD bytes = memory.memory != nullptr ? ReadText(memory.As<char>()) : 0;
+    DWORD bytes = 0;
+    for (int i = 0; i < kReadings && memory.memory != nullptr; ++i) {
+        bytes = AppendReading(memory.As<char>(), bytes);
+    }
     if (bytes == 0) {
         return nullptr;
     }
@@ -106,14 +122,13 @@ MIB_IPNETTABLE* ReadUnixArpTable() {
     if (table == nullptr) {
         return nullptr;
     }
-    const char* text = memory.As<char>();
-    for (SkipLine(text); *text != 0 && table->dwNumEntries < mostRows; SkipLine(text)) {
+    // The heading of each reading has no address and is no row.
+    for (const char* text = memory.As<char>(); *text != 0 && table->dwNumEntries < mostRows; SkipLine(text)) {
         if (ParseRow(text, table->table[table->dwNumEntries])) {
             ++table->dwNumEntries;
         }
     }
-    std::sort(table->table, table->table + table->dwNumEntries,
-              [](const MIB_IPNETROW& a, const MIB_IPNETROW& b) { return ntohl(a.dwAddr) < ntohl(b.dwAddr); });
+    SortRows(*table);
     return table;
 }
 
