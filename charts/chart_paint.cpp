@@ -47,6 +47,9 @@ void DrawChartText(HDC context, const ChartText& text, UINT format) {
 }
 
 void DrawChartLine(HDC context, HPEN pen, int x, int foot, int top) {
+    if (pen == nullptr) {
+        return;
+    }
     const platform::ScopedSelection selection(context, pen);
     const POINT points[] = {{x, foot}, {x, top}};
     Polyline(context, points, 2);

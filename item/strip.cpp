@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr GraphGeometry kNormalGraph = {44, 22, 20, 41, 113, 3, 1};
-constexpr GraphGeometry kHiResGraph = {88, 44, 31, 85, 203, 3, 3};
+constexpr GraphGeometry kNormalGraph = {44, 22, 20, 41, 113, 22, 3, 1};
+constexpr GraphGeometry kHiResGraph = {88, 44, 31, 85, 203, 33, 3, 3};
 constexpr int kPointSpacing = 2;
 
 constexpr int kNormalSignalIcons[kSignalLevels] = {159, 160, 161, 162, 163};

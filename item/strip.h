@@ -1,7 +1,7 @@
 // item/strip.h - the strip on the Today screen: where its parts stand and what the mini graph shows.
 #pragma once
 
-#include "platform/system.h"
+#include "item/item_state.h"
 
 #include <array>
 #include <span>
@@ -34,7 +34,8 @@ struct GraphGeometry {
     int baseline;
     int right;       // the newest point
     int background;  // bitmap number
-    int left;        // of the surface's copy on the strip
+    int backgroundHeight;
+    int left;  // of the surface's copy on the strip
     int top;
 };
 const GraphGeometry& CurrentGraphGeometry();
@@ -64,7 +65,7 @@ struct GraphMark {
     POINT from;
     POINT to;
 };
-inline constexpr size_t kMostGraphMarks = 2 * 20;
+inline constexpr size_t kMostGraphMarks = size_t{2} * kSampleSlots;
 
 // Arranges the rings of itemState as marks in drawing order (received before transmitted); pieces that lie on the
 // baseline are left out. Returns how many marks were filled.

@@ -13,7 +13,11 @@ constexpr COLORREF kRed = RGB(255, 0, 0);
 constexpr COLORREF kBlue = RGB(0, 0, 255);
 constexpr COLORREF kSilver = RGB(192, 192, 192);
 
+// A line whose pen could not be made is left out.
 void DrawLine(HDC context, HPEN pen, POINT from, POINT to) {
+    if (pen == nullptr) {
+        return;
+    }
     const platform::ScopedSelection selection(context, pen);
     const POINT points[] = {from, to};
     Polyline(context, points, 2);
@@ -27,7 +31,7 @@ void DrawGraphBackground(HDC surface) {
         return;
     }
     const platform::ScopedSelection selection(memory.context, bitmap.object);
-    BitBlt(surface, 0, 0, geometry.width, geometry.height, memory.context, 0, 0, SRCCOPY);
+    BitBlt(surface, 0, 0, geometry.width, geometry.backgroundHeight, memory.context, 0, 0, SRCCOPY);
 }
 
 void DrawMark(HDC surface, const GraphMark& mark) {

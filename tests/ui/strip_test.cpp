@@ -96,6 +96,26 @@ TEST(StripPixels, Samples_stand_two_pixels_apart_and_the_ring_is_walked_from_its
     });
 }
 
+TEST(StripPixels, A_pen_that_could_not_be_made_leaves_its_lines_out) {
+    const ui::TodayFrame frame(ui::kScreenSizes[0]);
+    ui::ItemOnScreen item(frame);
+    item.LayOut(ui::kScreenSizes[0]);
+    const Picture empty = item.Repaint();
+    itemState.sampleCount = kSampleSlots;
+    std::fill_n(itemState.inDeltas, kSampleSlots, kFullScale);
+    for (HPEN* pen : {&itemState.bluePen, &itemState.redPen, &itemState.silverPen}) {
+        DeleteObject(std::exchange(*pen, nullptr));
+    }
+    const Picture strip = item.Repaint();
+    int changed = 0;
+    for (int y = 0; y < strip.height; ++y) {
+        for (int x = 0; x < strip.width; ++x) {
+            changed += strip.At(x, y) != empty.At(x, y);
+        }
+    }
+    EXPECT_EQ(changed, 0);
+}
+
 TEST(StripPixels, Full_scale_traffic_fills_the_top_row_and_sent_covers_received) {
     ui::ForEachScreen([](ui::TodayFrame& frame, SIZE screen) {
         const Graph graph(screen);
