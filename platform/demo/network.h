@@ -1,5 +1,5 @@
-// platform/demo/network.h - the network that the demonstration plays: made-up hosts in the loopback range, so that what the
-// product asks them over real sockets (the detector's name queries) never leaves the machine.
+// platform/demo/network.h - the network that the demonstration plays: made-up hosts in the loopback range, so that what
+// the product asks them over real sockets (the detector's name queries) never leaves the machine.
 #pragma once
 
 #include "platform/system.h"
