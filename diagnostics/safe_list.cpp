@@ -47,7 +47,7 @@ bool CopyOtherEntries(const SafeListPaths& paths, const MacAddress& mac, bool* f
     Entry entry = {};
     const RecordCopy copy = CopyOtherRecords(list.handle, temporary.handle, entry, IsEntryOf, &mac);
     *found = copy.dropped;
-    return copy.readAll;
+    return copy.readAll && copy.wroteAll;
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ TEST(SafeListFaults, A_failing_call_of_a_removal_leaves_the_list_or_the_rewritte
     } rows[] = {
         {"CreateFileW", 1, 1, false, false, 0}, {"CreateFileW", 2, 1, false, false, 0},
         {"ReadFile", 1, 1, true, true, 0},      {"ReadFile", 2, 1000, false, false, 0},
-        {"DeleteFileW", 1, 1, true, false, 1},
+        {"WriteFile", 1, 1, false, false, 0},   {"DeleteFileW", 1, 1, true, false, 1},
     };
     for (const auto& row : rows) {
         WriteWholeFile(L"slist.dat", kBoth);
