@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <typeindex>
+#include <typeinfo>
 #include <unordered_map>
 #include <vector>
 
@@ -88,6 +89,8 @@ struct Bed {
 // Maps, relocates and binds the library at `base` (0: the base it prefers) and calls its entry point with
 // DLL_PROCESS_ATTACH. A library that cannot be loaded is a fault.
 std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base = 0);
+// Calls the entry point with DLL_PROCESS_DETACH.
+void CloseLibrary(Bed& bed);
 // A bed with `code` (ARM words) at kSnippetBase instead of a library, for tests of the bed itself.
 std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code);
 inline constexpr Address kSnippetBase = 0x00010000;
@@ -100,13 +103,15 @@ void AddFault(Bed& bed, const std::string& text);
 uint32_t CallGuest(Bed& bed, Address function, std::initializer_list<uint32_t> arguments = {});
 // The same on a fresh 64 KB stack, as a thread of its own that runs to its end.
 uint32_t CallGuestThread(Bed& bed, Address function, uint32_t argument);
+void EndGuestThread(Bed& bed);                        // for stand-ins of what ends the calling thread
 Address ExportByOrdinal(Bed& bed, uint32_t ordinal);  // 0: none
 // Where guest code can call the stand-in of that name (as an import's address, or GetProcAddressW's); 0: none.
 Address StandInAddress(Bed& bed, const std::string& name);
 
-// The guest's memory, seen from the host. Null and a fault if the range is not wholly mapped. Host views are valid
-// until the block is freed. They need not be aligned: use ReadGuest and WriteGuest, or memcpy.
-uint8_t* GuestMemory(Bed& bed, Address address, size_t bytes);
+// The guest's memory, seen from the host. Null and a fault if the guest's code itself could not read all of it (or
+// write it, when `writes`). Host views are valid until the block is freed. They need not be aligned: use ReadGuest and
+// WriteGuest, or memcpy.
+uint8_t* GuestMemory(Bed& bed, Address address, size_t bytes, bool writes = false);
 
 template <class Value>
 Value ReadGuest(Bed& bed, Address address) {
@@ -119,7 +124,7 @@ Value ReadGuest(Bed& bed, Address address) {
 
 template <class Value>
 void WriteGuest(Bed& bed, Address address, const Value& value) {
-    if (uint8_t* memory = GuestMemory(bed, address, sizeof(Value))) {
+    if (uint8_t* memory = GuestMemory(bed, address, sizeof(Value), true)) {
         memcpy(memory, &value, sizeof(Value));
     }
 }
@@ -131,8 +136,7 @@ void WriteText(Bed& bed, Address text, std::u16string_view value);  // with term
 std::string Narrow(std::u16string_view text);
 std::u16string Widen(std::string_view text);
 
-// The guest's heap (LocalAlloc). Zeroed, aligned to 8, each block followed by unmapped-like guard bytes that Free
-// checks.
+// The guest's heap (LocalAlloc). Zeroed, aligned to 8; an access outside the live blocks is a fault.
 Address Allocate(Bed& bed, uint32_t bytes);
 bool Free(Bed& bed, Address block);
 uint32_t BlockBytes(Bed& bed, Address block);  // 0: no block
