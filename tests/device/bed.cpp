@@ -71,17 +71,18 @@ std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& fold
     bed->imageBase = image.base;
     bed->processor->exports = image.exports;
     bed->processor->resources = image.resources;
-    constexpr uint32_t kProcessAttach = 1;
-    if (CallGuest(*bed, image.base + image.entry, {image.base, kProcessAttach, 0}) == 0) {
-        AddFault(*bed, "the entry point refused to attach");
-    }
+    bed->processor->entry = image.entry;
     return bed;
 }
 
-void CloseLibrary(Bed& bed) {
+bool AttachLibrary(Bed& bed) {
+    constexpr uint32_t kProcessAttach = 1;
+    return CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessAttach, 0}) != 0;
+}
+
+void DetachLibrary(Bed& bed) {
     constexpr uint32_t kProcessDetach = 0;
-    const uint32_t header = bed.imageBase + ReadGuest<uint32_t>(bed, bed.imageBase + 60);
-    CallGuest(bed, bed.imageBase + ReadGuest<uint32_t>(bed, header + 40), {bed.imageBase, kProcessDetach, 0});
+    CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessDetach, 0});
 }
 
 std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code) {

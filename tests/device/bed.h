@@ -10,6 +10,7 @@
 // calls under way return 0 and later ones do nothing. A test ends with `EXPECT_EQ(Faults(*bed), "")`.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -42,11 +43,12 @@ struct StandInRow {
 };
 
 // The tables of stand-ins; OpenBed knows all of them. One file each, `<name>_stand_ins.cpp`.
-std::span<const StandInRow> KernelStandIns();    // memory, time, modules, threads, resources
+std::span<const StandInRow> KernelStandIns();    // memory, time, modules, threads
 std::span<const StandInRow> FileStandIns();      // files in a host folder
 std::span<const StandInRow> TextStandIns();      // wcs... and conversion between wide and narrow
 std::span<const StandInRow> RegistryStandIns();  // in memory
-std::span<const StandInRow> NetworkStandIns();   // adapters, counters, ARP, echo, Winsock, the wireless driver
+std::span<const StandInRow> NetworkStandIns();   // adapters, counters, ARP, echo, the wireless driver
+std::span<const StandInRow> SocketStandIns();    // Winsock, connection manager, internet library
 std::span<const StandInRow> WindowStandIns();    // windows, messages, timers
 std::span<const StandInRow> GdiStandIns();       // recorded
 std::span<const StandInRow> DialogStandIns();    // dialogs, common controls, property sheet, shell
@@ -86,11 +88,12 @@ struct Bed {
     ~Bed();
 };
 
-// Maps, relocates and binds the library at `base` (0: the base it prefers) and calls its entry point with
-// DLL_PROCESS_ATTACH. A library that cannot be loaded is a fault.
+// Maps, relocates and binds the library at `base` (0: the base it prefers). A library that cannot be loaded is a fault.
 std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base = 0);
-// Calls the entry point with DLL_PROCESS_DETACH.
-void CloseLibrary(Bed& bed);
+// Calls the entry point, with DLL_PROCESS_ATTACH (false: it refused) or DLL_PROCESS_DETACH. What the system keeps when
+// the library goes (registry, screen) is copied from bed to bed by its part.
+bool AttachLibrary(Bed& bed);
+void DetachLibrary(Bed& bed);
 // A bed with `code` (ARM words) at kSnippetBase instead of a library, for tests of the bed itself.
 std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code);
 inline constexpr Address kSnippetBase = 0x00010000;

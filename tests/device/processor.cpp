@@ -209,7 +209,7 @@ std::unique_ptr<Bed> NewBed() {
     uc_open(UC_ARCH_ARM, UC_MODE_ARM, &processor.engine);
     uc_ctl_set_cpu_model(processor.engine, UC_CPU_ARM_TI925T);
     for (const auto& table : {KernelStandIns(), FileStandIns(), TextStandIns(), RegistryStandIns(), NetworkStandIns(),
-                              WindowStandIns(), GdiStandIns(), DialogStandIns()}) {
+                              SocketStandIns(), WindowStandIns(), GdiStandIns(), DialogStandIns()}) {
         for (const StandInRow& row : table) {
             bed->standIns[row.name] = row.call;
         }

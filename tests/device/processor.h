@@ -11,6 +11,7 @@ struct Processor {
     std::vector<std::string> trapNames;
     std::map<std::string, Address> traps;
     std::map<uint32_t, uint32_t> exports;
+    uint32_t entry = 0;  // from the image's base, as the exports and the resources
     uint32_t resources = 0;
     Address trap = 0;     // that stopped the processor; 0: none
     bool dead = false;    // after a fault of the guest's code
