@@ -1,0 +1,178 @@
+// Brings the library in as the handheld's loader does, and what stand-ins need of it.
+
+#include "tests/device/bed.h"
+
+#include "tests/device/pe_image.h"
+#include "tests/device/processor.h"
+
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <sstream>
+
+namespace {
+
+// "function library ordinal"; functions without a number are imported by name.
+std::map<std::pair<std::string, uint32_t>, std::string> ReadImportNames() {
+    std::map<std::pair<std::string, uint32_t>, std::string> names;
+    std::ifstream list(QUORVANE_IMPORTS);
+    for (std::string line; std::getline(list, line);) {
+        std::istringstream words(line);
+        std::string function;
+        std::string library;
+        uint32_t ordinal = 0;
+        if (words >> function >> library >> ordinal && function[0] != '#') {
+            names[{library, ordinal}] = function;
+        }
+    }
+    return names;
+}
+
+void BindImports(Bed& bed, PeImage& image) {
+    const auto names = ReadImportNames();
+    for (const ImageImport& import : image.imports) {
+        std::string name = import.name;
+        if (name.empty()) {
+            const auto found = names.find({import.library, import.ordinal});
+            name = found != names.end() ? found->second : import.library + '@' + std::to_string(import.ordinal);
+        }
+        const Address address = StandInAddress(bed, name);
+        memcpy(image.bytes.data() + import.slot, &address, sizeof(address));
+    }
+}
+
+void MapImage(Bed& bed, const PeImage& image) {
+    MapGuest(bed, image.base, kPageBytes, UC_PROT_READ, std::span(image.bytes).first(kPageBytes));
+    for (const ImageSection& section : image.sections) {
+        const uint32_t write = section.writable ? UC_PROT_WRITE : UC_PROT_NONE;
+        const uint32_t execute = section.executable ? UC_PROT_EXEC : UC_PROT_NONE;
+        MapGuest(bed, image.base + section.address, section.bytes, UC_PROT_READ | write | execute,
+                 std::span(image.bytes).subspan(section.address, section.bytes));
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base) {
+    auto bed = NewBed();
+    bed->folder = folder;
+    std::ifstream stream(library, std::ios::binary);
+    const std::vector<char> file{std::istreambuf_iterator<char>(stream), {}};
+    PeImage image;
+    const std::string problem = LayOutImage({reinterpret_cast<const uint8_t*>(file.data()), file.size()}, image);
+    if (!problem.empty()) {
+        AddFault(*bed, library + ": " + problem);
+        bed->processor->dead = true;
+        return bed;
+    }
+    RelocateImage(image, base != 0 ? base : image.base);
+    BindImports(*bed, image);
+    MapImage(*bed, image);
+    bed->imageBase = image.base;
+    bed->processor->exports = image.exports;
+    bed->processor->resources = image.resources;
+    bed->processor->entry = image.entry;
+    return bed;
+}
+
+bool AttachLibrary(Bed& bed) {
+    constexpr uint32_t kProcessAttach = 1;
+    return CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessAttach, 0}) != 0;
+}
+
+void DetachLibrary(Bed& bed) {
+    constexpr uint32_t kProcessDetach = 0;
+    CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessDetach, 0});
+}
+
+std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code) {
+    auto bed = NewBed();
+    bed->imageBase = kSnippetBase;
+    MapGuest(*bed, kSnippetBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC,
+             {reinterpret_cast<const uint8_t*>(code.data()), code.size_bytes()});
+    return bed;
+}
+
+Address ExportByOrdinal(Bed& bed, uint32_t ordinal) {
+    const auto& exports = bed.processor->exports;
+    const auto found = exports.find(ordinal);
+    return found == exports.end() ? 0 : bed.imageBase + found->second;
+}
+
+uint8_t* GuestMemory(Bed& bed, Address address, size_t bytes, bool writes) {
+    const char* problem = nullptr;
+    uint8_t* memory = FindGuestMemory(bed.processor->memory, address, bytes, writes, &problem);
+    if (memory == nullptr) {
+        AddFault(bed, std::string("a system function was given memory ") + problem + ", " + Hex(address));
+    }
+    return memory;
+}
+
+Address Allocate(Bed& bed, uint32_t bytes) {
+    return AllocateBlock(bed.processor->memory, bytes);
+}
+
+bool Free(Bed& bed, Address block) {
+    if (!FreeBlock(bed.processor->memory, block)) {
+        AddFault(bed, "freed what is no block, " + Hex(block));
+        return false;
+    }
+    return true;
+}
+
+uint32_t BlockBytes(Bed& bed, Address block) {
+    const auto found = bed.processor->memory.blocks.find(block);
+    return found == bed.processor->memory.blocks.end() ? 0 : found->second;
+}
+
+size_t LiveBlocks(const Bed& bed) {
+    return bed.processor->memory.blocks.size();
+}
+
+uint32_t AddObject(Bed& bed, std::unique_ptr<Object> object) {
+    bed.nextHandle += 4;
+    bed.objects[bed.nextHandle] = std::move(object);
+    return bed.nextHandle;
+}
+
+namespace {
+
+// Down one level of the resource tree: the entry of that number, or the first (number 0, for the language).
+std::optional<uint32_t> FindEntry(Bed& bed, Address directory, uint32_t number) {
+    const uint32_t named = ReadGuest<uint16_t>(bed, directory + 12);
+    const uint32_t count = named + ReadGuest<uint16_t>(bed, directory + 14);
+    for (uint32_t i = named; i < count; ++i) {
+        const Address entry = directory + 16 + i * 8;
+        if (number == 0 || ReadGuest<uint32_t>(bed, entry) == number) {
+            return ReadGuest<uint32_t>(bed, entry + 4) & 0x7FFFFFFF;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Resource> FindGuestResource(Bed& bed, uint32_t type, uint32_t id) {
+    const Address root = bed.imageBase + bed.processor->resources;
+    std::optional<uint32_t> offset = bed.processor->resources != 0 ? std::optional<uint32_t>(0) : std::nullopt;
+    for (const uint32_t number : {type, id, 0u}) {
+        offset = offset ? FindEntry(bed, root + *offset, number) : std::nullopt;
+    }
+    if (!offset) {
+        return std::nullopt;
+    }
+    return Resource{bed.imageBase + ReadGuest<uint32_t>(bed, root + *offset),
+                    ReadGuest<uint32_t>(bed, root + *offset + 4)};
+}
+
+std::string Faults(const Bed& bed) {
+    std::string text;
+    for (const std::string& fault : bed.faults) {
+        text += fault + '\n';
+    }
+    return text;
+}
+
+void AddFault(Bed& bed, const std::string& text) {
+    bed.faults.push_back(text);
+}

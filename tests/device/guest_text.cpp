@@ -1,0 +1,54 @@
+// Texts in the guest's memory, unit by unit, as a system function would walk over them.
+
+#include "tests/device/bed.h"
+
+namespace {
+
+template <class Text>
+Text ReadUnits(Bed& bed, Address address) {
+    using Unit = typename Text::value_type;
+    Text text;
+    while (address != 0) {
+        const auto unit = ReadGuest<Unit>(bed, address);
+        if (unit == 0) {
+            break;
+        }
+        text += unit;
+        address += sizeof(Unit);
+    }
+    return text;
+}
+
+}  // namespace
+
+std::u16string ReadText(Bed& bed, Address text) {
+    return ReadUnits<std::u16string>(bed, text);
+}
+
+std::string ReadNarrow(Bed& bed, Address text) {
+    return ReadUnits<std::string>(bed, text);
+}
+
+void WriteText(Bed& bed, Address text, std::u16string_view value) {
+    for (const char16_t unit : value) {
+        WriteGuest(bed, text, unit);
+        text += sizeof(unit);
+    }
+    WriteGuest(bed, text, char16_t{0});
+}
+
+std::string Narrow(std::u16string_view text) {
+    std::string narrow;
+    for (const char16_t unit : text) {
+        narrow += unit < 0x100 ? static_cast<char>(unit) : '?';
+    }
+    return narrow;
+}
+
+std::u16string Widen(std::string_view text) {
+    std::u16string wide;
+    for (const char letter : text) {
+        wide += static_cast<uint8_t>(letter);
+    }
+    return wide;
+}
