@@ -200,8 +200,9 @@ void PerformNext(Player& player) {
     }
 }
 
+// What is still posted when the dialog ends is lost with it.
 void DeliverPosted(Player& player, uint64_t window) {
-    while (!player.posted.empty() && player.posted.front().window == window) {
+    while (!player.posted.empty() && player.posted.front().window == window && player.ended != window) {
         const Player::Posted message = player.posted.front();
         player.posted.pop_front();
         player.system.Send(window, message.message, message.wParam, 0);
@@ -227,6 +228,7 @@ void Player::RunDialog(uint64_t window) {
         DeliverPosted(*this, window);
     }
     ended = 0;
+    std::erase_if(posted, [&](const Posted& message) { return message.window == window; });
     top = before;
 }
 

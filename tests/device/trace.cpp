@@ -180,6 +180,21 @@ std::string Trace::Note(const CallShape& shape, std::span<const uint64_t> argume
     return name.empty() ? name : name + texts;
 }
 
+void Trace::Open(const std::string& name) {
+    if (dialogsOpen++ == 0) {
+        strip += "open " + name + "\n";
+    }
+    dialogs += "open " + name + "\n";
+}
+
+void Trace::Close(uint64_t window) {
+    const std::string name = NameOf(window);
+    const auto isOf = [&](const std::string& other) { return other == name || other.rfind(name + "/", 0) == 0; };
+    std::erase_if(names, [&](const auto& entry) { return isOf(entry.second); });
+    std::erase_if(controls, [&](const auto& entry) { return isOf(entry.first); });
+    --dialogsOpen;
+}
+
 void Trace::NoteControls(uint64_t window, std::span<const ControlState> states) {
     int place = 0;
     for (const ControlState& state : states) {

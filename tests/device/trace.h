@@ -45,6 +45,9 @@ struct Trace {
     std::string TextAt(uint64_t address) const;
     // Writes a call down, before it is made, and gives what its result is to be called ("" for none).
     std::string Note(const CallShape& shape, std::span<const uint64_t> arguments);
+    // A dialog or page of that name opens; and it is gone, with all that is named after it.
+    void Open(const std::string& name);
+    void Close(uint64_t window);
     // Writes down which controls have changed since the last time.
     void NoteControls(uint64_t window, std::span<const ControlState> controls);
     // Objects that were made and never released; a list view destroys its images itself.

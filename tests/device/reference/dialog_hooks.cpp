@@ -69,21 +69,14 @@ HWND OpenWindow(const std::string& name, const DLGTEMPLATE* source, HWND parent,
     style &= ~static_cast<DWORD>(WS_VISIBLE);
     memcpy(&copy[kExtendedStyle], &style, sizeof(style));
     opening = {name, procedure};
-    if (player->trace.dialogsOpen == 0) {
-        player->trace.Add("open " + name);
-    }
-    ++player->trace.dialogsOpen;
-    player->trace.Add("open " + name);
+    player->trace.Open(name);
     return CreateDialogIndirectParamW(GetModuleHandleW(nullptr), reinterpret_cast<DLGTEMPLATE*>(copy.data()), parent,
                                       FirstProcedure, 0);
 }
 
 void EndWindow(HWND window) {
-    const std::string name = player->trace.NameOf(Number(window));
     DestroyWindow(window);
-    std::erase_if(player->trace.names, [&](const auto& n) { return n.second.rfind(name, 0) == 0; });
-    std::erase_if(player->trace.controls, [&](const auto& c) { return c.first.rfind(name, 0) == 0; });
-    --player->trace.dialogsOpen;
+    player->trace.Close(Number(window));
 }
 
 INT_PTR WINAPI RunScriptedDialog(HINSTANCE, const DLGTEMPLATE* source, HWND owner, DLGPROC procedure, LPARAM) {
