@@ -1,0 +1,30 @@
+// tests/device/reference/hooks.h - the program's own import table, changed so that what the product asks of the system
+// is written down, and clock, folders, screen and peers are the script's.
+#pragma once
+
+#include "platform/controls.h"
+
+#include "tests/device/player.h"
+
+// The player that the program runs; the hooks write into its trace.
+extern Player* player;
+
+// Puts `replacement` into every import of that name; gives what stood there (null: the program does not import it).
+void* ReplaceImport(const char* function, void* replacement);
+
+// Drawing, timers and the like: the calls are made as before and written down.
+void RecordCalls();
+
+// Local time, special folders, screen size, sockets, threads one after the other, text measures.
+void ScriptSystem();
+
+// Dialogs, property sheets and message boxes, which the script drives without a message loop.
+void ScriptDialogs();
+std::vector<uint64_t> PagesOfSheet();
+uint64_t ShowPageOfSheet(uint32_t page);
+void OpenOptionsDialog();
+std::vector<ControlState> ControlsOf(HWND dialog);
+
+inline uint64_t Number(const void* handle) {
+    return reinterpret_cast<uint64_t>(handle);
+}

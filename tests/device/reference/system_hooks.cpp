@@ -1,0 +1,188 @@
+// What the script decides about the system. Only what differs between a desktop and a handheld, or between two runs, is
+// replaced; files and registry are the real ones.
+
+#include "tests/device/reference/hooks.h"
+
+#include "item/settings.h"
+
+#include <algorithm>
+
+using namespace device_script;
+
+namespace {
+
+uint32_t askedHost = 0;  // network byte order, of the latest datagram
+
+std::wstring Wide(const char* text) {
+    return {text, text + strlen(text)};
+}
+
+const Host* FindHost(uint32_t address) {
+    const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts),
+                                     [&](const Host& host) { return host.lastByte == address >> 24; });
+    return found == std::end(kHosts) ? nullptr : found;
+}
+
+void WINAPI ScriptedLocalTime(SYSTEMTIME* time) {
+    const World& world = player->world;
+    *time = {static_cast<WORD>(world.year),
+             static_cast<WORD>(world.month),
+             0,
+             static_cast<WORD>(world.day),
+             static_cast<WORD>(world.hour),
+             kMinute,
+             kSecond,
+             0};
+}
+
+DWORD WINAPI ScriptedTickCount() {
+    return player->world.tickCount;
+}
+
+void WINAPI DoNotSleep(DWORD) {}
+
+DWORD WINAPI ScriptedTimeZone(TIME_ZONE_INFORMATION* zone) {
+    *zone = {};
+    return TIME_ZONE_ID_UNKNOWN;
+}
+
+BOOL WINAPI ScriptedFolder(HWND, wchar_t* path, int folder, BOOL) {
+    wcscpy(path, Wide(folder == CSIDL_PERSONAL ? kDocuments : kProgramFiles).c_str());
+    return TRUE;
+}
+
+int WINAPI ScriptedMetric(int metric) {
+    return static_cast<int>(metric == SM_CXSCREEN ? player->world.screenWidth : player->world.screenHeight);
+}
+
+// The item has the strip's size, every other window the screen's.
+BOOL WINAPI ScriptedClientArea(HWND window, RECT* area) {
+    const World& world = player->world;
+    const bool hiRes = std::max(world.screenWidth, world.screenHeight) > 320;
+    const bool isItem = player->trace.NameOf(Number(window)) == "item";
+    *area = {0, 0, static_cast<LONG>(world.screenWidth), static_cast<LONG>(world.screenHeight)};
+    area->bottom = isItem ? (hiRes ? 40 : 24) : area->bottom;
+    return TRUE;
+}
+
+COLORREF WINAPI BlackPixel(HDC, int, int) {
+    return 0;
+}
+
+int WINAPI ScriptedFace(HDC, int, wchar_t* face) {
+    wcscpy(face, L"Tahoma");
+    return 7;
+}
+
+BOOL WINAPI NoteProgram(const wchar_t*, wchar_t* arguments, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL, DWORD,
+                        void*, const wchar_t*, STARTUPINFOW*, PROCESS_INFORMATION*) {
+    const uint64_t values[10] = {0, Number(arguments)};
+    player->trace.Note(ShapeOf("CreateProcessW"), values);
+    return FALSE;
+}
+
+UINT_PTR WINAPI NoteTimer(HWND window, UINT_PTR timer, UINT period, TIMERPROC) {
+    const uint64_t values[] = {Number(window), timer, period, 0};
+    player->trace.Note(ShapeOf("SetTimer"), values);
+    return timer;
+}
+
+BOOL WINAPI NoteTimerEnd(HWND window, UINT_PTR timer) {
+    const uint64_t values[] = {Number(window), timer};
+    player->trace.Note(ShapeOf("KillTimer"), values);
+    return TRUE;
+}
+
+// Workers take turns: each ends before the next begins.
+decltype(&CreateThread) createThread = nullptr;
+HANDLE WINAPI RunThread(SECURITY_ATTRIBUTES* rights, SIZE_T stack, LPTHREAD_START_ROUTINE start, void* argument,
+                        DWORD flags, DWORD* id) {
+    HANDLE thread = createThread(rights, stack, start, argument, flags, id);
+    WaitForSingleObject(thread, 10000);
+    return thread;
+}
+
+SOCKET WINAPI ScriptedSocket(int, int, int) {
+    return 1;
+}
+
+int WINAPI Succeed(SOCKET) {
+    return 0;
+}
+
+int WINAPI SetSocketMode(SOCKET, long, u_long*) {
+    return 0;
+}
+
+int WINAPI AskHost(SOCKET, const char*, int bytes, int, const sockaddr* host, int) {
+    askedHost = reinterpret_cast<const sockaddr_in*>(host)->sin_addr.s_addr;
+    return bytes;
+}
+
+// A closed port answers with an error, which the exceptional set tells.
+int WINAPI WaitForHost(int, fd_set*, fd_set*, fd_set*, const timeval*) {
+    return 1;
+}
+
+int WINAPI HasAnswered(SOCKET, fd_set*) {
+    const Host* host = FindHost(askedHost);
+    return host != nullptr && host->name != nullptr;
+}
+
+int WINAPI ReadAnswer(SOCKET, char* reply, int, int, sockaddr*, int*) {
+    constexpr int kBytes = 57 + 18;
+    std::fill_n(reply, kBytes, char{0});
+    reply[56] = 1;
+    std::fill_n(reply + 57, 15, ' ');
+    const char* name = FindHost(askedHost)->name;
+    std::copy_n(name, strlen(name), reply + 57);
+    return kBytes;
+}
+
+hostent* WINAPI FindByName(const char* name) {
+    static uint32_t address;
+    static char* addresses[] = {reinterpret_cast<char*>(&address), nullptr};
+    static hostent entry = {nullptr, nullptr, AF_INET, sizeof(address), addresses};
+    for (const Host& host : kHosts) {
+        if (host.dnsName != nullptr && _stricmp(host.dnsName, name) == 0) {
+            address = 0x0007A8C0 | static_cast<uint32_t>(host.lastByte) << 24;
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+void ScriptSystem() {
+    const struct {
+        const char* name;
+        void* replacement;
+    } rows[] = {
+        {"GetLocalTime", reinterpret_cast<void*>(ScriptedLocalTime)},
+        {"GetTickCount", reinterpret_cast<void*>(ScriptedTickCount)},
+        {"Sleep", reinterpret_cast<void*>(DoNotSleep)},
+        {"GetTimeZoneInformation", reinterpret_cast<void*>(ScriptedTimeZone)},
+        {"SHGetSpecialFolderPathW", reinterpret_cast<void*>(ScriptedFolder)},
+        {"GetSystemMetrics", reinterpret_cast<void*>(ScriptedMetric)},
+        {"GetClientRect", reinterpret_cast<void*>(ScriptedClientArea)},
+        {"GetPixel", reinterpret_cast<void*>(BlackPixel)},
+        {"GetTextFaceW", reinterpret_cast<void*>(ScriptedFace)},
+        {"CreateProcessW", reinterpret_cast<void*>(NoteProgram)},
+        {"SetTimer", reinterpret_cast<void*>(NoteTimer)},
+        {"KillTimer", reinterpret_cast<void*>(NoteTimerEnd)},
+        {"socket", reinterpret_cast<void*>(ScriptedSocket)},
+        {"closesocket", reinterpret_cast<void*>(Succeed)},
+        {"ioctlsocket", reinterpret_cast<void*>(SetSocketMode)},
+        {"sendto", reinterpret_cast<void*>(AskHost)},
+        {"select", reinterpret_cast<void*>(WaitForHost)},
+        {"__WSAFDIsSet", reinterpret_cast<void*>(HasAnswered)},
+        {"recvfrom", reinterpret_cast<void*>(ReadAnswer)},
+        {"gethostbyname", reinterpret_cast<void*>(FindByName)},
+    };
+    for (const auto& row : rows) {
+        ReplaceImport(row.name, row.replacement);
+    }
+    createThread =
+        reinterpret_cast<decltype(createThread)>(ReplaceImport("CreateThread", reinterpret_cast<void*>(RunThread)));
+}
