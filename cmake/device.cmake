@@ -15,10 +15,10 @@ target_include_directories(quorvane_flags SYSTEM INTERFACE
 set(architecture -march=armv4t -marm -mfloat-abi=soft -mabi=aapcs-linux)
 target_compile_options(quorvane_flags INTERFACE ${architecture}
     -fshort-wchar -fsigned-char -fno-unwind-tables -fno-asynchronous-unwind-tables -fms-extensions -ffreestanding
-    -nostdinc++ -fstack-usage)
+    -nostdinc++ -fstack-usage "-D__declspec(x)=")
 target_compile_definitions(quorvane_flags INTERFACE
     _WIN32 WIN32_LEAN_AND_MEAN _ARM_ __arm__ WINVER=0x0501 _WIN32_WINNT=0x0501 UNICODE _UNICODE
-    _GLIBCXX_EXTERN_TEMPLATE=0 "__declspec(x)=" __stdcall= __cdecl= __fastcall= _cdecl=)
+    _GLIBCXX_EXTERN_TEMPLATE=0 __stdcall= __cdecl= __fastcall= _cdecl=)
 
 set(imports ${CMAKE_SOURCE_DIR}/platform/device/imports.txt)
 set(exports ${CMAKE_SOURCE_DIR}/item/quorvane.def)
@@ -30,6 +30,8 @@ target_link_libraries(quorvane_shows PRIVATE quorvane_product_flags PUBLIC quorv
 file(GLOB device_sources CONFIGURE_DEPENDS platform/device/*.cpp platform/device/runtime/*.cpp)
 add_library(platform_device STATIC ${device_sources})
 target_link_libraries(platform_device PRIVATE quorvane_product_flags)
+# What GetProcAddress finds is cast to its true type.
+target_compile_options(platform_device PRIVATE -Wno-cast-function-type)
 
 add_custom_command(OUTPUT thunks.s COMMAND ${converter} thunks ${imports} thunks.s
     DEPENDS ${converter} ${imports} VERBATIM)
