@@ -22,7 +22,7 @@ target_link_libraries(platform_desktop_screen PRIVATE quorvane_product_flags PUB
 add_library(platform_desktop_services STATIC ${desktop_sources})
 target_link_libraries(platform_desktop_services PRIVATE quorvane_product_flags PUBLIC quorvane_flags)
 
-file(GLOB resource_files CONFIGURE_DEPENDS resources/*.rc resources/resource_ids.h resources/icons/* resources/bitmaps/*)
+file(GLOB resource_files CONFIGURE_DEPENDS resources/*.rc resources/*.h resources/icons/* resources/bitmaps/*)
 set_source_files_properties(resources/quorvane.rc PROPERTIES
     OBJECT_DEPENDS "${resource_files}" COMPILE_OPTIONS "-I${CMAKE_SOURCE_DIR};-I${CMAKE_SOURCE_DIR}/resources")
 
@@ -32,7 +32,7 @@ set_target_properties(quorvane PROPERTIES PREFIX "" LINKER_LANGUAGE C)
 target_link_libraries(quorvane PRIVATE
     -Wl,--start-group quorvane_shows quorvane_decides platform_desktop_screen platform_desktop_services -Wl,--end-group
     ${system_libraries})
-target_link_options(quorvane PRIVATE -static-libgcc -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
+target_link_options(quorvane PRIVATE -static-libgcc -Wl,--no-insert-timestamp -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
 
 # The same library over a made-up network, for the host's demonstration.
 file(GLOB demo_sources CONFIGURE_DEPENDS platform/demo/*.cpp)
@@ -43,18 +43,18 @@ set_target_properties(quorvane-demo PROPERTIES PREFIX "" LINKER_LANGUAGE C)
 target_link_libraries(quorvane-demo PRIVATE
     -Wl,--start-group quorvane_shows quorvane_decides platform_desktop_screen platform_demo -Wl,--end-group
     ${system_libraries})
-target_link_options(quorvane-demo PRIVATE -static-libgcc -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
+target_link_options(quorvane-demo PRIVATE -static-libgcc -Wl,--no-insert-timestamp -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
 
 file(GLOB host_sources CONFIGURE_DEPENDS host/*.cpp host/*.rc)
 if(host_sources)
     add_executable(todayhost WIN32 ${host_sources})
     set_source_files_properties(host/todayhost.rc PROPERTIES COMPILE_OPTIONS "-I${CMAKE_SOURCE_DIR}")
     target_link_libraries(todayhost PRIVATE quorvane_flags ${system_libraries})
-    target_link_options(todayhost PRIVATE -static -municode)
+    target_link_options(todayhost PRIVATE -static -municode -Wl,--no-insert-timestamp)
 
     # The control panel that the strip's last two icons start.
     add_executable(ctlpnl WIN32 host/ctlpnl/main.cpp)
     target_link_libraries(ctlpnl PRIVATE quorvane_flags ${system_libraries})
-    target_link_options(ctlpnl PRIVATE -static -municode)
+    target_link_options(ctlpnl PRIVATE -static -municode -Wl,--no-insert-timestamp)
     add_dependencies(todayhost ctlpnl quorvane-demo)
 endif()

@@ -90,6 +90,49 @@ uint32_t Signal(const Process& process, int signal) {
     return errno == EPERM ? helper_protocol::kResultAccessDenied : helper_protocol::kResultGeneralFailure;
 }
 
+uint32_t Release(const DhcpClient& client, const std::string& interfaceName) {
+    switch (client.kind) {
+        case DhcpClientKind::kDhclient:
+            return ReleaseWithDhclient(client, interfaceName);
+        case DhcpClientKind::kUdhcpc:
+            return Signal(client.process, SIGUSR2);
+        case DhcpClientKind::kNetworkd:
+            break;
+        case DhcpClientKind::kDhcpcd:
+            return ReleaseWithDhcpcd(client, interfaceName);
+        case DhcpClientKind::kNetworkManager:
+            return ReleaseWithNetworkManager(interfaceName);
+    }
+    return helper_protocol::kResultNotSupported;
+}
+
+uint32_t Renew(const DhcpClient& client, const std::string& interfaceName) {
+    switch (client.kind) {
+        case DhcpClientKind::kDhclient:
+            return RenewWithDhclient(client, interfaceName);
+        case DhcpClientKind::kUdhcpc:
+            return Signal(client.process, SIGUSR1);
+        case DhcpClientKind::kNetworkd:
+            return RenewWithNetworkd(interfaceName);
+        case DhcpClientKind::kDhcpcd:
+            return RenewWithDhcpcd(client, interfaceName);
+        case DhcpClientKind::kNetworkManager:
+            return RenewWithNetworkManager(interfaceName);
+    }
+    return helper_protocol::kResultNotSupported;
+}
+
+uint32_t ControlLease(const std::vector<DhcpClient>& clients, const std::string& interfaceName, size_t& inCharge,
+                      uint32_t (*control)(const DhcpClient& client, const std::string& interfaceName)) {
+    LeaseState state;
+    const DhcpClient* client = FindInCharge(clients, interfaceName, state);
+    if (client == nullptr) {
+        return helper_protocol::kResultNotSupported;
+    }
+    inCharge = static_cast<size_t>(client - clients.data());
+    return control(*client, interfaceName);
+}
+
 }  // namespace
 
 std::vector<DhcpClient> FindDhcpClients(const std::string& interfaceName, const std::vector<Process>& processes) {
@@ -111,47 +154,11 @@ LeaseState ReadLeaseState(const std::vector<DhcpClient>& clients, const std::str
 }
 
 uint32_t ReleaseLease(const std::vector<DhcpClient>& clients, const std::string& interfaceName, size_t& inCharge) {
-    LeaseState state;
-    const DhcpClient* client = FindInCharge(clients, interfaceName, state);
-    if (client == nullptr) {
-        return helper_protocol::kResultNotSupported;
-    }
-    inCharge = static_cast<size_t>(client - clients.data());
-    switch (client->kind) {
-        case DhcpClientKind::kDhclient:
-            return ReleaseWithDhclient(*client, interfaceName);
-        case DhcpClientKind::kUdhcpc:
-            return Signal(client->process, SIGUSR2);
-        case DhcpClientKind::kNetworkd:
-            break;
-        case DhcpClientKind::kDhcpcd:
-            return ReleaseWithDhcpcd(*client, interfaceName);
-        case DhcpClientKind::kNetworkManager:
-            return ReleaseWithNetworkManager(interfaceName);
-    }
-    return helper_protocol::kResultNotSupported;
+    return ControlLease(clients, interfaceName, inCharge, Release);
 }
 
 uint32_t RenewLease(const std::vector<DhcpClient>& clients, const std::string& interfaceName, size_t& inCharge) {
-    LeaseState state;
-    const DhcpClient* client = FindInCharge(clients, interfaceName, state);
-    if (client == nullptr) {
-        return helper_protocol::kResultNotSupported;
-    }
-    inCharge = static_cast<size_t>(client - clients.data());
-    switch (client->kind) {
-        case DhcpClientKind::kDhclient:
-            return RenewWithDhclient(*client, interfaceName);
-        case DhcpClientKind::kUdhcpc:
-            return Signal(client->process, SIGUSR1);
-        case DhcpClientKind::kNetworkd:
-            return RenewWithNetworkd(interfaceName);
-        case DhcpClientKind::kDhcpcd:
-            return RenewWithDhcpcd(*client, interfaceName);
-        case DhcpClientKind::kNetworkManager:
-            return RenewWithNetworkManager(interfaceName);
-    }
-    return helper_protocol::kResultNotSupported;
+    return ControlLease(clients, interfaceName, inCharge, Renew);
 }
 
 }  // namespace helper

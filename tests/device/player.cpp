@@ -188,7 +188,7 @@ void Perform(Player& player, const Step& step) {
 
 void PerformNext(Player& player) {
     const size_t number = player.next++;
-    const Step& step = kScript[number];
+    const Step& step = player.steps[number];
     player.trace.Add("# " + std::to_string(number) + " " + kNames[static_cast<size_t>(step.act)]);
     if (ChangeWorld(player.world, step)) {
         player.system.OnWorldChanged(player.world);
@@ -213,7 +213,7 @@ void DeliverPosted(Player& player, uint64_t window) {
 
 void Player::Run() {
     system.OnWorldChanged(world);
-    while (next < std::size(kScript)) {
+    while (next < steps.size()) {
         PerformNext(*this);
     }
 }
@@ -223,7 +223,7 @@ void Player::RunDialog(uint64_t window) {
     top = window;
     trace.NoteControls(window, system.Controls(window));
     DeliverPosted(*this, window);
-    while (ended != window && next < std::size(kScript)) {
+    while (ended != window && next < steps.size()) {
         PerformNext(*this);
         DeliverPosted(*this, window);
     }
@@ -237,7 +237,7 @@ void Player::RunSheet() {
     sheetEnded = false;
     top = system.ShowPage(0);
     trace.NoteControls(top, system.Controls(top));
-    while (!sheetEnded && next < std::size(kScript)) {
+    while (!sheetEnded && next < steps.size()) {
         PerformNext(*this);
     }
     top = before;

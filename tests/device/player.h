@@ -43,7 +43,8 @@ struct Player {
     System& system;
     World world;
     Trace trace;
-    size_t next = 0;  // step
+    std::span<const device_script::Step> steps;
+    size_t next = 0;  // of them
     uint64_t item = 0;
     uint64_t top = 0;  // where steps go
     std::deque<uint32_t> answers;
@@ -56,8 +57,9 @@ struct Player {
     };
     std::deque<Posted> posted;
 
-    explicit Player(System& on) : system(on) {}
-    // The whole script.
+    explicit Player(System& on, std::span<const device_script::Step> toPerform = device_script::kScript)
+        : system(on), steps(toPerform) {}
+    // All steps.
     void Run();
     // For the system's stand-ins of a dialog and of a sheet: performs steps until they end.
     void RunDialog(uint64_t window);
