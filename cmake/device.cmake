@@ -44,7 +44,7 @@ target_link_options(quorvane_program PRIVATE ${architecture} -nostdlib -T ${link
     LINKER:-q,--gc-sections,--fatal-warnings,--fix-v4bx-interworking,--no-enum-size-warning,--no-wchar-size-warning)
 set_target_properties(quorvane_program PROPERTIES SUFFIX .elf LINK_DEPENDS ${linker_script})
 
-file(GLOB resource_files CONFIGURE_DEPENDS resources/*.rc resources/resource_ids.h resources/icons/* resources/bitmaps/*)
+file(GLOB resource_files CONFIGURE_DEPENDS resources/*.rc resources/*.h resources/icons/* resources/bitmaps/*)
 add_custom_command(OUTPUT resources.o
     COMMAND ${DEVICE_WINDRES} -O coff -I${CMAKE_SOURCE_DIR} -I${CMAKE_SOURCE_DIR}/resources
         ${CMAKE_SOURCE_DIR}/resources/quorvane.rc resources.o
@@ -52,6 +52,6 @@ add_custom_command(OUTPUT resources.o
 
 add_custom_command(OUTPUT quorvane.dll
     COMMAND ${converter} convert --imports ${imports} --exports ${exports} --resources resources.o
-        --version ${PROJECT_VERSION} $<TARGET_FILE:quorvane_program> quorvane.dll
+        $<TARGET_FILE:quorvane_program> quorvane.dll
     DEPENDS quorvane_program resources.o ${converter} ${imports} ${exports} VERBATIM)
 add_custom_target(quorvane ALL DEPENDS quorvane.dll)

@@ -19,7 +19,8 @@ EchoResult SendEchoRequest(uint32_t address, DWORD timeoutMs, platform::EchoRepl
     if (!platform::IsOpen(echo)) {
         return EchoResult::NoService;
     }
-    std::array<uint8_t, platform::kEchoReplyBytes> answer = {};
+    // The system writes its records into it: an ARM processor wants their alignment.
+    alignas(platform::EchoReply) std::array<uint8_t, platform::kEchoReplyBytes> answer = {};
     const DWORD replies = platform::IcmpSendEcho(echo, address, data.data(), kDataBytes, &options, answer.data(),
                                                  platform::kEchoReplyBytes, timeoutMs);
     platform::IcmpCloseHandle(echo);

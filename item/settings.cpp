@@ -26,7 +26,8 @@ bool ReadSetting(const wchar_t* name, DWORD wantedType, void* value, DWORD bytes
 
 bool WriteSetting(const wchar_t* name, DWORD type, const void* value, DWORD bytes) {
     HKEY key = nullptr;
-    if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, kItemKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr) !=
+    DWORD disposition = 0;  // of no interest, but a handheld is not promised to take a null for it
+    if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, kItemKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, &disposition) !=
         ERROR_SUCCESS) {
         return false;
     }

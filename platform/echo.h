@@ -27,8 +27,8 @@ HANDLE IcmpCreateFile();
 BOOL IcmpCloseHandle(HANDLE echo);
 
 // Sends one echo and waits at most timeoutMs for its reply. Returns the number of replies (0: none came) and fills
-// `reply`, whose first record is an EchoReply; replyBytes is at least kEchoReplyBytes. A refusal that stems from the
-// system's own limit on pending echoes is tried again within the same timeoutMs.
+// `reply`, whose first record is an EchoReply; replyBytes is at least kEchoReplyBytes. A refusal that stems from a
+// desktop's own limit on pending echoes is tried again within the same timeoutMs.
 DWORD IcmpSendEcho(HANDLE echo, uint32_t address, const void* data, WORD dataBytes,
                    const IP_OPTION_INFORMATION* options, void* reply, DWORD replyBytes, DWORD timeoutMs);
 

@@ -1,4 +1,5 @@
-// platform/device/sdk/minwinbase.h - stands before the desktop's header: the record of a found file as a handheld fills it.
+// platform/device/sdk/minwinbase.h - stands before the desktop's header: the record of a found file as a handheld fills
+// it.
 #pragma once
 
 #define _WIN32_FIND_DATAW DesktopFindData

@@ -1,5 +1,5 @@
-// platform/device/sdk/winuser.h - stands before the desktop's header: a handheld marks the indexes of system colours, by
-// which it tells an index from a brush.
+// platform/device/sdk/winuser.h - stands before the desktop's header: a handheld marks the indexes of system colours,
+// by which it tells an index from a brush.
 #pragma once
 
 #include_next <winuser.h>
