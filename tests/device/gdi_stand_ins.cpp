@@ -8,8 +8,17 @@ namespace {
 
 struct Drawing : Object {};  // contexts and what is selected into them
 
-constexpr uint32_t kSelectedAtFirst =
-    0x0BAD0000;  // by an object's kind a context would hold other ones; names are alike
+// What a context holds of each kind; other objects than the library's at first.
+enum Kind : uint32_t { kBitmap, kPen, kFont, kKinds };
+struct Selections {
+    std::map<std::pair<uint32_t, uint32_t>, uint32_t> held;  // by context and kind
+};
+
+uint32_t KindOf(Bed& bed, uint32_t object) {
+    const std::string name = TraceOf(bed).NameOf(object);
+    const bool isFirst = object - kSelectedAtFirst < kKinds;
+    return isFirst ? object - kSelectedAtFirst : name[0] == 'f' ? kFont : name.rfind("pe", 0) == 0 ? kPen : kBitmap;
+}
 
 template <size_t Size>
 struct FunctionName {
@@ -38,12 +47,15 @@ uint32_t Record(Bed& bed, const Arguments& a) {
 }
 
 uint32_t SelectObject(Bed& bed, const Arguments& a) {
-    const auto found = TraceOf(bed).selected.find(a[0]);
-    const auto before = found != TraceOf(bed).selected.end() ? static_cast<uint32_t>(found->second) : kSelectedAtFirst;
     if (FindObject<Drawing>(bed, a[0]) == nullptr) {
         AddFault(bed, "selects into what is no context");
     }
+    const uint32_t kind = KindOf(bed, a[1]);
+    const auto [held, first] = Part<Selections>(bed).held.try_emplace({a[0], kind}, kSelectedAtFirst + kind);
+    const uint32_t before = held->second;
+    held->second = a[1];
     NoteCall(bed, "SelectObject", a);
+    TraceOf(bed).Select(a[0], a[1], before);
     return before;
 }
 

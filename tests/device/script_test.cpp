@@ -62,7 +62,7 @@ struct Handheld : System {
         std::erase_if(player.trace.names, [](const auto& name) { return name.second == "item"; });
         DetachLibrary(*bed);
         Free(*bed, record);
-        EXPECT_EQ(LiveBlocks(*bed), 0u) << "memory that was never freed";
+        EXPECT_EQ(LiveBlocks(*bed), 0u) << "memory that was never freed, step " << player.next;
         registry = Part<Registry>(*bed);
         faults += Faults(*bed);
     }
@@ -137,8 +137,8 @@ std::string RegistryText(const Registry& registry) {
             memcpy(wide.data(), value.bytes.data(), wide.size() * 2);
             uint32_t number = 0;
             memcpy(&number, value.bytes.data(), std::min<size_t>(sizeof(number), value.bytes.size()));
-            const std::string shown = value.type == 1 ? '"' + Narrow(wide.c_str()) + '"' : std::to_string(number);
-            text += Narrow(name) + " " + shown + " " + std::to_string(value.bytes.size()) + "\n";
+            text += Narrow(name) + " " +
+                    (value.type == 1 ? '"' + Narrow(wide.c_str()) + '"' : std::to_string(number)) + "\n";
         }
     }
     return text;
@@ -210,6 +210,9 @@ TEST_F(Script, Leaves_the_same_files) {
     const std::set<std::string> names = list(reference);
     EXPECT_EQ(names, list(Played().folder));
     for (const std::string& name : names) {
+        if (files::is_directory(reference / name)) {
+            continue;
+        }
         EXPECT_EQ(ReadWhole(reference / name), ReadWhole(files::path(Played().folder) / name)) << name;
     }
 }

@@ -153,15 +153,12 @@ std::string Trace::Note(const CallShape& shape, std::span<const uint64_t> argume
         handle = letter == 'h' ? arguments[i] : handle;
         texts += " " + ArgumentText(*this, letter, arguments[i], letter == 'p' ? arguments[i + 1] : 0);
     }
-    if (shape.name == std::string("SelectObject")) {
-        selected[arguments[0]] = arguments[1];
-    }
     if (!shape.silent) {
         Add(shape.name + texts);
     }
     if (shape.releases) {
         selected.erase(handle);
-        if (std::any_of(selected.begin(), selected.end(), [&](const auto& s) { return s.second == handle; })) {
+        if (std::any_of(selected.begin(), selected.end(), [&](const auto& s) { return s.second.count(handle) != 0; })) {
             Add("  still selected: " + NameOf(handle));
         }
         names.erase(handle);
@@ -178,6 +175,11 @@ std::string Trace::Note(const CallShape& shape, std::span<const uint64_t> argume
         texts = " " + std::to_string(number);
     }
     return name.empty() ? name : name + texts;
+}
+
+void Trace::Select(uint64_t context, uint64_t object, uint64_t before) {
+    selected[context].erase(before);
+    selected[context].insert(object);
 }
 
 void Trace::Open(const std::string& name) {

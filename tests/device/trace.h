@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -36,7 +37,7 @@ struct Trace {
     std::string strip, dialogs;  // the lines so far: without and with a dialog open
     int dialogsOpen = 0;
     std::map<uint64_t, std::string> names;        // handles in use
-    std::map<uint64_t, uint64_t> selected;        // by context
+    std::map<uint64_t, std::set<uint64_t>> selected;  // by context
     std::map<std::string, std::string> controls;  // as last written
     std::function<const void*(uint64_t address, size_t bytes)> memory;
 
@@ -45,6 +46,7 @@ struct Trace {
     std::string TextAt(uint64_t address) const;
     // Writes a call down, before it is made, and gives what its result is to be called ("" for none).
     std::string Note(const CallShape& shape, std::span<const uint64_t> arguments);
+    void Select(uint64_t context, uint64_t object, uint64_t before);
     // A dialog or page of that name opens; and it is gone, with all that is named after it.
     void Open(const std::string& name);
     void Close(uint64_t window);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr uint32_t kFontOfDialogs = 0x0BAD0004;
+constexpr uint32_t kFontOfDialogs = kSelectedAtFirst + 2;
 
 uint32_t CreateWindowExW(Bed& bed, const Arguments& a) {
     constexpr uint32_t kCreated = 0x0001;

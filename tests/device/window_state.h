@@ -50,6 +50,9 @@ struct WindowState {
     uint32_t sheet = 0;
 };
 
+// What contexts hold before anything is selected, and the dialogs' font (kind 2): by kind from here on.
+inline constexpr uint32_t kSelectedAtFirst = 0x0BAD0000;
+
 Trace& TraceOf(Bed& bed);
 void Name(Bed& bed, uint32_t handle, const std::string& name);
 // Writes the call down, with the arguments that its shape names, and gives what its result is to be called.

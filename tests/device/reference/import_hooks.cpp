@@ -34,6 +34,7 @@ struct Recorded;
 
 template <FunctionName name, class Result, class... Values>
 struct Recorded<name, Result(WINAPI*)(Values...)> {
+    using Function = Result(WINAPI*)(Values...);
     static inline Result(WINAPI* original)(Values...) = nullptr;
 
     static Result WINAPI Call(Values... values) {
@@ -43,6 +44,9 @@ struct Recorded<name, Result(WINAPI*)(Values...)> {
         const Result result = original(values...);
         if (!made.empty()) {
             player->trace.names[AsNumber(result)] = made;
+        }
+        if constexpr (std::is_same_v<Function, decltype(&SelectObject)>) {
+            player->trace.Select(arguments[0], arguments[1], AsNumber(result));
         }
         return result;
     }

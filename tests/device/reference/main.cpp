@@ -167,7 +167,7 @@ void WriteText(const files::path& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-// A value a line, by name: texts in quotes, numbers as such.
+// A value a line, by name: texts in quotes, numbers as such. (A text's length differs: a desktop adds a terminator.)
 std::string RegistryText() {
     std::vector<std::string> lines;
     HKEY key = nullptr;
@@ -183,7 +183,7 @@ std::string RegistryText() {
         memcpy(&number, text, sizeof(number));
         const std::string value =
             type == REG_SZ ? '"' + player->trace.TextAt(Number(text)) + '"' : std::to_string(number);
-        lines.push_back(player->trace.TextAt(Number(name)) + " " + value + " " + std::to_string(bytes) + "\n");
+        lines.push_back(player->trace.TextAt(Number(name)) + " " + value + "\n");
     }
     RegCloseKey(key);
     std::sort(lines.begin(), lines.end());
