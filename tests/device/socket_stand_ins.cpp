@@ -123,7 +123,15 @@ constexpr StandInRow kRows[] = {
          WriteGuest(bed, a[1], std::array<uint8_t, 400>{});
          return 0U;
      }},
-    {"WSACleanup", [](Bed&, const Arguments&) { return 0U; }},
+    {"WSACleanup",
+     [](Bed& bed, const Arguments&) {
+         Address& entry = Part<HostEntry>(bed).record;
+         if (entry != 0) {
+             Free(bed, entry);
+             entry = 0;
+         }
+         return 0U;
+     }},
     {"socket", [](Bed& bed, const Arguments&) { return AddObject(bed, std::make_unique<Socket>()); }},
     {"closesocket", [](Bed& bed, const Arguments& a) { return RemoveObject<Socket>(bed, a[0]) ? 0 : kFailed; }},
     {"ioctlsocket",
