@@ -53,8 +53,8 @@ void MapImage(Bed& bed, const PeImage& image) {
 
 }  // namespace
 
-std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base) {
-    auto bed = NewBed();
+std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base, Core core) {
+    auto bed = NewBed(core);
     bed->folder = folder;
     std::ifstream stream(library, std::ios::binary);
     const std::vector<char> file{std::istreambuf_iterator<char>(stream), {}};
@@ -86,7 +86,7 @@ void DetachLibrary(Bed& bed) {
 }
 
 std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code) {
-    auto bed = NewBed();
+    auto bed = NewBed(Core::Arm925);
     bed->imageBase = kSnippetBase;
     MapGuest(*bed, kSnippetBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC,
              {reinterpret_cast<const uint8_t*>(code.data()), code.size_bytes()});

@@ -58,6 +58,11 @@ struct Object {
     virtual ~Object() = default;
 };
 
+enum class Core {
+    Arm925,     // ARMv4T: an instruction of a later architecture is a fault
+    StrongArm,  // ARMv4, in the oldest handhelds: so is the exchange of instruction sets (bx)
+};
+
 struct LocalTime {
     uint16_t year, month, weekday, day, hour, minute, second, millisecond;  // SYSTEMTIME
 };
@@ -89,7 +94,8 @@ struct Bed {
 };
 
 // Maps, relocates and binds the library at `base` (0: the base it prefers). A library that cannot be loaded is a fault.
-std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base = 0);
+std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base = 0,
+                             Core core = Core::Arm925);
 // Calls the entry point, with DLL_PROCESS_ATTACH (false: it refused) or DLL_PROCESS_DETACH. What the system keeps when
 // the library goes (registry, screen) is copied from bed to bed by its part.
 bool AttachLibrary(Bed& bed);

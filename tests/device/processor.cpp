@@ -203,11 +203,11 @@ void MapGuest(Bed& bed, Address base, uint32_t bytes, uint32_t rights, std::span
     }
 }
 
-std::unique_ptr<Bed> NewBed() {
+std::unique_ptr<Bed> NewBed(Core core) {
     auto bed = std::make_unique<Bed>();
     Processor& processor = *bed->processor;
     uc_open(UC_ARCH_ARM, UC_MODE_ARM, &processor.engine);
-    uc_ctl_set_cpu_model(processor.engine, UC_CPU_ARM_TI925T);
+    uc_ctl_set_cpu_model(processor.engine, core == Core::Arm925 ? UC_CPU_ARM_TI925T : UC_CPU_ARM_SA1110);
     for (const auto& table : {KernelStandIns(), FileStandIns(), TextStandIns(), RegistryStandIns(), NetworkStandIns(),
                               SocketStandIns(), WindowStandIns(), GdiStandIns(), DialogStandIns()}) {
         for (const StandInRow& row : table) {

@@ -20,7 +20,7 @@ struct Processor {
     int depth = 0;        // calls under way
 };
 
-std::unique_ptr<Bed> NewBed();  // stand-ins, heap and stacks, no code
+std::unique_ptr<Bed> NewBed(Core core);  // stand-ins, heap and stacks, no code
 
 // `rights` are UC_PROT_...
 void MapGuest(Bed& bed, Address base, uint32_t bytes, uint32_t rights, std::span<const uint8_t> contents = {});

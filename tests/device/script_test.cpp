@@ -61,9 +61,9 @@ TEST_F(Script, Runs_to_its_end_without_a_fault) {
     EXPECT_TRUE(Played().player.answers.empty());
 }
 
-TEST_F(Script, Does_the_same_at_another_address) {
+TEST_F(Script, Does_the_same_on_a_StrongARM_and_at_another_address) {
     constexpr Address kElsewhere = 0x0A340000;
-    const Handheld elsewhere(device_script::kScript, kElsewhere);
+    const Handheld elsewhere(device_script::kScript, kElsewhere, Core::StrongArm);
     EXPECT_EQ(elsewhere.bed->imageBase, kElsewhere);
     EXPECT_EQ(elsewhere.faults, "");
     EXPECT_EQ(FirstDifference(Played().player.trace.strip, elsewhere.player.trace.strip), "");
