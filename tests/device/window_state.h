@@ -1,5 +1,5 @@
-// window_state.h - the windows of the bed: the host's, the item's, dialogs with the controls of their templates, a
-// sheet. Nothing is on a screen; sizes are rough, and nothing that is compared depends on them.
+// tests/device/window_state.h - the windows of the bed: the host's, the item's, dialogs with the controls of their
+// templates, a sheet. Nothing is on a screen; sizes are rough, and nothing that is compared depends on them.
 #pragma once
 
 #include "tests/device/bed.h"
