@@ -104,13 +104,30 @@ uint32_t NoteTimer(Bed& bed, const Arguments& a) {
     return a[1];
 }
 
+uint32_t CreateProcessW(Bed& bed, const Arguments& a) {
+    if (ReadText(bed, a[0]) != u"\\Windows\\ctlpnl.exe") {
+        AddFault(bed, "starts another program than the control panel");
+    }
+    NoteCall(bed, "CreateProcessW", a);
+    return 0;
+}
+
+// The taskbar, made when it is looked for.
+uint32_t FindWindowW(Bed& bed, const Arguments& a) {
+    uint32_t& taskbar = Part<WindowState>(bed).taskbar;
+    if (ReadText(bed, a[0]) == u"HHTaskBar" && taskbar == 0) {
+        taskbar = AddWindow(bed, "host", 0, 0);
+        FindWindow(bed, taskbar)->area[3] = 26;
+    }
+    return taskbar;
+}
+
 uint32_t Ignore(Bed&, const Arguments&) {
     return 1;
 }
 
 constexpr StandInRow kRows[] = {
-    {"CreateProcessW",
-     [](Bed& bed, const Arguments& a) -> uint32_t { return NoteCall(bed, "CreateProcessW", a) != ""; }},
+    {"CreateProcessW", CreateProcessW},
     {"CreateWindowExW", CreateWindowExW},
     {"DestroyWindow",
      [](Bed& bed, const Arguments& a) {
@@ -118,7 +135,7 @@ constexpr StandInRow kRows[] = {
          return 1U;
      }},
     {"EnableWindow", EnableWindow},
-    {"FindWindowW", [](Bed&, const Arguments&) { return 0U; }},
+    {"FindWindowW", FindWindowW},
     {"GetClientRect", GetClientRect},
     {"GetDlgCtrlID",
      [](Bed& bed, const Arguments& a) {

@@ -47,7 +47,7 @@ struct WindowState {
         uint32_t window;  // 0 until it is shown
     };
     std::vector<Page> pages;  // of the open sheet
-    uint32_t sheet = 0;
+    uint32_t sheet = 0, taskbar = 0;
 };
 
 // What contexts hold before anything is selected, and the dialogs' font (kind 2): by kind from here on.
