@@ -110,6 +110,7 @@ void EndGuestThread(Bed& bed);                        // for stand-ins of what e
 Address ExportByOrdinal(Bed& bed, uint32_t ordinal);  // 0: none
 // Where guest code can call the stand-in of that name (as an import's address, or GetProcAddressW's); 0: none.
 Address StandInAddress(Bed& bed, const std::string& name);
+const std::vector<std::string>& ImportNames(const Bed& bed);  // all that the library was bound to, and found since
 
 // The guest's memory, seen from the host. Null and a fault if the guest's code itself could not read all of it (or
 // write it, when `writes`). Host views are valid until the block is freed. They need not be aligned: use ReadGuest and

@@ -109,7 +109,7 @@ std::string ReadRelocations(Reader& memory, uint32_t directory, uint32_t bytes, 
     constexpr uint32_t kHighLow = 3;
     for (uint32_t block = directory; block < directory + bytes;) {
         const uint32_t blockBytes = memory.At(block + 4);
-        if (blockBytes < 8 || blockBytes % 4 != 0 || memory.outside) {
+        if (blockBytes < 8 || blockBytes % 4 != 0 || blockBytes > directory + bytes - block || memory.outside) {
             return "a block of relocations has no sensible size";
         }
         for (uint32_t i = 8; i < blockBytes; i += 2) {

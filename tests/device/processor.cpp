@@ -275,3 +275,7 @@ Address StandInAddress(Bed& bed, const std::string& name) {
 uint32_t Arguments::operator[](size_t index) const {
     return index < 4 ? registers[index] : ReadGuest<uint32_t>(bed, stack + static_cast<uint32_t>(index - 4) * 4);
 }
+
+const std::vector<std::string>& ImportNames(const Bed& bed) {
+    return bed.processor->trapNames;
+}

@@ -1,0 +1,93 @@
+#!/usr/bin/env python3
+"""What tools/elf-to-pe must refuse: small programs, each with one thing that a library for the handheld cannot carry. The
+good program beside them shows that it is that thing which is refused."""
+
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+IMPORTS = "Sleep coredll 496\nsocket ws2 name\n"
+GOOD = """
+    .arm
+    .section .text.start,"ax"
+    .global DllMain, InitializeCustomItem, CustomItemOptionsDlgProc
+    .type DllMain, %function
+DllMain:
+InitializeCustomItem:
+CustomItemOptionsDlgProc:
+    bl Sleep
+    bl socket
+    bx lr
+    .word DllMain
+"""
+# Appended to the good program, and a part of what the refusal must say.
+REFUSED = {
+    "a Thumb function": (".thumb\n.thumb_func\n.type small, %function\nsmall: bx lr\n.arm\n.word small", "Thumb"),
+    "a weak symbol that nobody defines": (".weak nobody\nbl nobody", "undefined symbol nobody"),
+    "an address in two halves": (".arch armv7-a\nmovw r0, #:lower16:DllMain", "relocation of type 43"),
+    "an address that does not move": (".global fixed\n.set fixed, 0x1234\n.reloc ., R_ARM_ABS32, fixed\n.word 0", "does not lie in the library"),
+    "an unaligned address": (".byte 0\n.word DllMain", "unaligned"),
+    "an address outside of the library": (".word DllMain + 0x1000000", "outside"),
+    "a section without a place": ('.word table\n.section .tables,"a"\ntable: .word 1', ".tables"),
+    "a static with a constructor": ('.section .init_array,"aw"\n.word DllMain', "has a constructor"),
+}
+REFUSED_IMPORTS = {
+    "a variadic function": ("wsprintfW coredll 56\n", "variable number"),
+    "a later system's function": ("Sleep coredll 1764\n", "no such ordinal"),
+    "a function twice": (IMPORTS + "Sleep ws2 name\n", "twice"),
+    "an ordinal twice": ("Sleep coredll 496\nSleepAgain coredll 496\n", "twice"),
+    "libraries in turns": (IMPORTS + "GetTickCount coredll 535\n", "do not stand together"),
+    "a function that nothing calls": (IMPORTS + "recv ws2 name\n", "nothing calls"),
+    "no binding": ("Sleep coredll\n", "not a function"),
+}
+
+
+def run(folder, *command):
+    return subprocess.run(command, cwd=folder, capture_output=True, text=True, check=False)
+
+
+def convert(source, imports=IMPORTS, relocations="-q"):
+    """The converter's code and what it or the linker said."""
+    with tempfile.TemporaryDirectory() as folder:
+        for name, text in (("p.s", source), ("imports", imports), ("p.rc", '1 RCDATA { "x" }\n')):
+            Path(folder, name).write_text(text)
+        converter = ROOT / "tools/elf-to-pe"
+        for command in (
+                (converter, "thunks", "imports", "thunks.s"),
+                ("arm-none-eabi-as", "-march=armv4t", "thunks.s", "-o", "thunks.o"),
+                ("arm-none-eabi-as", "-march=armv4t", "p.s", "-o", "p.o"),
+                ("arm-none-eabi-ld", relocations, "--gc-sections", "--fix-v4bx-interworking", "-T", ROOT / "platform/device/ce.ld",
+                 "p.o", "thunks.o", "-o", "p.elf"),
+                ("x86_64-w64-mingw32-windres", "-O", "coff", "p.rc", "p.res"),
+                (converter, "convert", "--imports", "imports", "--exports", ROOT / "item/quorvane.def", "--resources", "p.res",
+                 "p.elf", "p.dll")):
+            done = run(folder, *command)
+            if done.returncode:
+                break
+        return done.returncode, done.stderr
+
+
+class Converter(unittest.TestCase):
+    def test_takes_the_good_program(self):
+        self.assertEqual(convert(GOOD), (0, ""))
+
+    def test_refuses_what_it_cannot_carry_over(self):
+        for name, (source, message) in REFUSED.items():
+            with self.subTest(name):
+                code, said = convert(GOOD + source + "\n")
+                self.assertEqual((code, message in said), (1, True), said)
+
+    def test_refuses_wrong_import_lists(self):
+        for name, (imports, message) in REFUSED_IMPORTS.items():
+            with self.subTest(name):
+                code, said = convert(GOOD, imports)
+                self.assertEqual((code, message in said), (1, True), said)
+
+    def test_refuses_a_program_without_its_relocations(self):
+        code, said = convert(GOOD, relocations="--no-relax")
+        self.assertEqual((code, "-q" in said), (1, True), said)
+
+
+unittest.main()
