@@ -53,8 +53,8 @@ void MapImage(Bed& bed, const PeImage& image) {
 
 }  // namespace
 
-std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base) {
-    auto bed = NewBed();
+std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base, Core core) {
+    auto bed = NewBed(core);
     bed->folder = folder;
     std::ifstream stream(library, std::ios::binary);
     const std::vector<char> file{std::istreambuf_iterator<char>(stream), {}};
@@ -85,8 +85,8 @@ void DetachLibrary(Bed& bed) {
     CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessDetach, 0});
 }
 
-std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code) {
-    auto bed = NewBed();
+std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code, Core core) {
+    auto bed = NewBed(core);
     bed->imageBase = kSnippetBase;
     MapGuest(*bed, kSnippetBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC,
              {reinterpret_cast<const uint8_t*>(code.data()), code.size_bytes()});

@@ -58,6 +58,12 @@ struct Object {
     virtual ~Object() = default;
 };
 
+enum class Core {
+    Arm925,             // ARMv4T: an instruction of a later architecture is a fault
+    StrongArm,          // ARMv4, in the oldest handhelds: so is the exchange of instruction sets (bx)
+    Arm925ThumbSystem,  // the system is Thumb code, as later handhelds have it: calls and returns have to exchange
+};
+
 struct LocalTime {
     uint16_t year, month, weekday, day, hour, minute, second, millisecond;  // SYSTEMTIME
 };
@@ -89,13 +95,14 @@ struct Bed {
 };
 
 // Maps, relocates and binds the library at `base` (0: the base it prefers). A library that cannot be loaded is a fault.
-std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base = 0);
+std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base = 0,
+                             Core core = Core::Arm925);
 // Calls the entry point, with DLL_PROCESS_ATTACH (false: it refused) or DLL_PROCESS_DETACH. What the system keeps when
 // the library goes (registry, screen) is copied from bed to bed by its part.
 bool AttachLibrary(Bed& bed);
 void DetachLibrary(Bed& bed);
 // A bed with `code` (ARM words) at kSnippetBase instead of a library, for tests of the bed itself.
-std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code);
+std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code, Core core = Core::Arm925);
 inline constexpr Address kSnippetBase = 0x00010000;
 
 // All faults so far, one a line.

@@ -31,6 +31,7 @@ REFUSED = {
     "an unaligned address": (".byte 0\n.word DllMain", "unaligned"),
     "an address outside of the library": (".word DllMain + 0x1000000", "outside"),
     "a section without a place": ('.word table\n.section .tables,"a"\ntable: .word 1', ".tables"),
+    "a comparison that answers in flags": ("__aeabi_cdcmple: bx lr", "flags"),
     "a static with a constructor": ('.section .init_array,"aw"\n.word DllMain', "has a constructor"),
 }
 REFUSED_IMPORTS = {

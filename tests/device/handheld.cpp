@@ -45,7 +45,8 @@ std::string ReadWhole(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-Handheld::Handheld(std::span<const device_script::Step> steps, Address at) : player(*this, steps), base(at) {
+Handheld::Handheld(std::span<const device_script::Step> steps, Address at, Core on)
+    : player(*this, steps), core(on), base(at) {
     char name[] = "/tmp/quorvane-device-XXXXXX";
     folder = mkdtemp(name);
     std::filesystem::create_directories(folder + "/Program Files");
@@ -83,7 +84,7 @@ void Handheld::OnWorldChanged(const World& world) {
 }
 
 uint64_t Handheld::Attach() {
-    bed = OpenBed(Setting("QUORVANE_DEVICE_LIBRARY"), folder, base);
+    bed = OpenBed(Setting("QUORVANE_DEVICE_LIBRARY"), folder, base, core);
     Part<WindowState>(*bed).player = &player;
     Part<Registry>(*bed) = registry;
     OnWorldChanged(player.world);

@@ -14,14 +14,16 @@ std::string ReadWhole(const std::filesystem::path& path);
 struct Handheld : System {
     Player player;
     std::unique_ptr<Bed> bed;  // made on attaching, the last one kept
-    Address base;              // where the library goes; 0: where it prefers
-    std::string folder;        // of its files, its own and temporary
+    Core core;
+    Address base;        // where the library goes; 0: where it prefers
+    std::string folder;  // of its files, its own and temporary
     Registry registry;
     std::string faults;         // of all beds, with what was left over on detaching
     uint32_t deepestStack = 0;  // of all beds before the last detaching, bytes
     uint32_t record = 0;
 
-    explicit Handheld(std::span<const device_script::Step> steps = device_script::kScript, Address at = 0);
+    explicit Handheld(std::span<const device_script::Step> steps = device_script::kScript, Address at = 0,
+                      Core on = Core::Arm925);
     ~Handheld() override;
     // More steps, after those before.
     void Perform(std::span<const device_script::Step> steps);

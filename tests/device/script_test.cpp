@@ -61,13 +61,15 @@ TEST_F(Script, Runs_to_its_end_without_a_fault) {
     EXPECT_TRUE(Played().player.answers.empty());
 }
 
-TEST_F(Script, Does_the_same_at_another_address) {
+TEST_F(Script, Does_the_same_on_other_handhelds_and_at_another_address) {
     constexpr Address kElsewhere = 0x0A340000;
-    const Handheld elsewhere(device_script::kScript, kElsewhere);
-    EXPECT_EQ(elsewhere.bed->imageBase, kElsewhere);
-    EXPECT_EQ(elsewhere.faults, "");
-    EXPECT_EQ(FirstDifference(Played().player.trace.strip, elsewhere.player.trace.strip), "");
-    EXPECT_EQ(FirstDifference(Played().player.trace.dialogs, elsewhere.player.trace.dialogs), "");
+    for (const Core core : {Core::StrongArm, Core::Arm925ThumbSystem}) {
+        const Handheld elsewhere(device_script::kScript, kElsewhere, core);
+        EXPECT_EQ(elsewhere.bed->imageBase, kElsewhere);
+        EXPECT_EQ(elsewhere.faults, "");
+        EXPECT_EQ(FirstDifference(Played().player.trace.strip, elsewhere.player.trace.strip), "");
+        EXPECT_EQ(FirstDifference(Played().player.trace.dialogs, elsewhere.player.trace.dialogs), "");
+    }
 }
 
 TEST_F(Script, Draws_the_strip_as_the_desktop_does) {
