@@ -163,6 +163,7 @@ uint32_t SHInitDialog(Bed& bed, const Arguments& a) {
     if (info[0] != 1 || FindWindow(bed, info[1]) == nullptr || info[2] != 0x0D) {
         AddFault(bed, "the shell is given another record");
     }
+    TraceOf(bed).Add("no keyboard for " + TraceOf(bed).NameOf(info[1]));
     return 1;
 }
 
@@ -170,6 +171,7 @@ uint32_t SHSipPreference(Bed& bed, const Arguments& a) {
     if (FindWindow(bed, a[0]) == nullptr || a[1] > 1) {
         AddFault(bed, "a keyboard for no window");
     }
+    TraceOf(bed).Add((a[1] == 0 ? "keyboard for " : "no keyboard for ") + TraceOf(bed).NameOf(a[0]));
     return 1;
 }
 

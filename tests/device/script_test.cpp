@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <set>
 
 namespace {
@@ -122,7 +123,10 @@ TEST_F(Script, Opens_every_dialog_and_page_of_the_library) {
     EXPECT_EQ(opened, expected);
 }
 
-TEST_F(Script, Leaves_no_drawing_object_behind) {
+TEST_F(Script, Leaves_no_drawing_object_behind_and_uses_none_that_is_gone) {
+    const std::regex gone("\n[A-Z]\\w+ (other|null) ");
+    EXPECT_FALSE(std::regex_search(Played().player.trace.strip, gone));
+    EXPECT_FALSE(std::regex_search(Played().player.trace.dialogs, gone));
     EXPECT_EQ(Played().player.trace.strip.find("still selected"), std::string::npos);
     EXPECT_EQ(Played().player.trace.dialogs.find("still selected"), std::string::npos);
     EXPECT_EQ(Played().player.trace.Leftovers(), "");

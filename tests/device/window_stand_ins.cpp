@@ -104,6 +104,16 @@ uint32_t NoteTimer(Bed& bed, const Arguments& a) {
     return a[1];
 }
 
+// A drop-down list tells its dialog (CBN_SETFOCUS); nothing else minds.
+uint32_t SetFocus(Bed& bed, const Arguments& a) {
+    constexpr uint32_t kCommand = 0x0111, kFocused = 3;
+    const Window* window = FindWindow(bed, a[0]);
+    if (window != nullptr && window->kind == "combobox") {
+        SendToWindow(bed, window->parent, kCommand, static_cast<uint32_t>(window->id) | kFocused << 16, a[0]);
+    }
+    return 0;
+}
+
 uint32_t CreateProcessW(Bed& bed, const Arguments& a) {
     if (ReadText(bed, a[0]) != u"\\Windows\\ctlpnl.exe") {
         AddFault(bed, "starts another program than the control panel");
@@ -171,7 +181,7 @@ constexpr StandInRow kRows[] = {
     {"SendMessageW", [](Bed& bed, const Arguments& a) { return SendToWindow(bed, a[0], a[1], a[2], a[3]); }},
     {"SetCursor", Ignore},
     {"SetDlgItemTextW", [](Bed& bed, const Arguments& a) { return SetText(bed, FindControl(bed, a[0], a[1]), a[2]); }},
-    {"SetFocus", Ignore},
+    {"SetFocus", SetFocus},
     {"SetTimer", NoteTimer},
     {"SetWindowLongW", Ignore},
     {"SetWindowPos", [](Bed& bed, const Arguments& a) { return Place(bed, a[0], a, 2); }},

@@ -3,7 +3,7 @@
 
 #include "tests/device/reference/hooks.h"
 
-#include "item/settings.h"
+#include "platform/desktop/today_frame.h"
 
 #include <algorithm>
 
@@ -38,10 +38,6 @@ void WINAPI ScriptedLocalTime(SYSTEMTIME* time) {
 BOOL WINAPI ScriptedFolder(HWND, wchar_t* path, int folder, BOOL) {
     wcscpy(path, Wide(folder == CSIDL_PERSONAL ? kDocuments : kProgramFiles).c_str());
     return TRUE;
-}
-
-int WINAPI ScriptedMetric(int metric) {
-    return static_cast<int>(metric == SM_CXSCREEN ? player->world.screenWidth : player->world.screenHeight);
 }
 
 // The item has the strip's size, every other window the screen's.
@@ -121,6 +117,19 @@ hostent* WINAPI FindByName(const char* name) {
     return nullptr;
 }
 
+// The host's window is the frame that the desktop takes for the screen. It has no taskbar.
+HWND WINAPI FindFrame(HWND parent, HWND after, const wchar_t* kind, const wchar_t*) {
+    return parent == nullptr && after == nullptr && wcscmp(kind, platform::kFrameClass) == 0 ? hostWindow : nullptr;
+}
+
+HDC WINAPI GetScreen(HWND window, HRGN, DWORD) {
+    const uint64_t screen[] = {0};
+    const std::string name = player->trace.Note(ShapeOf("GetDC"), screen);
+    HDC context = GetWindowDC(window);
+    player->trace.names[Number(context)] = name;
+    return context;
+}
+
 template <class Function>
 void* Pointer(Function function) {
     return reinterpret_cast<void*>(+function);
@@ -139,8 +148,9 @@ void ScriptSystem() {
          Pointer([](TIME_ZONE_INFORMATION* zone) { return *zone = {}, TIME_ZONE_ID_UNKNOWN; })},
         {"Sleep", Pointer([](DWORD) {})},
         {"SHGetSpecialFolderPathW", Pointer(ScriptedFolder)},
-        {"GetSystemMetrics", Pointer(ScriptedMetric)},
         {"GetClientRect", Pointer(ScriptedClientArea)},
+        {"FindWindowExW", Pointer(FindFrame)},
+        {"GetDCEx", Pointer(GetScreen)},
         {"GetPixel", Pointer([](HDC, int, int) { return COLORREF{0}; })},
         {"GetTextFaceW", Pointer(ScriptedFace)},
         {"CreateProcessW", Pointer(NoteProgram)},
