@@ -85,8 +85,8 @@ void DetachLibrary(Bed& bed) {
     CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessDetach, 0});
 }
 
-std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code) {
-    auto bed = NewBed(Core::Arm925);
+std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code, Core core) {
+    auto bed = NewBed(core);
     bed->imageBase = kSnippetBase;
     MapGuest(*bed, kSnippetBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC,
              {reinterpret_cast<const uint8_t*>(code.data()), code.size_bytes()});

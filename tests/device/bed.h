@@ -59,8 +59,9 @@ struct Object {
 };
 
 enum class Core {
-    Arm925,     // ARMv4T: an instruction of a later architecture is a fault
-    StrongArm,  // ARMv4, in the oldest handhelds: so is the exchange of instruction sets (bx)
+    Arm925,             // ARMv4T: an instruction of a later architecture is a fault
+    StrongArm,          // ARMv4, in the oldest handhelds: so is the exchange of instruction sets (bx)
+    Arm925ThumbSystem,  // the system is Thumb code, as later handhelds have it: calls and returns have to exchange
 };
 
 struct LocalTime {
@@ -101,7 +102,7 @@ std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& fold
 bool AttachLibrary(Bed& bed);
 void DetachLibrary(Bed& bed);
 // A bed with `code` (ARM words) at kSnippetBase instead of a library, for tests of the bed itself.
-std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code);
+std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code, Core core = Core::Arm925);
 inline constexpr Address kSnippetBase = 0x00010000;
 
 // All faults so far, one a line.

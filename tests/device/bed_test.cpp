@@ -78,6 +78,25 @@ const Row kRows[] = {
     {"endless stack", {0xE92D0FFF, 0xEAFFFFFD}, "Invalid memory write"},  // stmdb sp!,{r0-r11}; b .-4
 };
 
+TEST(Bed, Tells_the_cores_apart) {
+    const uint32_t exchange[] = {kReturn};
+    const uint32_t move[] = {0xE1A0F00E};  // mov pc,lr
+    const struct {
+        Core core;
+        std::span<const uint32_t> code;
+        const char* fault;
+    } rows[] = {{Core::StrongArm, move, ""},
+                {Core::StrongArm, exchange, "Invalid instruction"},
+                {Core::Arm925ThumbSystem, exchange, ""},
+                {Core::Arm925ThumbSystem, move, "enters the system in the wrong instruction set"}};
+    for (const auto& row : rows) {
+        auto bed = OpenSnippet(row.code, row.core);
+        CallGuest(*bed, kSnippetBase);
+        EXPECT_EQ(Faults(*bed).substr(0, strlen(row.fault)), row.fault);
+        EXPECT_EQ(bed->faults.size(), row.fault[0] == 0 ? 0u : 1u) << Faults(*bed);
+    }
+}
+
 TEST(Bed, Counts_every_instruction_and_the_deepest_byte_of_stack) {
     const uint32_t code[] = {0xE92D4030, 0xE3A0100A, 0xE2511001, 0x1AFFFFFD, 0xE8BD8030};  // ten rounds of a loop
     auto bed = OpenSnippet(code);

@@ -157,7 +157,21 @@ uint32_t PropertySheetW(Bed& bed, const Arguments& a) {
     return 1;
 }
 
-uint32_t Succeed(Bed&, const Arguments&) {
+// SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
+uint32_t SHInitDialog(Bed& bed, const Arguments& a) {
+    const auto info = ReadGuest<std::array<uint32_t, 3>>(bed, a[0]);
+    if (info[0] != 1 || FindWindow(bed, info[1]) == nullptr || info[2] != 0x0D) {
+        AddFault(bed, "the shell is given another record");
+    }
+    TraceOf(bed).Add("no keyboard for " + TraceOf(bed).NameOf(info[1]));
+    return 1;
+}
+
+uint32_t SHSipPreference(Bed& bed, const Arguments& a) {
+    if (FindWindow(bed, a[0]) == nullptr || a[1] > 1) {
+        AddFault(bed, "a keyboard for no window");
+    }
+    TraceOf(bed).Add((a[1] == 0 ? "keyboard for " : "no keyboard for ") + TraceOf(bed).NameOf(a[0]));
     return 1;
 }
 
@@ -167,8 +181,8 @@ constexpr StandInRow kRows[] = {
     {"FindResourceW", FindResourceW},
     {"LoadResource", [](Bed&, const Arguments& a) { return a[1]; }},
     {"PropertySheetW", PropertySheetW},
-    {"SHInitDialog", Succeed},
-    {"SHSipPreference", Succeed},
+    {"SHInitDialog", SHInitDialog},
+    {"SHSipPreference", SHSipPreference},
 };
 
 }  // namespace

@@ -126,7 +126,8 @@ void PerformOnControl(Player& player, const Step& step) {
             return;
         }
         default:
-            system.Send(player.top, kColorStatic, system.Context(player.top), control);
+            player.trace.Add("  " + player.trace.NameOf(static_cast<uint64_t>(
+                                        system.Send(player.top, kColorStatic, system.Context(player.top), control))));
     }
 }
 
@@ -140,6 +141,15 @@ void Apply(Player& player) {
         player.system.Notify(page, 0, kPageApplied, {});
     }
     player.sheetEnded = true;
+}
+
+// What a dialog's procedure returns is not what the system returns, so that only the item's results count.
+void SendAndNote(Player& player, Message message, uint64_t wParam, uint64_t lParam) {
+    const uint64_t window = player.top;
+    const int64_t result = player.system.Send(window, message, wParam, lParam);
+    if (window == player.item) {
+        player.trace.Add("  result " + std::to_string(result));
+    }
 }
 
 void Perform(Player& player, const Step& step) {
@@ -156,14 +166,11 @@ void Perform(Player& player, const Step& step) {
         case Act::Clear:
             return system.Refresh(player.item, kClearCache);
         case Act::Erase:
-            system.Send(player.top, kErase, system.Context(player.top), 0);
-            return;
+            return SendAndNote(player, kErase, system.Context(player.top), 0);
         case Act::Paint:
-            system.Send(player.top, kPaint, 0, 0);
-            return;
+            return SendAndNote(player, kPaint, 0, 0);
         case Act::Tap:
-            system.Send(player.top, kButtonUp, 0, step.a | step.b << kLoWords);
-            return;
+            return SendAndNote(player, kButtonUp, 0, step.a | step.b << kLoWords);
         case Act::Options:
             return system.OpenOptions();
         case Act::Command:

@@ -119,6 +119,11 @@ void CallStandIn(Bed& bed) {
     WriteRegisters(bed, registers);
 }
 
+bool IsThumb(Bed& bed) {
+    constexpr uint32_t kThumbState = 0x20;
+    return (ReadRegisters(bed).values[kStatus] & kThumbState) != 0;
+}
+
 // Until the call returns, its thread ends or something is wrong.
 void RunToReturn(Bed& bed) {
     Processor& processor = *bed.processor;
@@ -128,6 +133,9 @@ void RunToReturn(Bed& bed) {
         const uc_err error = uc_emu_start(processor.engine, start, kReturnTrap, 0, 0);
         if (error != UC_ERR_OK) {
             return Kill(bed, uc_strerror(error));
+        }
+        if (IsThumb(bed) != (processor.systemMode != 0)) {
+            return Kill(bed, "enters the system in the wrong instruction set");
         }
         if (ReadRegisters(bed).values[kPc] == kReturnTrap || processor.trap == kReturnTrap || processor.dead) {
             return;
@@ -164,7 +172,7 @@ Registers EntryRegisters(Bed& bed, const Registers& outer, Address function, Add
         }
     }
     registers.values[kSp] = stack;
-    registers.values[kLr] = kReturnTrap;
+    registers.values[kLr] = kReturnTrap + bed.processor->systemMode;
     registers.values[kPc] = function;
     return registers;
 }
@@ -207,7 +215,8 @@ std::unique_ptr<Bed> NewBed(Core core) {
     auto bed = std::make_unique<Bed>();
     Processor& processor = *bed->processor;
     uc_open(UC_ARCH_ARM, UC_MODE_ARM, &processor.engine);
-    uc_ctl_set_cpu_model(processor.engine, core == Core::Arm925 ? UC_CPU_ARM_TI925T : UC_CPU_ARM_SA1110);
+    uc_ctl_set_cpu_model(processor.engine, core == Core::StrongArm ? UC_CPU_ARM_SA1110 : UC_CPU_ARM_TI925T);
+    processor.systemMode = core == Core::Arm925ThumbSystem ? 1 : 0;
     for (const auto& table : {KernelStandIns(), FileStandIns(), TextStandIns(), RegistryStandIns(), NetworkStandIns(),
                               SocketStandIns(), WindowStandIns(), GdiStandIns(), DialogStandIns()}) {
         for (const StandInRow& row : table) {
@@ -266,7 +275,7 @@ Address StandInAddress(Bed& bed, const std::string& name) {
     Processor& processor = *bed.processor;
     const auto [row, isNew] = processor.traps.try_emplace(name, 0);
     if (isNew) {
-        row->second = kTrapBase + static_cast<uint32_t>(processor.trapNames.size()) * 4;
+        row->second = kTrapBase + static_cast<uint32_t>(processor.trapNames.size()) * 4 + processor.systemMode;
         processor.trapNames.push_back(name);
     }
     return row->second;

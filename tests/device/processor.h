@@ -13,11 +13,12 @@ struct Processor {
     std::map<uint32_t, uint32_t> exports;
     uint32_t entry = 0;  // from the image's base, as the exports and the resources
     uint32_t resources = 0;
-    Address trap = 0;     // that stopped the processor; 0: none
-    bool dead = false;    // after a fault of the guest's code
-    bool ending = false;  // the running thread has asked to end
-    int threads = 0;      // stacks in use
-    int depth = 0;        // calls under way
+    uint32_t systemMode = 0;  // 1: the system's functions are Thumb code
+    Address trap = 0;         // that stopped the processor; 0: none
+    bool dead = false;        // after a fault of the guest's code
+    bool ending = false;      // the running thread has asked to end
+    int threads = 0;          // stacks in use
+    int depth = 0;            // calls under way
 };
 
 std::unique_ptr<Bed> NewBed(Core core);  // stand-ins, heap and stacks, no code

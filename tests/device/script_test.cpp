@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <set>
 
 namespace {
@@ -61,13 +62,15 @@ TEST_F(Script, Runs_to_its_end_without_a_fault) {
     EXPECT_TRUE(Played().player.answers.empty());
 }
 
-TEST_F(Script, Does_the_same_on_a_StrongARM_and_at_another_address) {
+TEST_F(Script, Does_the_same_on_other_handhelds_and_at_another_address) {
     constexpr Address kElsewhere = 0x0A340000;
-    const Handheld elsewhere(device_script::kScript, kElsewhere, Core::StrongArm);
-    EXPECT_EQ(elsewhere.bed->imageBase, kElsewhere);
-    EXPECT_EQ(elsewhere.faults, "");
-    EXPECT_EQ(FirstDifference(Played().player.trace.strip, elsewhere.player.trace.strip), "");
-    EXPECT_EQ(FirstDifference(Played().player.trace.dialogs, elsewhere.player.trace.dialogs), "");
+    for (const Core core : {Core::StrongArm, Core::Arm925ThumbSystem}) {
+        const Handheld elsewhere(device_script::kScript, kElsewhere, core);
+        EXPECT_EQ(elsewhere.bed->imageBase, kElsewhere);
+        EXPECT_EQ(elsewhere.faults, "");
+        EXPECT_EQ(FirstDifference(Played().player.trace.strip, elsewhere.player.trace.strip), "");
+        EXPECT_EQ(FirstDifference(Played().player.trace.dialogs, elsewhere.player.trace.dialogs), "");
+    }
 }
 
 TEST_F(Script, Draws_the_strip_as_the_desktop_does) {
@@ -120,7 +123,10 @@ TEST_F(Script, Opens_every_dialog_and_page_of_the_library) {
     EXPECT_EQ(opened, expected);
 }
 
-TEST_F(Script, Leaves_no_drawing_object_behind) {
+TEST_F(Script, Leaves_no_drawing_object_behind_and_uses_none_that_is_gone) {
+    const std::regex gone("\n[A-Z]\\w+ (other|null) ");
+    EXPECT_FALSE(std::regex_search(Played().player.trace.strip, gone));
+    EXPECT_FALSE(std::regex_search(Played().player.trace.dialogs, gone));
     EXPECT_EQ(Played().player.trace.strip.find("still selected"), std::string::npos);
     EXPECT_EQ(Played().player.trace.dialogs.find("still selected"), std::string::npos);
     EXPECT_EQ(Played().player.trace.Leftovers(), "");

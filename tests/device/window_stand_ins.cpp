@@ -104,13 +104,40 @@ uint32_t NoteTimer(Bed& bed, const Arguments& a) {
     return a[1];
 }
 
+// A drop-down list tells its dialog (CBN_SETFOCUS); nothing else minds.
+uint32_t SetFocus(Bed& bed, const Arguments& a) {
+    constexpr uint32_t kCommand = 0x0111, kFocused = 3;
+    const Window* window = FindWindow(bed, a[0]);
+    if (window != nullptr && window->kind == "combobox") {
+        SendToWindow(bed, window->parent, kCommand, static_cast<uint32_t>(window->id) | kFocused << 16, a[0]);
+    }
+    return 0;
+}
+
+uint32_t CreateProcessW(Bed& bed, const Arguments& a) {
+    if (ReadText(bed, a[0]) != u"\\Windows\\ctlpnl.exe") {
+        AddFault(bed, "starts another program than the control panel");
+    }
+    NoteCall(bed, "CreateProcessW", a);
+    return 0;
+}
+
+// The taskbar, made when it is looked for.
+uint32_t FindWindowW(Bed& bed, const Arguments& a) {
+    uint32_t& taskbar = Part<WindowState>(bed).taskbar;
+    if (ReadText(bed, a[0]) == u"HHTaskBar" && taskbar == 0) {
+        taskbar = AddWindow(bed, "host", 0, 0);
+        FindWindow(bed, taskbar)->area[3] = 26;
+    }
+    return taskbar;
+}
+
 uint32_t Ignore(Bed&, const Arguments&) {
     return 1;
 }
 
 constexpr StandInRow kRows[] = {
-    {"CreateProcessW",
-     [](Bed& bed, const Arguments& a) -> uint32_t { return NoteCall(bed, "CreateProcessW", a) != ""; }},
+    {"CreateProcessW", CreateProcessW},
     {"CreateWindowExW", CreateWindowExW},
     {"DestroyWindow",
      [](Bed& bed, const Arguments& a) {
@@ -118,7 +145,7 @@ constexpr StandInRow kRows[] = {
          return 1U;
      }},
     {"EnableWindow", EnableWindow},
-    {"FindWindowW", [](Bed&, const Arguments&) { return 0U; }},
+    {"FindWindowW", FindWindowW},
     {"GetClientRect", GetClientRect},
     {"GetDlgCtrlID",
      [](Bed& bed, const Arguments& a) {
@@ -154,7 +181,7 @@ constexpr StandInRow kRows[] = {
     {"SendMessageW", [](Bed& bed, const Arguments& a) { return SendToWindow(bed, a[0], a[1], a[2], a[3]); }},
     {"SetCursor", Ignore},
     {"SetDlgItemTextW", [](Bed& bed, const Arguments& a) { return SetText(bed, FindControl(bed, a[0], a[1]), a[2]); }},
-    {"SetFocus", Ignore},
+    {"SetFocus", SetFocus},
     {"SetTimer", NoteTimer},
     {"SetWindowLongW", Ignore},
     {"SetWindowPos", [](Bed& bed, const Arguments& a) { return Place(bed, a[0], a, 2); }},

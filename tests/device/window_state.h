@@ -1,5 +1,5 @@
-// window_state.h - the windows of the bed: the host's, the item's, dialogs with the controls of their templates, a
-// sheet. Nothing is on a screen; sizes are rough, and nothing that is compared depends on them.
+// tests/device/window_state.h - the windows of the bed: the host's, the item's, dialogs with the controls of their
+// templates, a sheet. Nothing is on a screen; sizes are rough, and nothing that is compared depends on them.
 #pragma once
 
 #include "tests/device/bed.h"
@@ -47,7 +47,7 @@ struct WindowState {
         uint32_t window;  // 0 until it is shown
     };
     std::vector<Page> pages;  // of the open sheet
-    uint32_t sheet = 0;
+    uint32_t sheet = 0, taskbar = 0;
 };
 
 // What contexts hold before anything is selected, and the dialogs' font (kind 2): by kind from here on.

@@ -8,6 +8,7 @@
 
 // The player that the program runs; the hooks write into its trace.
 extern Player* player;
+extern HWND hostWindow;
 
 // Puts `replacement` into every import of that name; gives what stood there (null: the program does not import it).
 void* ReplaceImport(const char* function, void* replacement);
@@ -15,7 +16,7 @@ void* ReplaceImport(const char* function, void* replacement);
 // Drawing, timers and the like: the calls are made as before and written down.
 void RecordCalls();
 
-// Local time, special folders, screen size, sockets, threads one after the other, text measures.
+// Local time, special folders, screen, sockets, threads one after the other.
 void ScriptSystem();
 
 // Dialogs, property sheets and message boxes, which the script drives without a message loop.

@@ -10,6 +10,7 @@
 #include "item/item_state.h"
 #include "item/item_window.h"
 #include "item/settings.h"
+#include "platform/desktop/today_frame.h"
 #include "platform/today.h"
 #include "tests/device/reference/hooks.h"
 #include "tests/fakes/scripted_platform.h"
@@ -18,6 +19,7 @@ using namespace device_script;
 namespace files = std::filesystem;
 
 Player* player = nullptr;
+HWND hostWindow = nullptr;
 
 namespace {
 
@@ -81,6 +83,11 @@ void FillWireless(const World& world) {
 }
 
 LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == platform::kFrameKeyboardMessage) {
+        player->trace.Add(std::string(wParam != 0 ? "keyboard for " : "no keyboard for ") +
+                          player->trace.NameOf(static_cast<uint64_t>(lParam)));
+        return 0;
+    }
     if (message != TODAYM_DRAWWATERMARK) {
         return DefWindowProcW(window, message, wParam, lParam);
     }
@@ -92,7 +99,6 @@ LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 
 struct Desktop : System {
     TODAYLISTITEM record = {};
-    HWND host = nullptr;
 
     void OnWorldChanged(const World& world) override {
         scripted::Reset();
@@ -116,18 +122,19 @@ struct Desktop : System {
         FillWireless(world);
     }
     uint64_t Attach() override {
+        hostWindow =
+            CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 480, 480, nullptr, nullptr, nullptr, nullptr);
+        SetWindowLongPtrW(hostWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(HostProc));
         RegisterItemWindowClass();
         InitializeItem();
         record = {};
         record.fEnabled = TRUE;
-        host = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 480, 480, nullptr, nullptr, nullptr, nullptr);
-        SetWindowLongPtrW(host, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(HostProc));
-        HWND item = InitializeCustomItem(&record, host);
+        HWND item = InitializeCustomItem(&record, hostWindow);
         player->trace.names[Number(item)] = "item";
         return Number(item);
     }
     void Detach() override {
-        DestroyWindow(host);
+        DestroyWindow(hostWindow);
         std::erase_if(player->trace.names, [](const auto& name) { return name.second == "item"; });
         UnregisterItemWindowClass();
     }
@@ -154,7 +161,7 @@ struct Desktop : System {
         return Number(GetDlgItem(reinterpret_cast<HWND>(window), static_cast<int>(id)));
     }
     uint64_t Context(uint64_t window) override {
-        const uint64_t context = Number(GetDCEx(reinterpret_cast<HWND>(window), nullptr, DCX_CACHE));
+        const uint64_t context = Number(GetWindowDC(reinterpret_cast<HWND>(window)));
         player->trace.names[context] = "the host's";
         return context;
     }

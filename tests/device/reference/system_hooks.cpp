@@ -3,7 +3,7 @@
 
 #include "tests/device/reference/hooks.h"
 
-#include "item/settings.h"
+#include "platform/desktop/today_frame.h"
 
 #include <algorithm>
 
@@ -35,24 +35,9 @@ void WINAPI ScriptedLocalTime(SYSTEMTIME* time) {
              0};
 }
 
-DWORD WINAPI ScriptedTickCount() {
-    return player->world.tickCount;
-}
-
-void WINAPI DoNotSleep(DWORD) {}
-
-DWORD WINAPI ScriptedTimeZone(TIME_ZONE_INFORMATION* zone) {
-    *zone = {};
-    return TIME_ZONE_ID_UNKNOWN;
-}
-
 BOOL WINAPI ScriptedFolder(HWND, wchar_t* path, int folder, BOOL) {
     wcscpy(path, Wide(folder == CSIDL_PERSONAL ? kDocuments : kProgramFiles).c_str());
     return TRUE;
-}
-
-int WINAPI ScriptedMetric(int metric) {
-    return static_cast<int>(metric == SM_CXSCREEN ? player->world.screenWidth : player->world.screenHeight);
 }
 
 // The item has the strip's size, every other window the screen's.
@@ -63,10 +48,6 @@ BOOL WINAPI ScriptedClientArea(HWND window, RECT* area) {
     *area = {0, 0, static_cast<LONG>(world.screenWidth), static_cast<LONG>(world.screenHeight)};
     area->bottom = isItem ? (hiRes ? 40 : 24) : area->bottom;
     return TRUE;
-}
-
-COLORREF WINAPI BlackPixel(HDC, int, int) {
-    return 0;
 }
 
 int WINAPI ScriptedFace(HDC, int, wchar_t* face) {
@@ -102,28 +83,12 @@ HANDLE WINAPI RunThread(SECURITY_ATTRIBUTES* rights, SIZE_T stack, LPTHREAD_STAR
     return thread;
 }
 
-SOCKET WINAPI ScriptedSocket(int, int, int) {
-    return 1;
-}
-
-int WINAPI Succeed(SOCKET) {
-    return 0;
-}
-
-int WINAPI SetSocketMode(SOCKET, long, u_long*) {
-    return 0;
-}
-
 int WINAPI AskHost(SOCKET, const char*, int bytes, int, const sockaddr* host, int) {
     askedHost = reinterpret_cast<const sockaddr_in*>(host)->sin_addr.s_addr;
     return bytes;
 }
 
-// A closed port answers with an error, which the exceptional set tells.
-int WINAPI WaitForHost(int, fd_set*, fd_set*, fd_set*, const timeval*) {
-    return 1;
-}
-
+// A closed port answers with an error, which the exceptional set would tell.
 int WINAPI HasAnswered(SOCKET, fd_set*) {
     const Host* host = FindHost(askedHost);
     return host != nullptr && host->name != nullptr;
@@ -152,6 +117,24 @@ hostent* WINAPI FindByName(const char* name) {
     return nullptr;
 }
 
+// The host's window is the frame that the desktop takes for the screen. It has no taskbar.
+HWND WINAPI FindFrame(HWND parent, HWND after, const wchar_t* kind, const wchar_t*) {
+    return parent == nullptr && after == nullptr && wcscmp(kind, platform::kFrameClass) == 0 ? hostWindow : nullptr;
+}
+
+HDC WINAPI GetScreen(HWND window, HRGN, DWORD) {
+    const uint64_t screen[] = {0};
+    const std::string name = player->trace.Note(ShapeOf("GetDC"), screen);
+    HDC context = GetWindowDC(window);
+    player->trace.names[Number(context)] = name;
+    return context;
+}
+
+template <class Function>
+void* Pointer(Function function) {
+    return reinterpret_cast<void*>(+function);
+}
+
 }  // namespace
 
 void ScriptSystem() {
@@ -159,30 +142,31 @@ void ScriptSystem() {
         const char* name;
         void* replacement;
     } rows[] = {
-        {"GetLocalTime", reinterpret_cast<void*>(ScriptedLocalTime)},
-        {"GetTickCount", reinterpret_cast<void*>(ScriptedTickCount)},
-        {"Sleep", reinterpret_cast<void*>(DoNotSleep)},
-        {"GetTimeZoneInformation", reinterpret_cast<void*>(ScriptedTimeZone)},
-        {"SHGetSpecialFolderPathW", reinterpret_cast<void*>(ScriptedFolder)},
-        {"GetSystemMetrics", reinterpret_cast<void*>(ScriptedMetric)},
-        {"GetClientRect", reinterpret_cast<void*>(ScriptedClientArea)},
-        {"GetPixel", reinterpret_cast<void*>(BlackPixel)},
-        {"GetTextFaceW", reinterpret_cast<void*>(ScriptedFace)},
-        {"CreateProcessW", reinterpret_cast<void*>(NoteProgram)},
-        {"SetTimer", reinterpret_cast<void*>(NoteTimer)},
-        {"KillTimer", reinterpret_cast<void*>(NoteTimerEnd)},
-        {"socket", reinterpret_cast<void*>(ScriptedSocket)},
-        {"closesocket", reinterpret_cast<void*>(Succeed)},
-        {"ioctlsocket", reinterpret_cast<void*>(SetSocketMode)},
-        {"sendto", reinterpret_cast<void*>(AskHost)},
-        {"select", reinterpret_cast<void*>(WaitForHost)},
-        {"__WSAFDIsSet", reinterpret_cast<void*>(HasAnswered)},
-        {"recvfrom", reinterpret_cast<void*>(ReadAnswer)},
-        {"gethostbyname", reinterpret_cast<void*>(FindByName)},
+        {"GetLocalTime", Pointer(ScriptedLocalTime)},
+        {"GetTickCount", Pointer([] { return player->world.tickCount; })},
+        {"GetTimeZoneInformation",
+         Pointer([](TIME_ZONE_INFORMATION* zone) { return *zone = {}, TIME_ZONE_ID_UNKNOWN; })},
+        {"Sleep", Pointer([](DWORD) {})},
+        {"SHGetSpecialFolderPathW", Pointer(ScriptedFolder)},
+        {"GetClientRect", Pointer(ScriptedClientArea)},
+        {"FindWindowExW", Pointer(FindFrame)},
+        {"GetDCEx", Pointer(GetScreen)},
+        {"GetPixel", Pointer([](HDC, int, int) { return COLORREF{0}; })},
+        {"GetTextFaceW", Pointer(ScriptedFace)},
+        {"CreateProcessW", Pointer(NoteProgram)},
+        {"SetTimer", Pointer(NoteTimer)},
+        {"KillTimer", Pointer(NoteTimerEnd)},
+        {"socket", Pointer([](int, int, int) { return SOCKET{1}; })},
+        {"closesocket", Pointer([](SOCKET) { return 0; })},
+        {"ioctlsocket", Pointer([](SOCKET, long, u_long*) { return 0; })},
+        {"sendto", Pointer(AskHost)},
+        {"select", Pointer([](int, fd_set*, fd_set*, fd_set*, const timeval*) { return 1; })},
+        {"__WSAFDIsSet", Pointer(HasAnswered)},
+        {"recvfrom", Pointer(ReadAnswer)},
+        {"gethostbyname", Pointer(FindByName)},
     };
     for (const auto& row : rows) {
         ReplaceImport(row.name, row.replacement);
     }
-    createThread =
-        reinterpret_cast<decltype(createThread)>(ReplaceImport("CreateThread", reinterpret_cast<void*>(RunThread)));
+    createThread = reinterpret_cast<decltype(createThread)>(ReplaceImport("CreateThread", Pointer(RunThread)));
 }
