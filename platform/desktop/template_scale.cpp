@@ -1,5 +1,5 @@
-// Walks through a DIALOGEX template: behind the header stand menu, class and title (each a text, a number or nothing),
-// the font, and the controls, each aligned to four bytes.
+// Walks through a DIALOG template (the plain kind, as a handheld knows no other): behind the header stand menu, class
+// and title (each a text, a number or nothing), the font, and the controls, each aligned to four bytes.
 //
 // A font of double size does not give exactly doubled dialog units (12 by 25 pixels where the normal ones are 6 by 13),
 // but what is painted into a dialog stands at doubled coordinates. So the template's places are stretched by what is
@@ -13,33 +13,26 @@
 namespace platform {
 namespace {
 
-// Layouts of DLGTEMPLATEEX and DLGITEMTEMPLATEEX up to their variable parts.
+// Layouts of DLGTEMPLATE, its font, and DLGITEMTEMPLATE up to their variable parts.
 #pragma pack(push, 2)
 struct TemplateHeader {
-    WORD version;
-    WORD signature;
-    DWORD helpId;
-    DWORD extendedStyle;
     DWORD style;
+    DWORD extendedStyle;
     WORD controls;
     short x, y, width, height;
 };
 struct TemplateFont {
     WORD pointSize;
-    WORD weight;
-    BYTE italic;
-    BYTE charSet;
     wchar_t face[1];
 };
 struct TemplateControl {
-    DWORD helpId;
-    DWORD extendedStyle;
     DWORD style;
+    DWORD extendedStyle;
     short x, y, width, height;
-    DWORD id;
+    WORD id;
 };
 #pragma pack(pop)
-static_assert(sizeof(TemplateHeader) == 26 && sizeof(TemplateControl) == 24);
+static_assert(sizeof(TemplateHeader) == 18 && sizeof(TemplateControl) == 18);
 
 const WORD* SkipNameOrNumber(const WORD* field) {
     constexpr WORD kNumberFollows = 0xFFFF;
@@ -62,9 +55,7 @@ SIZE BaseUnits(HDC context, const TemplateFont& font, int pointSize) {
     constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
     LOGFONTW description = {};
     description.lfHeight = -MulDiv(pointSize, GetDeviceCaps(context, LOGPIXELSY), 72);
-    description.lfWeight = font.weight;
-    description.lfItalic = font.italic;
-    description.lfCharSet = font.charSet;
+    description.lfCharSet = DEFAULT_CHARSET;
     wcsncpy(description.lfFaceName, font.face, LF_FACESIZE - 1);
     const ScopedObject object(CreateFontIndirectW(&description));
     const ScopedSelection selection(context, object.object);
@@ -106,10 +97,8 @@ Stretch DoubleFont(TemplateFont* font) {
 }  // namespace
 
 void ScaleTemplateToScreen(void* dialogTemplate) {
-    constexpr WORD kExtendedSignature = 0xFFFF;
     auto* header = static_cast<TemplateHeader*>(dialogTemplate);
-    if (!IsHighResolution(ScreenSize()) || header->signature != kExtendedSignature ||
-        (header->style & DS_SETFONT) == 0) {
+    if (!IsHighResolution(ScreenSize()) || (header->style & DS_SETFONT) == 0) {
         return;
     }
     const WORD* field = reinterpret_cast<const WORD*>(header + 1);

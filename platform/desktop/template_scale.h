@@ -11,7 +11,7 @@ inline bool IsHighResolution(SIZE screen) {
     return screen.cx > kLargestNormalSide || screen.cy > kLargestNormalSide;
 }
 
-// Doubles the font size of a DIALOGEX template in writable memory when the screen is a high-resolution one.
+// Doubles the font size of a DIALOG template in writable memory when the screen is a high-resolution one.
 void ScaleTemplateToScreen(void* dialogTemplate);
 
 }  // namespace platform

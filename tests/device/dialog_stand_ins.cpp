@@ -9,7 +9,7 @@ namespace {
 
 constexpr uint32_t kDialogResource = 5;
 
-// Walks over a DLGTEMPLATEEX.
+// Walks over a DLGTEMPLATE.
 struct TemplateReader {
     Bed& bed;
     Address at;
@@ -55,13 +55,12 @@ void TakeArea(TemplateReader& reader, Window& window) {
 
 uint32_t AddControl(TemplateReader& reader, uint32_t dialog) {
     reader.Align();
-    reader.at += 8;  // help, extended style
     const uint32_t handle = AddWindow(reader.bed, "", dialog, 0);
     Window& control = *FindWindow(reader.bed, handle);
     control.style = reader.Take<uint32_t>();
+    reader.at += 4;  // extended style
     TakeArea(reader, control);
-    control.id = reader.Take<int32_t>();
-    control.id = control.id == 0xFFFF ? -1 : control.id;
+    control.id = reader.Take<uint16_t>();
     uint32_t number = 0;
     const std::u16string name = reader.TakeText(&number);
     control.kind = KindOf(number, name);
@@ -73,19 +72,19 @@ uint32_t AddControl(TemplateReader& reader, uint32_t dialog) {
 // The part before the controls; gives their number.
 int TakeHead(TemplateReader& reader, Window& dialog) {
     constexpr uint32_t kSetFont = 0x40;
-    if (reader.Take<uint32_t>() != 0xFFFF0001) {
-        AddFault(reader.bed, "a dialog template of another kind");
+    dialog.style = reader.Take<uint32_t>();
+    if (dialog.style == 0xFFFF0001) {  // DLGTEMPLATEEX
+        AddFault(reader.bed, "a dialog template that a handheld does not know");
         return 0;
     }
-    reader.at += 8;
-    dialog.style = reader.Take<uint32_t>();
+    reader.at += 4;  // extended style
     const int controls = reader.Take<uint16_t>();
     TakeArea(reader, dialog);
     for (int i = 0; i < 3; ++i) {  // menu, class, title
         reader.TakeText();
     }
     if ((dialog.style & kSetFont) != 0) {
-        reader.at += 6;
+        reader.at += 2;  // point size
         reader.TakeText();
     }
     return controls;

@@ -61,13 +61,10 @@ INT_PTR CALLBACK FirstProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
 }
 
 HWND OpenWindow(const std::string& name, const DLGTEMPLATE* source, HWND parent, DLGPROC procedure) {
-    constexpr size_t kExtendedStyle = 12;  // of a DLGTEMPLATEEX; the copy is longer than any template
+    constexpr size_t kLongest = 4096;  // the copy is longer than any template
     std::vector<uint8_t> copy(reinterpret_cast<const uint8_t*>(source),
-                              reinterpret_cast<const uint8_t*>(source) + 4096);
-    DWORD style = 0;
-    memcpy(&style, &copy[kExtendedStyle], sizeof(style));
-    style &= ~static_cast<DWORD>(WS_VISIBLE);
-    memcpy(&copy[kExtendedStyle], &style, sizeof(style));
+                              reinterpret_cast<const uint8_t*>(source) + kLongest);
+    reinterpret_cast<DLGTEMPLATE*>(copy.data())->style &= ~static_cast<DWORD>(WS_VISIBLE);
     opening = {name, procedure};
     player->trace.Open(name);
     return CreateDialogIndirectParamW(GetModuleHandleW(nullptr), reinterpret_cast<DLGTEMPLATE*>(copy.data()), parent,
