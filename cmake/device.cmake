@@ -27,7 +27,7 @@ set(linker_script ${CMAKE_SOURCE_DIR}/platform/device/ce.ld)
 
 add_library(quorvane_shows STATIC ${shows_sources})
 target_link_libraries(quorvane_shows PRIVATE quorvane_product_flags PUBLIC quorvane_decides)
-file(GLOB device_sources CONFIGURE_DEPENDS platform/device/*.cpp platform/device/runtime/*.cpp)
+file(GLOB device_sources CONFIGURE_DEPENDS platform/device/*.cpp)
 add_library(platform_device STATIC ${device_sources})
 target_link_libraries(platform_device PRIVATE quorvane_product_flags)
 # What GetProcAddress finds is cast to its true type.
