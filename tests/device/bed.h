@@ -1,4 +1,5 @@
-// bed.h - a model of the handheld's processor with the built quorvane.dll in it, and of the system around it.
+// tests/device/bed.h - a model of the handheld's processor with the built quorvane.dll in it, and of the system around
+// it.
 //
 // The library is loaded, relocated and bound as the handheld's loader does it; every function that it imports is a
 // stand-in: a host function found by name. The guest runs until it calls an import; then the guest stands still, the

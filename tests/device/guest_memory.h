@@ -1,4 +1,5 @@
-// guest_memory.h - the handheld's memory: regions with rights, a heap whose freed bytes are known, stacks with guards.
+// tests/device/guest_memory.h - the handheld's memory: regions with rights, a heap whose freed bytes are known, stacks
+// with guards.
 #pragma once
 
 #include "tests/device/bed.h"

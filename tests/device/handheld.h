@@ -1,4 +1,5 @@
-// handheld.h - the handheld's system for a player: the library in its bed, with files and a registry that outlive it.
+// tests/device/handheld.h - the handheld's system for a player: the library in its bed, with files and a registry that
+// outlive it.
 #pragma once
 
 #include "tests/device/stand_in_state.h"

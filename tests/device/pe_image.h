@@ -1,4 +1,4 @@
-// pe_image.h - a PE32 library for ARM handhelds, laid out as its loader lays it out, before binding.
+// tests/device/pe_image.h - a PE32 library for ARM handhelds, laid out as its loader lays it out, before binding.
 #pragma once
 
 #include <cstdint>

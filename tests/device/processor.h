@@ -1,4 +1,4 @@
-// processor.h - what lies behind a Bed; for the bed's own files only.
+// tests/device/processor.h - what lies behind a Bed; for the bed's own files only.
 #pragma once
 
 #include "tests/device/guest_memory.h"

@@ -1,5 +1,5 @@
-// stand_in_state.h - what a test may set about the system around the library, and look at afterwards. Each is a part of
-// the bed: Part<Disk>(bed).
+// tests/device/stand_in_state.h - what a test may set about the system around the library, and look at afterwards. Each
+// is a part of the bed: Part<Disk>(bed).
 #pragma once
 
 #include "tests/device/bed.h"
