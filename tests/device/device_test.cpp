@@ -161,6 +161,38 @@ TEST(Device, Keeps_its_lists_when_the_disk_is_full) {
     EXPECT_EQ(device.End(), "");
 }
 
+// One allocation after the other fails while the tools are opened and used; what is compared is that nothing is touched
+// that is not there, and nothing left behind.
+TEST(Device, Survives_every_allocation_that_fails) {
+    const Step tools[] = {{Act::Tick, 0, 10, 1, 1},
+                          {Act::Tap, device_script::kTapDhcp, kTop},
+                          {Act::Command, IDC_DHCP_DETECT},
+                          {Act::Command, IDC_DHCP_RENEW},
+                          {Act::Command, device_script::kOk},
+                          {Act::Tap, device_script::kTapPing, kTop},
+                          {Act::Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.20"},
+                          {Act::Command, IDC_PING_PING},
+                          {Act::Timer, 10},
+                          {Act::Command, device_script::kOk},
+                          {Act::Tap, device_script::kTapAdapter, kTop},
+                          {Act::Command, device_script::kOk},
+                          {Act::Tap, device_script::kTapScanner, kTop},
+                          {Act::Timer, 7},
+                          {Act::Command, device_script::kOk},
+                          {Act::Tap, device_script::kTapCard, kTop},
+                          {Act::Command, device_script::kOk}};
+    int allocations = 1;
+    for (int failing = 0; failing <= allocations; ++failing) {
+        Device device;
+        Memory& memory = Part<Memory>(*device.bed);
+        memory = {failing, 0};
+        device.Perform(tools);
+        allocations = failing == 0 ? memory.allocations : allocations;
+        EXPECT_EQ(device.End(), "") << "allocation " << failing;
+    }
+    EXPECT_GT(allocations, 10);
+}
+
 // Every worker counts as a user of the library and ends without returning into it.
 TEST(Device, Lets_workers_outlive_the_dialog_and_does_without_them) {
     Device device;
@@ -222,18 +254,20 @@ TEST(Device, Would_be_refused_with_a_spoilt_header) {
 // For the measurements; the numbers are exact, so that equal work has to give equal ones.
 TEST(Figures, Of_ticks_and_paints) {
     Device device;
-    const auto instructionsOf = [&](const Step& step) {
-        const uint64_t before = device.bed->figures.instructions;
+    const auto costOf = [&](const Step& step) {
+        const Figures before = device.bed->figures;
         device.Perform({&step, 1});
-        return device.bed->figures.instructions - before;
+        const Figures& after = device.bed->figures;
+        return std::pair(after.instructions - before.instructions, after.imports - before.imports);
     };
     const Step steps[] = {{Act::Tick, 0, 0, 0, 1}, {Act::Tick, 0, 1500, 700, 1}, {Act::Paint}};
-    const char* names[] = {"instructions_per_quiet_tick", "instructions_per_tick", "instructions_per_paint"};
+    const char* names[] = {"quiet_tick", "tick", "paint"};
     device.Do({{Act::Tick, 0, 1500, 700, 24}});
     for (size_t i = 0; i < std::size(steps); ++i) {
-        const uint64_t instructions = instructionsOf(steps[i]);
-        instructionsOf(steps[i]);
-        std::cout << names[i] << ' ' << instructions << '\n';
+        const auto [instructions, systemCalls] = costOf(steps[i]);
+        std::cout << "instructions_per_" << names[i] << ' ' << instructions << "\nsystem_calls_per_" << names[i] << ' '
+                  << systemCalls << '\n';
+        EXPECT_EQ(costOf(steps[i]).first, instructions) << names[i];
     }
     EXPECT_EQ(device.End(), "");
 }

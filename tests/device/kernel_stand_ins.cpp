@@ -12,6 +12,10 @@ struct Thread : KernelObject {};
 uint32_t LocalAlloc(Bed& bed, const Arguments& a) {
     constexpr uint32_t kZeroed = 0x40;
     constexpr uint8_t kUnset = 0xCD;
+    Memory& memory = Part<Memory>(bed);
+    if (++memory.allocations == memory.failingAllocation) {
+        return 0;
+    }
     const Address block = Allocate(bed, a[1]);
     if (block != 0 && (a[0] & kZeroed) == 0) {
         memset(GuestMemory(bed, block, a[1], true), kUnset, a[1]);

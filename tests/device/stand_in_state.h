@@ -19,6 +19,11 @@ struct Disk {
     int opens = 0, writes = 0;
 };
 
+struct Memory {
+    int failingAllocation = 0;  // counted from 1, this one is refused; 0: none
+    int allocations = 0;
+};
+
 struct RegistryValue {
     uint32_t type;
     std::vector<uint8_t> bytes;
