@@ -38,8 +38,8 @@ Bytes ScanAnswer() {
                    Number<uint16_t>(NL80211_BSS_BEACON_INTERVAL, 100) + Number<uint16_t>(NL80211_BSS_CAPABILITY, 0x11) +
                    Number<int32_t>(NL80211_BSS_SIGNAL_MBM, -6650) + Number<uint8_t>(NL80211_BSS_SIGNAL_UNSPEC, 60) +
                    Number<uint32_t>(NL80211_BSS_STATUS, NL80211_BSS_STATUS_ASSOCIATED) +
-                   Attribute(NL80211_BSS_INFORMATION_ELEMENTS, elements) +
-                   Attribute(NL80211_BSS_BEACON_IES, Element(0, {0, 0, 0})));
+                   Attribute(NL80211_BSS_BEACON_IES, Element(0, {0, 0, 0})) +
+                   Attribute(NL80211_BSS_INFORMATION_ELEMENTS, elements));
 }
 
 std::vector<Bytes> Answers() {

@@ -26,7 +26,7 @@ void UseList(std::span<const uint8_t> input) {
 }
 
 std::vector<Bytes> Lists() {
-    Bytes unfinished = HostRecordOf(L"10.0.0.1") + HostRecordOf(std::wstring(kHostUnits, L'x'));
+    const Bytes unfinished = HostRecordOf(std::wstring(kHostUnits, L'x'));
     Bytes cut = HostRecordOf(L"Added.Example") + HostRecordOf(L"b");
     cut.resize(kHostRecordBytes + 3);
     return {HostRecordOf(L"a") + HostRecordOf(L"b.example"), unfinished, cut};

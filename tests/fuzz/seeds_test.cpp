@@ -18,7 +18,7 @@ void Feed(const Fuzzer& fuzzer, std::span<const uint8_t> input) {
 }
 
 // Longer seeds are cut and bent at about so many places, evenly.
-constexpr size_t kPlaces = 120;
+constexpr size_t kPlaces = 512;
 
 void FeedDamaged(const Fuzzer& fuzzer, const Bytes& seed) {
     for (size_t place = 0; place < seed.size(); place += seed.size() / kPlaces + 1) {
