@@ -127,8 +127,7 @@ def measure_networks(figures, options):
     """In a process of its own, because making networks takes root."""
     with tempfile.NamedTemporaryFile("r") as file:
         as_root = [] if os.geteuid() == 0 else ["sudo", "env", "PYTHONDONTWRITEBYTECODE=1", f"PATH={os.environ['PATH']}"]
-        command = [*as_root, sys.executable, f"{ROOT}/bench/network_figures.py", file.name, options.seconds, options.scans,
-                   *options.hosts]
+        command = [*as_root, sys.executable, f"{ROOT}/bench/network_figures.py", file.name, options.scans, *options.hosts]
         subprocess.run(list(map(str, command)), stdin=subprocess.DEVNULL, check=True)
         figures.load(file.name)
 

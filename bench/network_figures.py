@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""bench/network_figures.py FILE SECONDS SCANS HOSTS... - the measurements that make networks of namespaces, for bench/run:
+"""bench/network_figures.py FILE SCANS HOSTS... - the measurements that make networks of namespaces, for bench/run:
 the scan beside fping, nbtscan and nmap, repeated scans, and vnStat with traffic. Writes the figures to FILE. Needs root."""
 import sys
 
@@ -9,11 +9,11 @@ from scan_compare import measure_comparison
 from scan_soak import measure_soak
 
 
-def main(path, seconds, scans, *counts):
+def main(path, scans, *counts):
     figures = Figures()
     measure_comparison(figures, list(map(int, counts)))
     measure_soak(figures, int(scans))
-    measure_logger(figures, int(seconds))
+    measure_logger(figures)
     figures.save(path)
 
 

@@ -3,9 +3,9 @@
 # What it is, Quorvane's figure, what does the same elsewhere, its figures.
 ROWS = (
     ("logging a tick in a full month: processor time", "tick's file work, month of 744, natively",
-     "vnStat saving as often", ["vnStat's update with its save: processor time"]),
+     "a poll of vnStat that saves", ["vnStat's poll with a save: processor time"]),
     ("system calls of that", "tick's file work, natively: system calls",
-     "vnStat saving as often", ["vnStat's update with its save: system calls"]),
+     "the same", ["vnStat's poll with a save: system calls"]),
     ("the same under Wine, by the clock", "tick's file work, month of 744, under Wine", "", []),
     ("a whole tick under Wine", "whole tick, month of 744, under Wine", "", []),
     ("reading a month's days: processor time", "reading a month as its days, natively",
