@@ -30,4 +30,4 @@ def measure_ticks(figures):
         calls = calls_of_a_tick(command)
         figures.add(f"tick's file work, {system}: system calls", sum(calls.values()), "calls")
         for name, count in sorted(calls.items(), key=lambda item: -item[1]):
-            figures.add(f"tick's file work, {system}: `{name}`", count, "calls")
+            figures.add(f"tick's file work, {system}: `{name}`", count, "")
