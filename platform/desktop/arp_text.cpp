@@ -64,7 +64,8 @@ bool ParseRow(const char*& text, MIB_IPNETROW& row) {
     row.dwAddr = inet_addr(address);
     NextWord(text, &length);  // the kind of hardware
     word = NextWord(text, &length);
-    if (word == nullptr || (HexDigit(word[length - 1]) & kComplete) == 0) {
+    const int flags = word != nullptr ? HexDigit(word[length - 1]) : -1;
+    if (flags < 0 || (flags & kComplete) == 0) {
         return false;
     }
     word = NextWord(text, &length);

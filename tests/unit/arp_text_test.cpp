@@ -44,6 +44,7 @@ TEST(ArpText, Finished_neighbours_are_listed_once_in_the_order_of_their_addresse
         {"unfinished", kHeading + Neighbour("10.0.0.9", "00:00:00:00:00:00", "0x0") + high, "10.0.0.10/170-255 "},
         {"permanent", Neighbour("10.0.0.9", "02:00:00:00:00:09", "0x6"), "10.0.0.9/2-9 "},
         {"cut within the hardware address", kHeading + high + low.substr(0, 40), "10.0.0.10/170-255 "},
+        {"no digits in the flags", Neighbour("10.0.0.9", "02:00:00:00:00:09", "0x*") + high, "10.0.0.10/170-255 "},
         {"no digits", Neighbour("10.0.0.9", "02:00:00:00:00:0g") + Neighbour("x.y.z.1", "02:00:00:00:00:09"), ""},
         {"too long an address", Neighbour("100.100.100.1000", "02:00:00:00:00:09"), ""},
         {"another kind of hardware", Neighbour("10.0.0.9", "02:00:00:00:00:09:0a:0b"), ""},
