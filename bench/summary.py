@@ -24,10 +24,11 @@ ROWS = (
     ("resident memory", "idle: resident memory of the host", "vnStat, which shows nothing", ["vnStat: resident memory"]),
     ("size of the library", "quorvane.dll", "vnstat and vnstatd", ["vnstat and vnstatd: size"]),
     ("without icons and bitmaps", "quorvane.dll without icons and bitmaps", "", []),
-    ("on the handheld: instructions of a tick with traffic", "handheld: instructions per tick", "", []),
-    ("instructions of painting the strip", "handheld: instructions per paint", "", []),
-    ("size of the library there", "handheld: quorvane.dll", "", []),
-    ("without icons and bitmaps there", "handheld: quorvane.dll without icons and bitmaps", "", []),
+    ("handheld: instructions of a tick that logs", "handheld: instructions per tick", "", []),
+    ("handheld: instructions of painting the strip", "handheld: instructions per paint", "", []),
+    ("handheld: deepest stack, of 64 KB", "handheld: deepest stack", "", []),
+    ("handheld: size of the library", "handheld: quorvane.dll", "", []),
+    ("handheld: without icons and bitmaps", "handheld: quorvane.dll without icons and bitmaps", "", []),
 )
 
 
