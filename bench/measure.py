@@ -1,36 +1,42 @@
-"""All measurements, as bench/run starts them: times of functions, system calls, and the host as a whole."""
+"""All measurements, as bench/run starts them: times of functions, system calls, the host as a whole, networks, and the
+handheld's library."""
 import argparse
 import json
 import os
+import re
 import subprocess
+import sys
+import tempfile
 import time
 
 from figures import Figures
 from library_size import artwork_size
-from programs import (NATIVE, WINDOWS, Display, Helper, memory, output_of, processes_of_prefix, processor_seconds,
+from programs import (NATIVE, ROOT, WINDOWS, Display, Helper, memory, output_of, processes_of_prefix, processor_seconds,
                       wine_command)
-from system_calls import measure_logger, measure_ticks
+from summary import summary
+from system_calls import measure_ticks
 
 NATIVE_NAMES = {
-    "LogTrafficInMonth/1": "a tick's file work, month of 1 record, natively",
-    "LogTrafficInMonth/372": "a tick's file work, month of 372, natively",
-    "LogTrafficInMonth/744": "a tick's file work, month of 744, natively",
+    "LogTrafficInMonth/1": "tick's file work, month of 1 record, natively",
+    "LogTrafficInMonth/372": "tick's file work, month of 372, natively",
+    "LogTrafficInMonth/744": "tick's file work, month of 744, natively",
+    "ReadMonth/hourly:0": "reading a month as its days, natively",
     "ReadAllFiles": "reading ten full years once, natively",
-    "ExportAllFiles": "exporting them, natively",
+    "ExportAllFiles": "exporting ten full years, natively",
 }
 WINDOWS_NAMES = {
-    "files 1": "a tick's file work, month of 1 record, under Wine",
-    "files 372": "a tick's file work, month of 372, under Wine",
-    "files 744": "a tick's file work, month of 744, under Wine",
+    "files 1": "tick's file work, month of 1 record, under Wine",
+    "files 372": "tick's file work, month of 372, under Wine",
+    "files 744": "tick's file work, month of 744, under Wine",
     "counters": "asking for the adapter's counters, under Wine",
-    "whole tick": "a whole tick, month of 744, under Wine",
+    "whole tick": "whole tick, month of 744, under Wine",
     "read ten years": "reading ten full years once, under Wine",
-    "export ten years": "exporting them, under Wine",
+    "export ten years": "exporting ten full years, under Wine",
     "strip": "painting the strip's graph, 240x320",
     "whole strip": "painting the whole strip, 240x320",
     "usage read": "reading a full month as a usage view",
-    "usage chart": "painting its chart, 240x320",
-    "usage table": "painting its table, 240x320",
+    "usage chart": "painting the usage chart, 240x320",
+    "usage table": "painting the usage table, 240x320",
     "strip doubled": "painting the strip's graph, 480x640",
     "whole strip doubled": "painting the whole strip, 480x640",
     "usage chart doubled": "painting the usage chart, 480x640",
@@ -46,7 +52,7 @@ def measure_natively(figures):
                                    f"--benchmark_filter=^({pattern})$"]))
     for row in report["benchmarks"]:
         # Processor time: the work is all the process's own, and other programs do not count.
-        figures.add(NATIVE_NAMES[row["name"]], row["cpu_time"] / 1000, "µs")
+        figures.add(NATIVE_NAMES[row["name"]], row["cpu_time"] / 1e9)
 
 
 def measure_under_wine(figures):
@@ -54,7 +60,7 @@ def measure_under_wine(figures):
         for line in output_of(wine_command(f"bench/windows_{program}_bench.exe")).splitlines():
             name, value = line.split("\t")
             if name in WINDOWS_NAMES:
-                figures.add(WINDOWS_NAMES[name], float(value), "µs")
+                figures.add(WINDOWS_NAMES[name], float(value) / 1e6)
 
 
 def measure_start(figures, display):
@@ -69,7 +75,7 @@ def measure_start(figures, display):
         latest = display.pixels()
         if latest != pixels:
             pixels, changed = latest, time.monotonic()
-    figures.add("start of the host to the first strip", (changed - start) * 1000, "ms")
+    figures.add("start of the host to a complete screen", changed - start)
     host.wait()
 
 
@@ -99,9 +105,11 @@ def measure_idle_host(figures, seconds):
             began = time.monotonic()
             time.sleep(seconds / SEGMENTS)
             after = used_by_role(helper)
+            took = time.monotonic() - began
             for role, used in after.items():
-                share = (used - before[role]) / (time.monotonic() - began)
-                figures.add(f"idle: processor time in 5 minutes, {role}", share * 300, "s")
+                figures.add(f"idle: processor time in 5 minutes, {role}", (used - before[role]) / took * 300)
+            figures.add("idle: processor time in 5 minutes, all",
+                        (sum(after.values()) - sum(before.values())) / took * 300)
             resident, private = memory(process)
             figures.add("idle: resident memory of the host", resident, "MB")
             figures.add("idle: of it shared with no other process", private, "MB")
@@ -109,19 +117,45 @@ def measure_idle_host(figures, seconds):
         host.wait()
 
 
-def measure_library(figures):
-    library = f"{WINDOWS}/quorvane.dll"
+def measure_library(figures, library, place=""):
     size = os.path.getsize(library)
-    figures.add("quorvane.dll", size, "bytes")
-    figures.add("quorvane.dll without icons and bitmaps", size - artwork_size(library), "bytes")
+    figures.add(f"{place}quorvane.dll", size, "bytes")
+    figures.add(f"{place}quorvane.dll without icons and bitmaps", size - artwork_size(library), "bytes")
 
 
-def main():
-    parser = argparse.ArgumentParser(prog="bench/run")
-    parser.add_argument("--seconds", type=int, default=60)
-    parser.add_argument("--rounds", type=int, default=5)
-    options = parser.parse_args()
-    figures, notes = Figures(), []
+def measure_networks(figures, options):
+    """In a process of its own, because making networks takes root."""
+    with tempfile.NamedTemporaryFile("r") as file:
+        as_root = [] if os.geteuid() == 0 else ["sudo", "env", "PYTHONDONTWRITEBYTECODE=1", f"PATH={os.environ['PATH']}"]
+        command = [*as_root, sys.executable, f"{ROOT}/bench/network_figures.py", file.name, options.scans, *options.hosts]
+        subprocess.run(list(map(str, command)), stdin=subprocess.DEVNULL, check=True)
+        figures.load(file.name)
+
+
+def measure_handheld(figures):
+    """The handheld's library in the model of its processor, which prints a name and a number on a line."""
+    library = f"{ROOT}/build/device/quorvane.dll"
+    measure_library(figures, library, "handheld: ")
+    os.environ["QUORVANE_DEVICE_LIBRARY"] = library
+    printed = output_of([f"{NATIVE}/tests/device/device_tests", "--gtest_filter=Figures.*"])
+    for name, number in re.findall(r"^([a-z]+(?:_[a-z]+)+) (\d+)$", printed, re.MULTILINE):
+        figures.add(f"handheld: {name.replace('_', ' ')}", int(number), "bytes" if "stack" in name else "")
+
+
+def write_document(figures, path):
+    """Replaces what stands between <!-- NAME --> and <!-- end --> by that table."""
+    tables = {"summary": summary(figures), "scans": figures.tables.get("scans", []), "figures": figures.details()}
+    with open(path, encoding="utf-8") as file:
+        text = file.read()
+    for name, lines in tables.items():
+        table = "\n".join(lines)
+        text = re.sub(rf"(<!-- {name} -->\n).*?(<!-- end -->)", lambda found: f"{found[1]}{table}\n{found[2]}", text,
+                      flags=re.DOTALL)
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(text)
+
+
+def take(figures, options):
     with Display() as display:
         print(f"== Times of functions, {options.rounds} rounds", flush=True)
         output_of(wine_command("bench/tick_calls.exe", 0))  # the session's start is not measured
@@ -129,17 +163,33 @@ def main():
             measure_natively(figures)
             measure_under_wine(figures)
         print("== System calls", flush=True)
-        measure_ticks(figures, notes)
+        measure_ticks(figures)
         print("== Start of the host", flush=True)
         for _ in range(options.rounds):
             measure_start(figures, display)
         print(f"== The idle host, {options.seconds} s", flush=True)
         measure_idle_host(figures, options.seconds)
-    print(f"== A customary logger, {options.seconds} s", flush=True)
-    measure_logger(figures, options.seconds)
-    measure_library(figures)
-    figures.print_table()
-    print("\n".join(notes))
+    measure_library(figures, f"{WINDOWS}/quorvane.dll")
+    print("== Scans, and vnStat, on networks of namespaces", flush=True)
+    measure_networks(figures, options)
+    print("== The handheld's library", flush=True)
+    measure_handheld(figures)
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="bench/run")
+    parser.add_argument("--seconds", type=int, default=60)
+    parser.add_argument("--rounds", type=int, default=5)
+    parser.add_argument("--scans", type=int, default=20)
+    parser.add_argument("--hosts", type=int, nargs="+", default=[12, 60, 200])
+    parser.add_argument("--record", action="store_true")
+    options = parser.parse_args()
+    figures = Figures()
+    take(figures, options)
+    for table in (summary(figures), figures.tables["scans"], figures.details()):
+        print("", *table, sep="\n")
+    if options.record:
+        write_document(figures, f"{ROOT}/docs/measurements.md")
 
 
 if __name__ == "__main__":

@@ -3,16 +3,18 @@
 namespaces (12, 60 and 200 hosts): the time to the complete list and what is in it. Needs root, the desktop build, fping,
 nbtscan and nmap."""
 import re
-import statistics
 import sys
 import time
 
+from figures import Figures
 from scan_networks import NamedNetwork
 from scan_test import expected_hosts, run_scans
 from wine import WineSession
 
 RUNS = 5
+COUNTS = (12, 60, 200)
 SUBNET = "192.168.7.0/24"
+TABLE = "scans"
 
 
 def timed(net, *command):
@@ -56,23 +58,24 @@ def score(hosts, expected):
             sum(bool(name) and expected.get(address, ("", ""))[1] == name for address, (_, name) in hosts.items()))
 
 
-def show(title, runs, expected):
-    scores = [score(hosts, expected) for _, hosts in runs]
-    seconds = [taken for taken, _ in runs]
-    columns = [f"{min(column)}" if min(column) == max(column) else f"{min(column)}-{max(column)}"
-               for column in zip(*scores)]
-    print(f"{title:34} {statistics.median(seconds):5.2f} ({min(seconds):.2f}-{max(seconds):.2f})"
-          f"  {columns[0]:>7} {columns[1]:>8} {columns[2]:>9} {columns[3]:>6}", flush=True)
+def add_runs(figures, count, tool, runs, expected):
+    name = f"scan of {count} hosts: {tool}"
+    for seconds, _ in runs:
+        figures.add(name, seconds)
+    columns = [f"{min(column)}" if min(column) == max(column) else f"{min(column)} to {max(column)}"
+               for column in zip(*(score(hosts, expected) for _, hosts in runs))]
+    figures.add_row(TABLE, f"| {count}", tool, figures.text(name),
+                    f"{figures.text(name, min)} to {figures.text(name, max)}", *columns[:3], f"{columns[3]} |")
 
 
-def compare(count):
+def compare(figures, count):
     with NamedNetwork(count, {12: 5, 60: 20}.get(count, 25)) as (net, names), WineSession(net) as wine:
         expected = {address: (hardware, name.decode())
                     for address, (hardware, name) in expected_hosts(net, names).items()}
         known = sum(hardware != "-" for hardware, _ in expected.values())
-        print(f"\n{count} hosts, the gateway and the device: {len(expected)} answer, {known} have a foreign hardware"
-              f" address, {len(names)} speak NetBIOS")
-        print(f"{'':34} {'seconds (of ' + str(RUNS) + ')':19}  {'hosts':>7} {'invented':>8} {'hardware':>9} {'names':>6}")
+        if not figures.tables.get(TABLE):
+            figures.add_row(TABLE, "| hosts", "", "median", "lowest to highest", "found", "invented", "hardware", "names |")
+            figures.add_row(TABLE, *["|---" * 8 + "|"])
         ours, complete = [], []
         for _ in range(RUNS):
             forget_neighbours(net)
@@ -80,16 +83,23 @@ def compare(count):
             hosts = {address: (hardware, name.decode()) for address, (hardware, name, _) in result.hosts.items()}
             ours.append((result.milliseconds / 1000, hosts))
             complete.append((max(when for _, _, when in result.hosts.values()) / 1000, hosts))
-        show("Quorvane, whole scan", ours, expected)
-        show("Quorvane, last host listed", complete, expected)
-        for title, tool in (("fping -g -r1, then nbtscan", fping_then_nbtscan), ("nmap -sn -n (as root)", nmap)):
+        add_runs(figures, count, "Quorvane", ours, expected)
+        add_runs(figures, count, "Quorvane, to the last host's row", complete, expected)
+        for title, tool in (("fping, then nbtscan", fping_then_nbtscan), ("nmap", nmap)):
             runs = []
             for _ in range(RUNS):
                 forget_neighbours(net)
                 runs.append(tool(net))
-            show(title, runs, expected)
+            add_runs(figures, count, title, runs, expected)
+        figures.add_row(TABLE, f"| {count}", "*what is there*", "", "", len(expected), 0, known, f"{len(names)} |")
+
+
+def measure_comparison(figures, counts=COUNTS):
+    for count in counts:
+        compare(figures, count)
 
 
 if __name__ == "__main__":
-    for hosts in map(int, sys.argv[1:] or (12, 60, 200)):
-        compare(hosts)
+    taken = Figures()
+    measure_comparison(taken, list(map(int, sys.argv[1:])) or COUNTS)
+    print("\n".join(taken.tables[TABLE]))

@@ -16,7 +16,7 @@ class NamedNetwork:
 
     def __enter__(self):
         self.net.__enter__()
-        numbers = list(self.net.hosts)[::self.hosts // self.named][:self.named]
+        numbers = list(self.net.hosts)[::max(1, self.hosts // self.named)][:self.named]
         names = {number: f"HOST-{number}" for number in numbers}
         NetbiosPeers(self.net, names, 120)
         return self.net, names

@@ -1,13 +1,12 @@
 #!/usr/bin/env python3
 """bench/scan_soak.py [ROUNDS [HOSTS]] - so many scans (100) of so many hosts (60) in one program under Wine, on a network
-of namespaces. Prints what was wrong in any of them and what the scans cost. Needs root and the desktop build."""
+of namespaces. Prints how often something was wrong in them and what the scans cost. Needs root and the desktop build."""
 import os
-import statistics
 import subprocess
 import sys
 import threading
-import time
 
+from figures import Figures
 from scan_networks import NamedNetwork
 from scan_test import expected_hosts, run_scans
 from wine import WineSession
@@ -44,7 +43,7 @@ class Watch:
                     fields = rest.split()
                 except OSError:
                     continue
-                kind = "program" if name.startswith("scan_probe") else "wine"
+                kind = "program" if name.startswith("scan_probe") else "rest of Wine"
                 resident[kind] = resident.get(kind, 0) + int(fields[21]) * 4
                 seconds[kind] = seconds.get(kind, 0) + (int(fields[11]) + int(fields[12])) / TICKS
             for kind in resident:
@@ -52,40 +51,54 @@ class Watch:
                 self.seconds[kind] = max(self.seconds.get(kind, 0), seconds[kind])
 
 
-def main(rounds=100, hosts=60):
-    with NamedNetwork(hosts, hosts // 3) as (net, names), WineSession(net) as wine, Watch(net.namespace("device")) as watch:
-        expected = expected_hosts(net, names)
-        started = time.monotonic()
-        try:
-            results, left = run_scans(wine, rounds)
-        except subprocess.TimeoutExpired:
-            print("the program hung")
-            return 1
-        elapsed = time.monotonic() - started
-    wrong = {"hangs": rounds - len(results) + sum(result.pending > 0 for result in results),
-             "hosts missing": 0, "hosts invented": 0, "hardware addresses missing": 0, "hardware addresses foreign": 0,
-             "names missing": 0, "names foreign": 0}
+def faults_of(results, expected, rounds):
+    """How often each kind of fault was seen."""
+    faults = {"hangs": rounds - len(results) + sum(result.pending > 0 for result in results),
+              "hosts missing": 0, "hosts invented": 0, "hardware addresses missing": 0, "hardware addresses foreign": 0,
+              "names missing": 0, "names foreign": 0}
     for result in results:
-        wrong["hosts invented"] += len(result.hosts.keys() - expected.keys())
+        faults["hosts invented"] += len(result.hosts.keys() - expected.keys())
         for address, (hardware, name) in expected.items():
             found = result.hosts.get(address)
             if not found:
-                wrong["hosts missing"] += 1
+                faults["hosts missing"] += 1
                 continue
             for what, seen, right, nothing in (("hardware addresses", found[0], hardware, "-"),
                                                ("names", found[1], name, b"")):
                 if seen != right:
-                    wrong[f"{what} {'missing' if seen == nothing else 'foreign'}"] += 1
-    took = [result.milliseconds / 1000 for result in results]
-    print(f"{len(results)} scans of {len(expected)} hosts, {len(names)} of them with names, in {elapsed:.0f} s")
-    print(", ".join(f"{what} {count}" for what, count in wrong.items()))
-    print(f"seconds a scan: median {statistics.median(took):.2f}, most {max(took):.2f}")
-    print(f"threads left {left[0]}, handles left {left[1]}")
+                    faults[f"{what} {'missing' if seen == nothing else 'foreign'}"] += 1
+    return faults
+
+
+def measure_soak(figures, rounds=100, hosts=60):
+    with NamedNetwork(hosts, hosts // 3) as (net, names), WineSession(net) as wine, Watch(net.namespace("device")) as watch:
+        expected = expected_hosts(net, names)
+        try:
+            results, left = run_scans(wine, rounds)
+        except subprocess.TimeoutExpired:
+            results, left = [], (0, 0)
+    faults = faults_of(results, expected, rounds)
+    figures.add("repeated scans: faults", sum(faults.values()), f"in {rounds} scans of {len(expected)} hosts")
+    for what, count in faults.items():
+        if count:
+            figures.add(f"repeated scans: {what}", count, "")
+    for result in results:
+        figures.add("repeated scans: time of one", result.milliseconds / 1000)
+    figures.add("repeated scans: threads left", left[0], "")
+    figures.add("repeated scans: handles left", left[1], "")
     for kind in watch.memory:
-        print(f"{kind}: {watch.seconds[kind] / len(results):.2f} s of processor time a scan,"
-              f" {watch.memory[kind] / 1024:.0f} MB resident at most")
-    return int(any(wrong.values()) or left[:2] != (0, 0))
+        figures.add(f"scan of {hosts} hosts: processor time of the {kind}", watch.seconds[kind] / max(len(results), 1))
+        figures.add(f"scan of {hosts} hosts: resident memory of the {kind} at most", watch.memory[kind] / 1024, "MB")
+    figures.add(f"scan of {hosts} hosts: processor time", sum(watch.seconds.values()) / max(len(results), 1))
+    return sum(faults.values()) + any(left[:2])
+
+
+def main(*words):
+    figures = Figures()
+    wrong = measure_soak(figures, *map(int, words))
+    print("\n".join(figures.details()))
+    return int(wrong > 0)
 
 
 if __name__ == "__main__":
-    sys.exit(main(*map(int, sys.argv[1:])))
+    sys.exit(main(*sys.argv[1:]))

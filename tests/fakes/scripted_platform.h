@@ -41,6 +41,7 @@ struct Adapter {
 struct Wireless {
     bool present = false;  // the device opens
     std::wstring bindingName;
+    std::vector<uint8_t> bindingAnswer;               // as the driver gives it, instead of one that holds the name
     std::map<uint32_t, std::vector<uint8_t>> values;  // by OID; one without a value fails
     std::vector<uint32_t> requests;                   // OIDs asked or set, in order
 };

@@ -1,22 +1,38 @@
 // Any bytes as hosts.dat: reading ends, every entry is a text, and a host that was added is found there.
 
-#include <cstdlib>
-
+#include "tests/fakes/fakes.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/support/host_records.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static const bool ready = (ResetSystemForTest(), UseEmptyDataFolder(), true);
-    WriteWholeFile(L"hosts.dat", Bytes(data, data + size));
-    const size_t before = ListedHosts().size();
-    for (const std::wstring& host : ListedHosts()) {
-        if (host.size() > kHostUnits) {
-            abort();
-        }
+namespace {
+
+void UseList(std::span<const uint8_t> input) {
+    WriteWholeFile(L"hosts.dat", Bytes(input.begin(), input.end()));
+    const std::vector<std::wstring> before = ListedHosts();
+    Demand(before.size() == (input.size() + kHostRecordBytes - 1) / kHostRecordBytes);
+    for (const std::wstring& host : before) {
+        Demand(host.size() <= kHostUnits);
     }
     const bool added = AddHost(nullptr, L"added.example");
     const size_t after = ListedHosts().size();
-    if (!ready || before != (size + 199) / 200 || (added ? after <= before && size % 200 == 0 : after != before)) {
-        abort();
+    Demand(added ? after > before.size() || input.size() % kHostRecordBytes != 0 : after == before.size());
+    Demand(!AddHost(nullptr, L"ADDED.example") || input.size() % kHostRecordBytes != 0);
+    fakes::AnswerMessagesWith(IDYES);
+    fakes::shownMessages.clear();  // what grows from input to input would look like a leak
+    Demand(DeleteHost(nullptr, L"added.example"));
+    for (const std::wstring& host : ListedHosts()) {
+        Demand(_wcsicmp(host.c_str(), L"added.example") != 0);
     }
-    return 0;
 }
+
+std::vector<Bytes> Lists() {
+    const Bytes unfinished = HostRecordOf(std::wstring(kHostUnits, L'x'));
+    Bytes cut = HostRecordOf(L"Added.Example") + HostRecordOf(L"b");
+    cut.resize(kHostRecordBytes + 3);
+    return {HostRecordOf(L"a") + HostRecordOf(L"b.example"), unfinished, cut};
+}
+
+const RegisteredFuzzer kFuzzer(
+    {"host_list", {"diagnostics/host_list.cpp", "diagnostics/record_file.cpp"}, UseList, Lists});
+
+}  // namespace

@@ -14,6 +14,7 @@
 #define MAXLEN_IFDESCR 256
 #define MIB_IF_TYPE_OTHER 1
 #define MIB_IF_TYPE_ETHERNET 6
+#define MIB_IPNET_TYPE_DYNAMIC 3
 
 struct IP_ADDRESS_STRING {
     char String[16];

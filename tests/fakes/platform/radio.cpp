@@ -12,6 +12,11 @@ namespace platform {
 namespace {
 
 bool AnswerBinding(uint8_t* buffer, DWORD outputBytes, DWORD* returned) {
+    const std::vector<uint8_t>& given = scripted::system.wireless.bindingAnswer;
+    if (!given.empty()) {
+        std::copy_n(given.begin(), std::min<size_t>(given.size(), outputBytes), buffer);
+        return true;
+    }
     const std::wstring& name = scripted::system.wireless.bindingName;
     NdisBindingRequest answer = {};
     answer.deviceNameOffset = sizeof(answer);

@@ -101,8 +101,8 @@ const fs::path& Root() {
 
 void ResetFiles() {
     if (RootPath().empty()) {
-        char pattern[] = "/tmp/quorvane-test-XXXXXX";
-        RootPath() = mkdtemp(pattern);
+        std::string pattern = fs::temp_directory_path() / "quorvane-test-XXXXXX";
+        RootPath() = mkdtemp(pattern.data());
         std::atexit([] { fs::remove_all(RootPath()); });
     }
     for (const auto& entry : fs::directory_iterator(RootPath())) {
