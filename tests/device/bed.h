@@ -141,6 +141,7 @@ void WriteGuest(Bed& bed, Address address, const Value& value) {
     }
 }
 
+void WriteBytes(Bed& bed, Address to, const void* bytes, size_t count);
 std::u16string ReadText(Bed& bed, Address text);  // wide, up to its terminator; null gives an empty text
 std::string ReadNarrow(Bed& bed, Address text);
 void WriteText(Bed& bed, Address text, std::u16string_view value);  // with terminator

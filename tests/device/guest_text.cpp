@@ -1,4 +1,4 @@
-// Texts in the guest's memory, unit by unit, as a system function would walk over them.
+// Bytes and texts in the guest's memory, texts unit by unit, as a system function would walk over them.
 
 #include "tests/device/bed.h"
 
@@ -20,6 +20,13 @@ Text ReadUnits(Bed& bed, Address address) {
 }
 
 }  // namespace
+
+void WriteBytes(Bed& bed, Address to, const void* bytes, size_t count) {
+    uint8_t* memory = count != 0 ? GuestMemory(bed, to, count, true) : nullptr;
+    if (memory != nullptr) {
+        memcpy(memory, bytes, count);
+    }
+}
 
 std::u16string ReadText(Bed& bed, Address text) {
     return ReadUnits<std::u16string>(bed, text);

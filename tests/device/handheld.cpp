@@ -119,7 +119,7 @@ int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint6
 
 int64_t Handheld::SendData(uint64_t window, uint32_t message, uint64_t wParam, std::span<const uint32_t> data) {
     const Address copy = Allocate(*bed, static_cast<uint32_t>(data.size_bytes()));
-    memcpy(GuestMemory(*bed, copy, data.size_bytes(), true), data.data(), data.size_bytes());
+    WriteBytes(*bed, copy, data.data(), data.size_bytes());
     const int64_t result = Send(window, message, wParam, copy);
     Free(*bed, copy);
     return result;

@@ -18,7 +18,7 @@ uint32_t LocalAlloc(Bed& bed, const Arguments& a) {
     }
     const Address block = Allocate(bed, a[1]);
     if (block != 0 && (a[0] & kZeroed) == 0) {
-        memset(GuestMemory(bed, block, a[1], true), kUnset, a[1]);
+        WriteBytes(bed, block, std::vector<uint8_t>(a[1], kUnset).data(), a[1]);
     }
     return block;
 }

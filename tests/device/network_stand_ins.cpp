@@ -39,7 +39,7 @@ bool HasRoom(Bed& bed, Address buffer, Address size, uint32_t needed) {
     const bool fits = buffer != 0 && ReadGuest<uint32_t>(bed, size) >= needed;
     WriteGuest(bed, size, needed);
     if (fits) {
-        memset(GuestMemory(bed, buffer, needed, true), 0, needed);
+        WriteBytes(bed, buffer, std::vector<uint8_t>(needed).data(), needed);
     }
     return fits;
 }
@@ -153,7 +153,7 @@ uint32_t GetIpNetTable(Bed& bed, const Arguments& a) {
     for (uint32_t i = 0; i < known.size(); ++i) {
         const Address row = a[0] + 4 + i * kRowBytes;
         WriteGuest(bed, row + 4, uint32_t{6});
-        memcpy(GuestMemory(bed, row + 8, 6, true), known[i].mac, 6);
+        WriteBytes(bed, row + 8, known[i].mac, 6);
         WriteGuest(bed, row + 16, std::array<uint8_t, 4>{kNetwork[0], kNetwork[1], kNetwork[2], known[i].lastByte});
     }
     return kNoError;
@@ -207,7 +207,7 @@ uint32_t DeviceIoControl(Bed& bed, const Arguments& a) {
     }
     if (a[1] == kQueryBinding) {
         WriteGuest(bed, a[4], std::array<uint32_t, 5>{0, 20, nameBytes, 20 + nameBytes, 0});
-        memcpy(GuestMemory(bed, a[4] + 20, nameBytes, true), binding.data(), nameBytes);
+        WriteBytes(bed, a[4] + 20, binding.data(), nameBytes);
         WriteGuest(bed, a[6], 20 + nameBytes);
         return 1;
     }
@@ -221,7 +221,7 @@ uint32_t DeviceIoControl(Bed& bed, const Arguments& a) {
     if (value.empty() || a[5] < 8 + value.size()) {
         return 0;
     }
-    std::copy(value.begin(), value.end(), GuestMemory(bed, a[4] + 8, value.size(), true));
+    WriteBytes(bed, a[4] + 8, value.data(), value.size());
     WriteGuest(bed, a[6], static_cast<uint32_t>(8 + value.size()));
     return 1;
 }

@@ -44,9 +44,7 @@ uint32_t RegQueryValueExW(Bed& bed, const Arguments& a) {
     if (bytes > room) {
         return kMoreData;
     }
-    if (uint8_t* data = GuestMemory(bed, a[4], bytes, true)) {
-        std::copy(value->second.bytes.begin(), value->second.bytes.end(), data);
-    }
+    WriteBytes(bed, a[4], value->second.bytes.data(), bytes);
     return kSuccess;
 }
 

@@ -73,7 +73,7 @@ uint32_t ReceiveFrom(Bed& bed, const Arguments& a) {
         return kFailed;
     }
     const std::vector<uint8_t> datagram = std::move(socket->waiting);
-    std::copy(datagram.begin(), datagram.end(), GuestMemory(bed, a[1], datagram.size(), true));
+    WriteBytes(bed, a[1], datagram.data(), datagram.size());
     return static_cast<uint32_t>(datagram.size());
 }
 
@@ -109,9 +109,7 @@ uint32_t ReadBody(Bed& bed, const Arguments& a) {
         return 0;
     }
     const std::string_view rest = kBody.substr(internet->read).substr(0, a[2]);
-    if (!rest.empty()) {
-        std::copy(rest.begin(), rest.end(), GuestMemory(bed, a[1], rest.size(), true));
-    }
+    WriteBytes(bed, a[1], rest.data(), rest.size());
     internet->read += rest.size();
     WriteGuest(bed, a[3], static_cast<uint32_t>(rest.size()));
     return 1;
