@@ -104,6 +104,18 @@ void OnRelease() {
     InvalidateRect(keyboard.window, nullptr, FALSE);
 }
 
+// Without a window manager Wine lifts the dialog over a window just shown, some time after that.
+void StayAboveDialog() {
+    HWND dialog = GetWindow(keyboard.window, GW_OWNER);
+    HWND below = keyboard.window;
+    while (below != nullptr && below != dialog) {
+        below = GetWindow(below, GW_HWNDNEXT);
+    }
+    if (below == nullptr) {
+        SetWindowPos(keyboard.window, HWND_TOP, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
+    }
+}
+
 LRESULT CALLBACK KeyboardProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_MOUSEACTIVATE:
@@ -118,9 +130,8 @@ LRESULT CALLBACK KeyboardProc(HWND window, UINT message, WPARAM wParam, LPARAM l
         case WM_PAINT:
             PaintKeyboard(window);
             return 0;
-        case WM_TIMER:  // without a window manager Wine lifts the dialog over a window just shown
-            KillTimer(window, wParam);
-            SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
+        case WM_TIMER:
+            StayAboveDialog();
             return 0;
         case WM_NCDESTROY:
             keyboard = {};

@@ -82,5 +82,9 @@ INT_PTR CALLBACK AdapterPageProc(HWND page, UINT message, WPARAM wParam, LPARAM 
 }
 
 INT_PTR CALLBACK AboutPageProc(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SIZE) {
+        StretchToRight(page, IDC_ABOUT_PRODUCT, 0);
+        return TRUE;
+    }
     return OnPageMessage(page, message, wParam, lParam);
 }

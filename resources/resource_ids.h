@@ -113,6 +113,7 @@
 #define IDC_OPTIONS_LOGS 1080
 #define IDC_OPTIONS_X_LOCATION 1081
 #define IDC_OPTIONS_LOG_GROUP 1082
+#define IDC_ABOUT_PRODUCT 1086
 
 // Images drawn by the tools (the strip's and the taskbar's stand in the tables that choose them)
 #define IDI_USAGE_CHART 120

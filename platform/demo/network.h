@@ -15,8 +15,8 @@ inline constexpr char kMask[] = "255.255.255.0";
 struct Host {
     uint8_t number;  // last byte of its address
     uint8_t hardwareAddress[6];
-    uint16_t roundTripMs;
     bool answersEcho;  // otherwise it is only known by its hardware address
+    uint16_t roundTripMs;
 };
 
 std::span<const Host> Hosts();

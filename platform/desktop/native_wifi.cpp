@@ -190,36 +190,35 @@ HANDLE OpenNativeWifi() {
     return nullptr;
 }
 
-void CloseNativeWifi(HANDLE handle) {
-    auto* session = static_cast<Session*>(handle);
-    Wlan()->closeHandle(session->client, nullptr);
+void CloseNativeWifi(HANDLE session) {
+    Wlan()->closeHandle(static_cast<Session*>(session)->client, nullptr);
     LocalFree(session);
 }
 
-void NativeWifiName(HANDLE handle, std::span<wchar_t> name) {
-    StringFromGUID2(static_cast<Session*>(handle)->interfaceId, name.data(), static_cast<int>(name.size()));
+void NativeWifiName(HANDLE session, std::span<wchar_t> name) {
+    StringFromGUID2(static_cast<Session*>(session)->interfaceId, name.data(), static_cast<int>(name.size()));
 }
 
-bool QueryNativeWifi(HANDLE handle, uint32_t oid, std::span<uint8_t> value, size_t& bytes) {
-    const Session& session = *static_cast<Session*>(handle);
+bool QueryNativeWifi(HANDLE session, uint32_t oid, std::span<uint8_t> value, size_t& bytes) {
+    const Session& opened = *static_cast<Session*>(session);
     if (oid == OID_802_11_RSSI) {
-        return QueryStrength(session, value, bytes);
+        return QueryStrength(opened, value, bytes);
     }
     if (oid != OID_802_11_BSSID_LIST) {
-        return QueryConnected(session, oid, value, bytes);
+        return QueryConnected(opened, oid, value, bytes);
     }
     WlanMemory<WLAN_BSS_LIST> list;
-    if (!QueryList(session, list)) {
+    if (!QueryList(opened, list)) {
         return false;
     }
     bytes = WriteNdisBssidList(Entries(list), value);
     return true;
 }
 
-bool SetNativeWifi(HANDLE handle, uint32_t oid) {
-    const Session& session = *static_cast<Session*>(handle);
+bool SetNativeWifi(HANDLE session, uint32_t oid) {
+    const Session& opened = *static_cast<Session*>(session);
     return oid == OID_802_11_BSSID_LIST_SCAN &&
-           Wlan()->scan(session.client, &session.interfaceId, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+           Wlan()->scan(opened.client, &opened.interfaceId, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
 }
 
 }  // namespace platform

@@ -34,6 +34,8 @@ struct TemplateControl {
 #pragma pack(pop)
 static_assert(sizeof(TemplateHeader) == 18 && sizeof(TemplateControl) == 18);
 
+constexpr int kUnitsPerBase = 4;  // horizontal dialog units in the base width of a font
+
 const WORD* SkipNameOrNumber(const WORD* field) {
     constexpr WORD kNumberFollows = 0xFFFF;
     if (*field == kNumberFollows) {
@@ -83,15 +85,43 @@ struct Stretch {
 };
 
 // Doubles the font size and tells how far that falls short.
-Stretch DoubleFont(TemplateFont* font) {
-    const ScopedWindowContext screen(nullptr);
-    const SIZE normal = BaseUnits(screen.context, *font, font->pointSize);
+Stretch DoubleFont(HDC context, TemplateFont* font) {
+    const SIZE normal = BaseUnits(context, *font, font->pointSize);
     font->pointSize = static_cast<WORD>(font->pointSize * 2);
-    const SIZE actual = BaseUnits(screen.context, *font, font->pointSize);
+    const SIZE actual = BaseUnits(context, *font, font->pointSize);
     if (normal.cx <= 0 || normal.cy <= 0 || actual.cx <= 0 || actual.cy <= 0) {
         return {{1, 1}, {1, 1}};
     }
     return {{normal.cx * 2, normal.cy * 2}, actual};
+}
+
+// A dialog that would be wider than the screen gets the largest font with which it is not.
+Stretch FitFont(HDC context, TemplateFont* font, int width, int room) {
+    while (font->pointSize > 1 && MulDiv(width, BaseUnits(context, *font, font->pointSize).cx, kUnitsPerBase) > room) {
+        --font->pointSize;
+    }
+    return {{1, 1}, {1, 1}};
+}
+
+// Where a dialog paints into itself only its controls can move together. It may hang out of the screen by the edges
+// that it leaves bare.
+Stretch NarrowControls(const Stretch& stretch, int width, int room) {
+    constexpr int kBareEdge = 12;
+    return {{(room + 2 * kBareEdge) * kUnitsPerBase, stretch.wanted.cy},
+            {width * stretch.actual.cx, stretch.actual.cy}};
+}
+
+Stretch ScaleFont(TemplateFont* font, const TemplateHeader& header) {
+    constexpr int kBorders = 3;
+    const ScopedWindowContext screen(nullptr);
+    const Stretch stretch = DoubleFont(screen.context, font);
+    const int room = ScreenSize().cx - kBorders;
+    if (MulDiv(header.width, stretch.wanted.cx, kUnitsPerBase) <= room) {
+        return stretch;
+    }
+    const bool paintsIntoItself = (header.style & WS_CLIPCHILDREN) != 0;
+    return paintsIntoItself ? NarrowControls(stretch, header.width, room)
+                            : FitFont(screen.context, font, header.width, room);
 }
 
 }  // namespace
@@ -106,7 +136,7 @@ void ScaleTemplateToScreen(void* dialogTemplate) {
         field = SkipNameOrNumber(field);
     }
     auto* font = reinterpret_cast<TemplateFont*>(const_cast<WORD*>(field));
-    const Stretch stretch = DoubleFont(font);
+    const Stretch stretch = ScaleFont(font, *header);
     stretch.Apply(header);
     field = SkipNameOrNumber(reinterpret_cast<const WORD*>(font->face));
     for (int i = 0; i < header->controls; ++i) {

@@ -11,7 +11,8 @@ inline bool IsHighResolution(SIZE screen) {
     return screen.cx > kLargestNormalSide || screen.cy > kLargestNormalSide;
 }
 
-// Doubles the font size of a DIALOG template in writable memory when the screen is a high-resolution one.
+// Doubles the font size of a DIALOG template in writable memory when the screen is a high-resolution one. A dialog that
+// would be wider than that screen (the landscape ones on a square of 480 pixels) is made to fit.
 void ScaleTemplateToScreen(void* dialogTemplate);
 
 }  // namespace platform

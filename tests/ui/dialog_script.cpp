@@ -15,10 +15,11 @@ struct Script {
     const std::vector<Step>& steps;
     const std::vector<int>& answers;
     size_t nextStep = 0;
-    HWND busyDialog = nullptr;  // the one that a step on the stack acts on
+    HWND busyDialog = nullptr;    // the one that a step on the stack acts on
+    HWND closedDialog = nullptr;  // the last one that OK was pressed on
     Clock::time_point deadline = Clock::now() + kWatchdog;
     bool abandoned = false;
-    std::vector<MessageBoxShown> messageBoxes = {};
+    Boxes messageBoxes = {};
 };
 
 Script* script = nullptr;
@@ -27,12 +28,6 @@ std::wstring WindowText(HWND window) {
     std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)), 0);
     GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
     return text;
-}
-
-bool IsOfClass(HWND window, const wchar_t* wanted) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    return wcscmp(name, wanted) == 0;
 }
 
 // The foremost dialog or message box, if it is shown and takes input.
@@ -59,56 +54,37 @@ bool IsMessageBox(HWND dialog) {
     return owner != GetModuleHandleW(nullptr) && !IsPropertySheet(dialog);
 }
 
-UINT IconFlagOf(HICON icon) {
-    const std::pair<const wchar_t*, UINT> kinds[] = {{IDI_EXCLAMATION, MB_ICONEXCLAMATION},
-                                                     {IDI_HAND, MB_ICONHAND},
-                                                     {IDI_QUESTION, MB_ICONQUESTION},
-                                                     {IDI_ASTERISK, MB_ICONASTERISK}};
-    for (const auto& [name, flag] : kinds) {
-        if (LoadIconW(nullptr, name) == icon) {
-            return flag;
+// IDI_HAND to IDI_ASTERISK and MB_ICONHAND to MB_ICONASTERISK are in the same order.
+UINT IconFlagOf(LRESULT icon) {
+    for (UINT i = 0; i < 4; ++i) {
+        if (reinterpret_cast<LRESULT>(LoadIconW(nullptr, MAKEINTRESOURCEW(32513 + i))) == icon) {
+            return MB_ICONHAND * (i + 1);
         }
     }
     return 0;
 }
 
-UINT ButtonFlagsOf(HWND box) {
-    const auto has = [box](int id) { return GetDlgItem(box, id) != nullptr; };
-    if (has(IDYES)) {
-        return has(IDCANCEL) ? MB_YESNOCANCEL : MB_YESNO;
-    }
-    if (has(IDRETRY)) {
-        return has(IDCANCEL) ? MB_RETRYCANCEL : MB_ABORTRETRYIGNORE;
-    }
-    return has(IDOK) && has(IDCANCEL) ? MB_OKCANCEL : MB_OK;
-}
-
 MessageBoxShown Describe(HWND box) {
-    MessageBoxShown shown = {L"", WindowText(box), ButtonFlagsOf(box)};
+    const bool cancels = GetDlgItem(box, IDCANCEL) != nullptr && GetDlgItem(box, IDOK) != nullptr;
+    MessageBoxShown shown = {L"", WindowText(box)};
+    shown.flags = static_cast<UINT>(GetDlgItem(box, IDYES) != nullptr ? MB_YESNO : cancels ? MB_OKCANCEL : MB_OK);
     HWND label = nullptr;
     while ((label = FindWindowExW(box, label, L"Static", nullptr)) != nullptr) {
-        if ((GetWindowLongW(label, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
-            shown.flags |= IconFlagOf(reinterpret_cast<HICON>(SendMessageW(label, STM_GETICON, 0, 0)));
-        } else {
-            shown.text += WindowText(label);
-        }
+        shown.text += WindowText(label);
+        shown.flags |= IconFlagOf(SendMessageW(label, STM_GETICON, 0, 0));
     }
     return shown;
 }
 
 void Answer(HWND box) {
-    script->messageBoxes.push_back(Describe(box));
-    const MessageBoxShown& shown = script->messageBoxes.back();
     const size_t number = script->messageBoxes.size();
-    int button = IDCANCEL;
-    if (number <= script->answers.size()) {
-        button = script->answers[number - 1];
-        EXPECT_NE(GetDlgItem(box, button), nullptr) << "the message box has no button " << button;
-    } else {
-        const std::string text(shown.text.begin(), shown.text.end());
-        ADD_FAILURE() << "a message box nobody expected: " << text;
+    script->messageBoxes.push_back(Describe(box));
+    int button = number < script->answers.size() ? script->answers[number] : 0;
+    if (GetDlgItem(box, button) == nullptr) {
+        ADD_FAILURE() << "no answer " << button << " to " << testing::PrintToString(script->messageBoxes.back());
+        button = GetDlgItem(box, IDCANCEL) != nullptr ? IDCANCEL : IDOK;
     }
-    SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(GetDlgItem(box, button) != nullptr ? button : IDOK), 0);
+    SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
 }
 
 void Abandon(HWND front, const char* reason) {
@@ -123,6 +99,12 @@ void Abandon(HWND front, const char* reason) {
     }
 }
 
+void ActOn(HWND front) {
+    HWND outerDialog = std::exchange(script->busyDialog, front);
+    script->steps[script->nextStep++](front);
+    script->busyDialog = outerDialog;
+}
+
 void Advance() {
     HWND front = FrontDialog();
     if (front == nullptr) {
@@ -134,29 +116,32 @@ void Advance() {
         Answer(front);
     } else if (front == script->busyDialog) {
         return;  // the step waits for something
-    } else if (script->nextStep == script->steps.size()) {
-        Abandon(front, "the dialog is still open after the last step");
+    } else if (script->nextStep < script->steps.size()) {
+        ActOn(front);
+    } else if (script->closedDialog != front) {
+        script->closedDialog = front;
+        Press(front, IDOK);
     } else {
-        HWND outerDialog = script->busyDialog;
-        script->busyDialog = front;
-        script->steps[script->nextStep++](front);
-        script->busyDialog = outerDialog;
-    }
-}
-
-void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
-    if (script != nullptr) {
-        Advance();
+        Abandon(front, "the dialog does not close with OK");
     }
 }
 
 }  // namespace
 
-std::vector<MessageBoxShown> RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
-                                             const std::vector<int>& answers) {
+void PrintTo(const MessageBoxShown& box, std::ostream* stream) {
+    const std::wstring text = box.caption + L": " + box.text;
+    *stream << std::string(text.begin(), text.end()) << " (" << box.flags << ")";
+}
+
+Boxes RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
+                      const std::vector<int>& answers) {
     Script run{steps, answers};
     script = &run;
-    const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, OnTimer);
+    const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) {
+        if (script != nullptr) {
+            Advance();
+        }
+    });
     open();
     KillTimer(nullptr, timer);
     script = nullptr;
@@ -167,12 +152,12 @@ std::vector<MessageBoxShown> RunDialogScript(const std::function<void()>& open, 
     return run.messageBoxes;
 }
 
-bool WaitUntil(const std::function<bool()>& done, std::chrono::milliseconds timeout) {
+void WaitUntil(const std::function<bool()>& done, std::chrono::seconds timeout) {
     const auto deadline = Clock::now() + timeout;
     while (!done()) {
         if (Clock::now() > deadline) {
             ADD_FAILURE() << "what the step waits for does not come";
-            return false;
+            return;
         }
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
         MSG message;
@@ -181,17 +166,11 @@ bool WaitUntil(const std::function<bool()>& done, std::chrono::milliseconds time
             DispatchMessageW(&message);
         }
     }
-    return true;
 }
 
 void Press(HWND dialog, int id) {
     HWND button = GetDlgItem(dialog, id);
-    if (button == nullptr) {
-        SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
-        return;
-    }
-    EXPECT_TRUE(IsWindowVisible(button)) << "button " << id << " is hidden";
-    EXPECT_TRUE(IsWindowEnabled(button)) << "button " << id << " is disabled";
+    EXPECT_TRUE(IsWindowVisible(button) && IsWindowEnabled(button)) << "button " << id << " cannot be clicked";
     SendMessageW(button, BM_CLICK, 0, 0);
 }
 
@@ -206,42 +185,54 @@ std::wstring TextOf(HWND dialog, int id) {
     return WindowText(control);
 }
 
+Texts TextsOf(HWND dialog, const std::vector<int>& ids) {
+    Texts texts;
+    for (const int id : ids) {
+        texts.push_back(TextOf(dialog, id));
+    }
+    return texts;
+}
+
 void TypeInto(HWND dialog, int id, const std::wstring& text) {
     HWND control = GetDlgItem(dialog, id);
-    if (IsOfClass(control, WC_COMBOBOXW)) {
-        control = GetWindow(control, GW_CHILD);
-    }
+    control = IsOfClass(control, WC_COMBOBOXW) ? GetWindow(control, GW_CHILD) : control;
     SetFocus(control);
     SendMessageW(control, EM_SETSEL, 0, -1);
     SendMessageW(control, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-bool IsChecked(HWND dialog, int id) {
-    return SendDlgItemMessageW(dialog, id, BM_GETCHECK, 0, 0) == BST_CHECKED;
+bool IsOfClass(HWND window, const wchar_t* name) {
+    wchar_t found[64] = {};
+    GetClassNameW(window, found, 64);
+    return _wcsicmp(found, name) == 0;
 }
 
-bool IsShown(HWND dialog, int id) {
-    return IsWindowVisible(GetDlgItem(dialog, id)) != FALSE;
+Texts RowsOf(HWND list, int columns) {
+    Texts rows(static_cast<size_t>(ListView_GetItemCount(list)));
+    for (size_t row = 0; row < rows.size(); ++row) {
+        for (int column = 0; column < columns; ++column) {
+            wchar_t text[260] = {};
+            LVITEMW item = {};
+            item.iSubItem = column;
+            item.pszText = text;
+            item.cchTextMax = 260;
+            SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
+            rows[row] += (column == 0 ? L"" : L"=") + std::wstring(text);
+        }
+    }
+    return rows;
 }
 
-bool IsEnabled(HWND dialog, int id) {
-    return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE;
-}
-
-void ChooseEntry(HWND dialog, int id, int index) {
-    HWND combo = GetDlgItem(dialog, id);
-    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
-    SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(MAKELONG(id, CBN_SELCHANGE)), reinterpret_cast<LPARAM>(combo));
-}
-
-std::wstring CellText(HWND list, int row, int column) {
-    wchar_t text[260] = {};
-    LVITEMW item = {};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = 260;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return text;
+std::vector<int> ImagesOf(HWND list) {
+    std::vector<int> images;
+    for (int row = 0; row < ListView_GetItemCount(list); ++row) {
+        LVITEMW item = {};
+        item.mask = LVIF_IMAGE;
+        item.iItem = row;
+        SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        images.push_back(item.iImage);
+    }
+    return images;
 }
 
 COLORREF PixelAt(HWND window, int x, int y) {

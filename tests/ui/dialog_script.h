@@ -18,37 +18,41 @@ using Step = std::function<void(HWND dialog)>;
 struct MessageBoxShown {
     std::wstring text;
     std::wstring caption;
-    UINT flags;  // MB_... of its buttons and icon
+    UINT flags = MB_OK;  // MB_... of its buttons and icon
+
+    bool operator==(const MessageBoxShown&) const = default;
 };
+using Boxes = std::vector<MessageBoxShown>;
+void PrintTo(const MessageBoxShown& box, std::ostream* stream);
 
-// Calls `open`, which runs a modal dialog, and drives it by `steps`. Message boxes do not count as dialogs: each is
-// answered by the next of `answers` (IDOK, IDCANCEL, ...) while the steps wait, and returned in order. It is a failure
-// when the dialog ends before the last step, is still open after it, brings a message box too many or too few, or
-// outlives the watchdog (then everything is closed).
-std::vector<MessageBoxShown> RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
-                                             const std::vector<int>& answers = {});
+// Calls `open`, which runs a modal dialog, and drives it by `steps`; a dialog that is open after the last one is closed
+// with OK. Message boxes do not count as dialogs: each is answered by the next of `answers` (IDOK, IDCANCEL, ...) while
+// the steps wait, and returned in order. It is a failure when the dialog ends before the last step, does not close with
+// OK, brings a message box too many or too few, or outlives the watchdog (then everything is closed).
+Boxes RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
+                      const std::vector<int>& answers = {});
 
-// Lets the dialog live (its timers, its threads' results) until `done` says so; false and a failure after the time-out.
-bool WaitUntil(const std::function<bool()>& done, std::chrono::milliseconds timeout = std::chrono::seconds(10));
+// Lets the dialog live (its timers, its threads' results) until `done` says so; a failure after the time-out.
+void WaitUntil(const std::function<bool()>& done, std::chrono::seconds timeout = std::chrono::seconds(15));
 
-// Clicks the button, which must be there, shown and enabled. Without such a control it is the done button of a
-// full-screen dialog: the command is sent alone.
+// Clicks the button, which must be there, shown and enabled.
 void Press(HWND dialog, int id);
 
 // The pen at a client point of the window: down and up at once.
 void Tap(HWND window, int x, int y);
 
+using Texts = std::vector<std::wstring>;
 std::wstring TextOf(HWND dialog, int id);
+Texts TextsOf(HWND dialog, const std::vector<int>& ids);
 void TypeInto(HWND dialog, int id, const std::wstring& text);  // replaces the text, with the notifications of typing
-bool IsChecked(HWND dialog, int id);
-bool IsShown(HWND dialog, int id);
-bool IsEnabled(HWND dialog, int id);
+inline bool IsEnabled(HWND dialog, int id) {
+    return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE;
+}
+bool IsOfClass(HWND window, const wchar_t* name);
 
-// Chooses an entry of a combo box and notifies the dialog as a person's choice does.
-void ChooseEntry(HWND dialog, int id, int index);
-
-// Cell text of a list view.
-std::wstring CellText(HWND list, int row, int column);
+// A list view's columns, "=" between them, row by row; and the rows' images.
+Texts RowsOf(HWND list, int columns);
+std::vector<int> ImagesOf(HWND list);
 
 // A pixel of the window's client area, its children included.
 COLORREF PixelAt(HWND window, int x, int y);

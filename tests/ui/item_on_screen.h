@@ -2,7 +2,7 @@
 #pragma once
 
 #include "item/item_window.h"
-#include "tests/ui/today_frame.h"
+#include "tests/ui/ui_test.h"
 
 namespace ui {
 

@@ -2,106 +2,84 @@
 
 #include "item/taskbar_icon.h"
 
-#include <gtest/gtest.h>
-
-#include "item/item_state.h"
 #include "item/settings.h"
-#include "tests/fakes/scripted_platform.h"
 #include "tests/ui/item_on_screen.h"
 
+namespace ui {
 namespace {
 
-struct TaskbarIcon : testing::TestWithParam<SIZE> {
-    int Scale() const { return ui::IsHiRes(GetParam()) ? 2 : 1; }
-    int Side() const { return 16 * Scale(); }
-    int Top() const { return 5 * Scale(); }
+constexpr int kLeft = 75;
 
-    bool IsBare(const Picture& screen, int x) const {
-        for (int row = 0; row < Side(); ++row) {
-            for (int column = 0; column < Side(); ++column) {
-                if (screen.At(x + column, Top() + row) != ui::kTaskbar) {
-                    return false;
-                }
-            }
-        }
-        return true;
-    }
-    static void Move(uint32_t received, uint32_t transmitted) {
-        scripted::system.adapters[0].received += received;
-        scripted::system.adapters[0].transmitted += transmitted;
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(Screens, TaskbarIcon, testing::ValuesIn(ui::kScreenSizes),
-                         [](const auto& screen) { return ui::NameOf(screen.param); });
-
-TEST_P(TaskbarIcon, Comes_with_the_second_tick_and_goes_with_the_cache) {
-    const ui::TodayFrame frame(GetParam());
-    scripted::system.adapters.emplace_back();
-    ui::ItemOnScreen item(frame);
-    item.LayOut(GetParam());
-    item.Tick();
-    EXPECT_TRUE(IsBare(TakePicture(frame.window), 75));
-    Move(100, 200);
-    item.Tick();
-    ui::ExpectIcon(TakePicture(frame.window), 75, Top(), Side(), Scale() == 2 ? 212 : 233, ui::kTaskbar);
-    ui::SaveScreen(frame, "taskbar-icon-" + ui::NameOf(GetParam()));
-    item.ClearCache();
-    EXPECT_TRUE(IsBare(TakePicture(frame.window), 75));
-}
-
-TEST_P(TaskbarIcon, Hides_the_one_before_it) {
-    const ui::TodayFrame frame(GetParam());
-    scripted::system.adapters.emplace_back();
-    ui::ItemOnScreen item(frame);
-    item.LayOut(GetParam());
-    item.Tick();
-    Move(100, 200);
-    item.Tick();
-    item.Tick();
-    const Picture idle = TakePicture(frame.window);
-    int left = 0;
-    for (int row = 0; row < Side(); ++row) {
-        for (int column = 0; column < Side(); ++column) {
-            const COLORREF color = idle.At(75 + column, Top() + row);
-            left += GetRValue(color) > GetGValue(color) + 60 || GetBValue(color) > GetGValue(color) + 60;
+// Whether a pixel of the icon's place is of that kind.
+template <class Kind>
+bool HasPixel(const TodayFrame& frame, Kind kind) {
+    const Picture screen = TakePicture(frame.window);
+    const int side = 16 * ScreenScale();
+    for (int i = 0; i < side * side; ++i) {
+        if (kind(screen.At(kLeft + i % side, 5 * ScreenScale() + i / side))) {
+            return true;
         }
     }
-    EXPECT_EQ(left, 0) << "coloured pixels of an arrow are left";
+    return false;
 }
 
-TEST_P(TaskbarIcon, Switched_off_leaves_the_screen_alone) {
-    const ui::TodayFrame frame(GetParam());
+bool IsPlain(const TodayFrame& frame, COLORREF ground) {
+    return !HasPixel(frame, [ground](COLORREF color) { return color != ground; });
+}
+
+// The arrows are red and blue; the bars are not.
+bool ShowsArrow(const TodayFrame& frame) {
+    return HasPixel(frame, [](COLORREF color) {
+        return GetRValue(color) > GetGValue(color) + 60 || GetBValue(color) > GetGValue(color) + 60;
+    });
+}
+
+void ExpectTaskbarIcon(const TodayFrame& frame, int normal, int hiRes, COLORREF ground) {
+    const int scale = ScreenScale();
+    ExpectIcon(TakePicture(frame.window), kLeft, 5 * scale, 16 * scale, scale == 2 ? hiRes : normal, ground);
+}
+
+void MarkIconPlace(const TodayFrame& frame) {
+    const LONG scale = ScreenScale();
+    FillWindow(frame.window, {kLeft, 5 * scale, kLeft + 16 * scale, 21 * scale}, kMarker);
+}
+
+TEST(TaskbarIcon, Comes_with_the_second_tick_replaces_the_one_before_it_and_goes_with_the_cache) {
+    ForEachScreen([](TodayFrame& frame, SIZE screen) {
+        scripted::system.adapters = {{}};
+        ItemOnScreen item(frame);
+        item.LayOut(screen);
+        item.Tick();
+        EXPECT_TRUE(IsPlain(frame, kTaskbar));
+        scripted::system.adapters[0].received = 100;
+        scripted::system.adapters[0].transmitted = 200;
+        item.Tick();
+        ExpectTaskbarIcon(frame, 233, 212, kTaskbar);
+        SaveScreen(frame, "taskbar-icon");
+        EXPECT_TRUE(ShowsArrow(frame));
+        item.Tick();
+        EXPECT_FALSE(ShowsArrow(frame));
+        MarkIconPlace(frame);
+        item.Tick();
+        ExpectTaskbarIcon(frame, 238, 218, kMarker);  // what the shell draws under it becomes the background
+        item.ClearCache();
+        EXPECT_TRUE(IsPlain(frame, kTaskbar)) << "as it was at the first refresh";
+    });
+}
+
+TEST(TaskbarIcon, Switched_off_leaves_the_screen_alone) {
+    const TodayFrame frame(kScreenSizes[0]);
     WriteNumberSetting(L"TIcon", 0);
-    WriteNumberSetting(L"XLocation", 10);
-    scripted::system.adapters.emplace_back();
-    ui::ItemOnScreen item(frame);
-    item.LayOut(GetParam());
+    scripted::system.adapters = {{}};
+    ItemOnScreen item(frame);
+    item.LayOut(kScreenSizes[0]);
     item.Tick();
     item.Tick();
-    EXPECT_TRUE(IsBare(TakePicture(frame.window), 10));
-    ui::FillWindow(frame.window, {10, Top(), 10 + Side(), Top() + Side()}, ui::kMarker);
+    EXPECT_TRUE(IsPlain(frame, kTaskbar));
+    MarkIconPlace(frame);
     item.ClearCache();
-    EXPECT_EQ(TakePicture(frame.window).At(10, Top()), ui::kMarker);
-    EXPECT_EQ(TakePicture(frame.window).At(10 + Side() - 1, Top() + Side() - 1), ui::kMarker);
-}
-
-TEST_P(TaskbarIcon, What_the_shell_draws_under_it_becomes_the_background) {
-    const ui::TodayFrame frame(GetParam());
-    scripted::system.adapters.emplace_back();
-    ui::ItemOnScreen item(frame);
-    item.LayOut(GetParam());
-    item.Tick();
-    item.Tick();
-    ui::FillWindow(frame.window, {75, Top(), 75 + Side(), Top() + Side()}, ui::kMarker);
-    item.Tick();
-    ui::ExpectIcon(TakePicture(frame.window), 75, Top(), Side(), Scale() == 2 ? 218 : 238, ui::kMarker);
-    HDC memory = CreateCompatibleDC(nullptr);
-    HGDIOBJ previous = SelectObject(memory, itemState.iconBackground);
-    EXPECT_EQ(GetPixel(memory, 0, 0), ui::kMarker);
-    EXPECT_EQ(GetPixel(memory, Side() - 1, Side() - 1), ui::kMarker);
-    SelectObject(memory, previous);
-    DeleteDC(memory);
+    EXPECT_TRUE(IsPlain(frame, kMarker));
 }
 
 }  // namespace
+}  // namespace ui

@@ -19,6 +19,9 @@ inline constexpr SIZE kScreenSizes[] = {{240, 320}, {320, 240}, {480, 640}, {640
 inline bool IsHiRes(SIZE screen) {
     return screen.cx > 320 || screen.cy > 320;
 }
+inline int TaskbarHeightOf(SIZE screen) {
+    return IsHiRes(screen) ? 52 : 26;
+}
 inline bool IsLandscape(SIZE screen) {
     return screen.cx >= screen.cy;
 }
@@ -26,18 +29,12 @@ inline bool IsLandscape(SIZE screen) {
 // "240x320"
 std::string NameOf(SIZE screen);
 
-struct KeyboardRequest {
-    HWND window;
-    bool raise;
-};
-
 // A frame with taskbar, alone on the screen; itemState knows its size from the start. It answers a watermark request
-// with kWatermark and records it. One at a time.
+// with kWatermark. One at a time.
 struct TodayFrame {
     HWND window = nullptr;
-    HWND taskbar = nullptr;
-    std::vector<TODAYDRAWWATERMARKINFO> watermarks;
-    std::vector<KeyboardRequest> keyboard;
+    TODAYDRAWWATERMARKINFO watermark = {};  // the last one asked for
+    std::string keyboard;                   // '+' for each request to raise the soft keyboard, '-' to lower it
 
     explicit TodayFrame(SIZE screen);
     TodayFrame(const TodayFrame&) = delete;
@@ -47,9 +44,6 @@ struct TodayFrame {
 
 inline constexpr COLORREF kWatermark = RGB(200, 224, 240);
 inline constexpr COLORREF kTaskbar = RGB(40, 60, 90);
-
-// 26 pixels, 52 on a high-resolution screen.
-int TaskbarHeightOf(SIZE screen);
 
 // Runs `body` with a frame of each of kScreenSizes in turn: body(TodayFrame&, SIZE).
 template <class Body>
@@ -61,8 +55,8 @@ void ForEachScreen(Body body) {
     }
 }
 
-// Writes what the screen shows now to NAME.bmp in the folder that the environment variable QUORVANE_SCREENSHOTS names
-// (a Linux path will do). Does nothing without the variable.
+// Writes what the screen shows now to NAME-WIDTHxHEIGHT.bmp in the folder that the environment variable
+// QUORVANE_SCREENSHOTS names (a Linux path will do). Does nothing without the variable.
 void SaveScreen(const TodayFrame& frame, const std::string& name);
 
 }  // namespace ui
