@@ -109,26 +109,6 @@ TEST(DetectPublicIp, Ten_thousand_bytes_are_read_and_no_more) {
     }
 }
 
-TEST(DetectPublicIp, Whatever_fails_what_was_opened_is_closed) {
-    const std::pair<const char*, std::vector<std::string>> rows[] = {
-        {"InternetOpenW", {}},
-        {"InternetConnectW", {"InternetOpenW", "close session"}},
-        {"HttpOpenRequestW", {"InternetOpenW", "InternetConnectW", "close connection", "close session"}},
-        {"HttpSendRequestW",
-         {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW", "close request", "close connection",
-          "close session"}},
-    };
-    for (const auto& [failing, calls] : rows) {
-        scripted::Reset();
-        scripted::system.internet.failing = failing;
-        wchar_t address[kPublicIpUnits] = L"before";
-        EXPECT_FALSE(DetectPublicIp(L"host", L"ip/ip.php", address)) << failing;
-        EXPECT_STREQ(address, kUntouched);
-        EXPECT_EQ(scripted::system.internet.calls, calls) << failing;
-        EXPECT_EQ(scripted::system.connectionManager.open, 0) << failing;
-    }
-}
-
 TEST(DetectPublicIp, Goes_through_the_proxy_that_the_connection_manager_names) {
     scripted::system.connectionManager.proxyResult = S_OK;
     scripted::system.connectionManager.proxy = u"http=10.0.0.8:3128";

@@ -138,6 +138,8 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime);
 #define FILE_BEGIN 0
 #define FILE_CURRENT 1
 #define FILE_END 2
+#define INVALID_SET_FILE_POINTER 0xFFFFFFFFu
+#define INVALID_FILE_SIZE 0xFFFFFFFFu
 struct WIN32_FIND_DATAW {
     DWORD dwFileAttributes;
     DWORD nFileSizeHigh;
@@ -170,19 +172,13 @@ LONG RegCreateKeyExW(HKEY parent, const wchar_t* name, DWORD reserved, wchar_t* 
                      void* security, HKEY* key, DWORD* disposition);
 LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* bytes);
 LONG RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD bytes);
-LONG RegDeleteValueW(HKEY key, const wchar_t* name);
 LONG RegCloseKey(HKEY key);
 
-// Threads
-#define CREATE_SUSPENDED 4
+// Events
 #define INFINITE 0xFFFFFFFFu
 #define WAIT_OBJECT_0 0
 #define WAIT_TIMEOUT 258
 #define WAIT_FAILED 0xFFFFFFFFu
-using LPTHREAD_START_ROUTINE = DWORD (*)(void*);
-HANDLE CreateThread(void* security, size_t stackBytes, LPTHREAD_START_ROUTINE routine, void* argument, DWORD flags,
-                    DWORD* id);
-DWORD ResumeThread(HANDLE thread);
 HANDLE CreateEventW(void* security, BOOL manualReset, BOOL signalled, const wchar_t* name);
 DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
 
@@ -202,4 +198,3 @@ DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
 #define IDNO 7
 #define WM_USER 0x400
 int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);
-BOOL MessageBeep(UINT type);
