@@ -40,25 +40,20 @@ bool HasLease() {
 }  // namespace
 
 TEST(LinuxHelper, Without_an_address_everything_says_no_at_once) {
-    const struct {
-        const char* port;
-        const char* token;
-    } rows[] = {
-        {nullptr, nullptr},
+    const std::pair<const char*, const char*> rows[] = {
         {"40000", nullptr},
         {nullptr, kToken},
+        {"", kToken},
         {"0", kToken},
         {"65536", kToken},
-        {"400000", kToken},
+        {"4000000000", kToken},
         {"40x", kToken},
         {"40000", "0011223"},
-        {"", kToken},
-        {"4000000000", kToken},
         {"40000", "g0112233445566778899aabbccddeeff"},
         {"40000", "00112233445566778899aabbccddeeff00"},
     };
-    for (const auto& row : rows) {
-        SetHelper(row.port, row.token);
+    for (const auto& [port, token] : rows) {
+        SetHelper(port, token);
         wchar_t name[kHelperNameUnits] = L"kept";
         uint8_t value[4] = {};
         size_t bytes = 9;
@@ -79,18 +74,15 @@ TEST(LinuxHelper, A_lease_arrives_and_one_connection_serves_all_requests) {
     Server server(LeaseAnswer);
     HelperLeaseState state;
     EXPECT_TRUE(HasHelper());
-    const DWORD passed = Timed([&] {
-        for (int i = 0; i < 200; ++i) {
-            ASSERT_TRUE(HelperLease("eth0", state));
-        }
-    });
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_TRUE(HelperLease("eth0", state));
+    }
     EXPECT_TRUE(state.dhcp);
     EXPECT_EQ(0x0A000001u, state.server);
     EXPECT_EQ(100u, state.obtained);
     EXPECT_EQ(200u, state.expires);
     EXPECT_EQ(1, server.connections);
     EXPECT_FALSE(server.saidNonsense);
-    printf("200 requests: %lu ms\n", passed);
 }
 
 TEST(LinuxHelper, A_silent_helper_costs_one_bound_then_nothing_until_the_pause_is_over) {
@@ -106,16 +98,11 @@ TEST(LinuxHelper, A_silent_helper_costs_one_bound_then_nothing_until_the_pause_i
     EXPECT_LT(next, kAtOnceMs);
     Sleep(kHelperPauseMs + 50);
     EXPECT_GE(Timed([] { EXPECT_FALSE(HasLease()); }) + 30, kHelperQueryMs);
-    printf("silent helper: %lu ms, then 20 requests in %lu ms\n", first, next);
 }
 
 TEST(LinuxHelper, A_helper_that_is_not_there_fails_at_once) {
     { const Server gone; }
-    char port[8];
-    GetEnvironmentVariableA("QUORVANE_HELPER_PORT", port, sizeof(port));
-    const DWORD passed = Timed([] { EXPECT_FALSE(HasLease()); });
-    EXPECT_LT(passed, kHelperConnectMs + kAtOnceMs);
-    printf("nobody at port %s: %lu ms\n", port, passed);
+    EXPECT_LT(Timed([] { EXPECT_FALSE(HasLease()); }), kHelperConnectMs + kAtOnceMs);
 }
 
 TEST(LinuxHelper, Nonsense_is_not_believed_and_ends_the_connection) {
@@ -181,19 +168,13 @@ TEST(LinuxHelper, Release_and_renewal_hand_their_result_on_and_do_not_heed_the_p
         EXPECT_FALSE(server.saidNonsense);
     }
     bool closes = true;
-    Server server(
-        [&](const MessageHeader& header, const Bytes& body) { return closes ? Bytes() : Result(0)(header, body); });
+    Server server([&](const MessageHeader& header, const Bytes& body) {
+        Sleep(closes ? 0 : kHelperQueryMs * 4);  // a query would not wait so long
+        return closes ? Bytes() : Result(0)(header, body);
+    });
     EXPECT_FALSE(HasLease());
     closes = false;
     EXPECT_FALSE(HasLease());
-    EXPECT_EQ(0u, HelperRenew("eth0"));
-}
-
-TEST(LinuxHelper, A_late_renewal_is_waited_for_longer_than_a_query) {
-    Server server([](const MessageHeader& header, const Bytes& body) {
-        Sleep(kHelperQueryMs * 4);
-        return Result(0)(header, body);
-    });
     EXPECT_EQ(0u, HelperRenew("eth0"));
 }
 

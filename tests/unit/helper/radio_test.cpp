@@ -39,13 +39,6 @@ AccessPoint Parsed(const Bytes& message) {
     return accessPoint;
 }
 
-AccessPoint WithSignal(uint8_t number, int32_t signalDbm) {
-    AccessPoint accessPoint;
-    accessPoint.bssid[5] = number;
-    accessPoint.signalDbm = signalDbm;
-    return accessPoint;
-}
-
 uint32_t FieldAt(const NdisValue& value, size_t offset) {
     uint32_t number = 0;
     memcpy(&number, value.data() + offset, sizeof(number));
@@ -99,7 +92,6 @@ TEST(Nl80211Answers, Security_is_told_from_the_elements) {
         {"WPA2", 0x11, Element(48, wpa2Server), 6, 6},
         {"WPA3 is told as WPA2-PSK", 0x11, Element(48, sae), 7, 6},
         {"both: the better", 0x11, Element(48, kWpa2Psk) + Element(221, wpaBody), 7, 6},
-        {"the other order", 0x11, Element(221, wpaServer) + Element(48, kWpa2Psk), 7, 6},
         {"another vendor's element", 0x01, Element(221, {0, 0x50, 0xF2, 4, 1, 0}), 0, 1},
         {"a suite count beyond the end", 0x11, Element(48, {1, 0, 0, 0x0F, 0xAC, 4, 0xFF, 0xFF, 0, 0x0F}), 7, 4},
         {"an empty RSN element", 0x11, Element(48, {}), 7, 4},
@@ -111,7 +103,7 @@ TEST(Nl80211Answers, Security_is_told_from_the_elements) {
     }
 }
 
-TEST(Nl80211Answers, The_network_type_follows_frequency_and_rates) {
+TEST(Nl80211Answers, The_network_type_follows_frequency_and_rates_the_mode_the_capability) {
     const struct {
         uint32_t megahertz;
         Bytes rates;
@@ -123,19 +115,13 @@ TEST(Nl80211Answers, The_network_type_follows_frequency_and_rates) {
         {2484, {0x82}, 1},
         {5180, {0x8C, 0x12, 0x98}, 2},
         {5955, {0x8C}, 2},
-        {2437, {0x6C}, 3},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(row.type, NetworkType(Parsed(ScanMessage(Element(1, row.rates), 1, row.megahertz)))) << row.megahertz;
     }
-}
-
-TEST(Nl80211Answers, An_ad_hoc_network_has_its_mode_and_ATIM_window) {
-    const AccessPoint accessPoint = Parsed(ScanMessage(Element(6, {0x2C, 0x01}), 0x02));
-    const NdisValue configuration = ConfigurationValue(accessPoint);
-    EXPECT_EQ(0u, InfrastructureMode(accessPoint));
-    ASSERT_EQ(32u, configuration.size());
-    EXPECT_EQ(300u, FieldAt(configuration, 8));
+    const AccessPoint adHoc = Parsed(ScanMessage(Element(6, {0x2C, 0x01}), 0x02));
+    EXPECT_EQ(0u, InfrastructureMode(adHoc));
+    EXPECT_EQ(300u, FieldAt(ConfigurationValue(adHoc), 8));  // ATIM window
 }
 
 TEST(Nl80211Answers, Names_may_be_hidden_long_and_of_any_bytes) {
@@ -151,7 +137,6 @@ TEST(Nl80211Answers, Names_may_be_hidden_long_and_of_any_bytes) {
         {Element(0, {0xC3, 0xA9, 0, 1}), std::string("\xC3\xA9\0\1", 4)},
         {{0, 9, 'c', 'u', 't'}, ""},
         {{0}, ""},
-        {{}, ""},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(row.ssid, Parsed(ScanMessage(row.elements)).ssid);
@@ -208,18 +193,17 @@ TEST(Nl80211Answers, A_message_cut_or_changed_anywhere_is_survived) {
 TEST(BssidList, A_list_that_does_not_fit_keeps_the_strongest_in_their_order) {
     std::vector<AccessPoint> all;
     for (const int signal : {-90, -40, -60, -40, -85, -30, -60}) {
-        all.push_back(WithSignal(static_cast<uint8_t>(all.size()), signal));
+        AccessPoint& accessPoint = all.emplace_back();
+        accessPoint.bssid[5] = static_cast<uint8_t>(all.size() - 1);
+        accessPoint.signalDbm = signal;
     }
     const struct {
         size_t capacity;
         std::vector<uint8_t> kept;
     } rows[] = {
-        {4, {}},
         {4 + 103, {}},
         {4 + 104, {5}},
-        {4 + 2 * 104, {1, 5}},
         {4 + 4 * 104, {1, 2, 3, 5}},
-        {4 + 7 * 104, {0, 1, 2, 3, 4, 5, 6}},
         {60000, {0, 1, 2, 3, 4, 5, 6}},
     };
     for (const auto& row : rows) {
@@ -237,19 +221,16 @@ TEST(GenericNetlink, A_dump_brings_every_message_of_a_family_that_exists) {
     NetlinkMessages messages;
     ASSERT_EQ(0, DumpGenericNetlink("nlctrl", CTRL_CMD_GETFAMILY, 0, messages));
     const Bytes name = Attribute(CTRL_ATTR_FAMILY_NAME, Text("nlctrl") + Bytes{0});
-    const bool found = std::any_of(messages.begin(), messages.end(), [&](const Bytes& message) {
+    EXPECT_TRUE(std::any_of(messages.begin(), messages.end(), [&](const Bytes& message) {
         return std::search(message.begin(), message.end(), name.begin(), name.end()) != message.end();
-    });
-    EXPECT_TRUE(found);
+    }));
     EXPECT_EQ(ENOENT, DumpGenericNetlink("no-such-family", 1, 0, messages));
 }
 
 TEST(Radio, What_is_no_wireless_interface_has_no_values) {
     std::vector<uint8_t> value{1};
     EXPECT_EQ(helper_protocol::kResultGeneralFailure, QueryRadio("lo", 0x0D010206, 1008, value));
-    EXPECT_EQ(helper_protocol::kResultGeneralFailure, QueryRadio("lo", 0x0D010217, 1008, value));
     EXPECT_EQ(helper_protocol::kResultNotSupported, QueryRadio("lo", 0x00010101, 1008, value));
     EXPECT_EQ(helper_protocol::kResultGeneralFailure, SetRadio("lo", 0x0D01011A, {}));
-    EXPECT_EQ(helper_protocol::kResultNotSupported, SetRadio("lo", 0x0D010102, {}));
     EXPECT_EQ(1u, value.size());
 }

@@ -7,9 +7,7 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 
-#include <chrono>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "platform/helper_protocol.h"
@@ -82,6 +80,13 @@ Bytes Opening(const std::string& token) {
     return opening;
 }
 
+// One that opened with the token.
+ScopedDescriptor Friend(const Program& program) {
+    ScopedDescriptor client = Connect(program.port);
+    Send(client, Opening(program.token));
+    return client;
+}
+
 Bytes Encoded(const Request& request, uint32_t sequence = 1) {
     Bytes message(kMaxMessageBytes);
     message.resize(EncodeRequest(message, sequence, request));
@@ -114,10 +119,11 @@ bool IsClosedSilently(const ScopedDescriptor& client, int timeoutMs = 3000) {
     return poll(&wait, 1, timeoutMs) == 1 && recv(client.Get(), &byte, 1, 0) <= 0;
 }
 
+const Request kLeaseRequest = {RequestKind::kLeaseState, "lo", 0, 0, {}};
 constexpr size_t kLeaseAnswerBytes = kHeaderBytes + 4 + 21;
 
 bool AnswersLease(const ScopedDescriptor& client) {
-    Send(client, Encoded({RequestKind::kLeaseState, "lo", 0, 0, {}}));
+    Send(client, Encoded(kLeaseRequest));
     return Receive(client, kLeaseAnswerBytes).size() == kLeaseAnswerBytes;
 }
 
@@ -125,8 +131,7 @@ bool AnswersLease(const ScopedDescriptor& client) {
 
 TEST(HelperServer, The_token_opens_and_anything_else_gets_nothing) {
     const Program program;
-    const ScopedDescriptor good = Connect(program.port);
-    Send(good, Opening(program.token));
+    const ScopedDescriptor good = Friend(program);
     EXPECT_TRUE(AnswersLease(good));
 
     std::string wrong = program.token;
@@ -136,7 +141,7 @@ TEST(HelperServer, The_token_opens_and_anything_else_gets_nothing) {
     for (const Bytes& opening : {Opening(wrong), version, Bytes(kOpeningBytes, 'G')}) {
         const ScopedDescriptor stranger = Connect(program.port);
         Send(stranger, opening);
-        Send(stranger, Encoded({RequestKind::kLeaseState, "lo", 0, 0, {}}));
+        Send(stranger, Encoded(kLeaseRequest));
         EXPECT_TRUE(IsClosedSilently(stranger));
     }
     EXPECT_TRUE(AnswersLease(good));
@@ -146,10 +151,9 @@ TEST(HelperServer, A_client_that_says_nothing_or_half_a_message_is_dropped_and_h
     const Program program;
     const ScopedDescriptor silent = Connect(program.port);
     const ScopedDescriptor half = Connect(program.port);
-    const ScopedDescriptor idle = Connect(program.port);
-    Send(idle, Opening(program.token));
+    const ScopedDescriptor idle = Friend(program);
     Send(half, Opening(program.token));
-    Send(half, std::span<const uint8_t>(Encoded({RequestKind::kLeaseState, "lo", 0, 0, {}})).first(13));
+    Send(half, std::span<const uint8_t>(Encoded(kLeaseRequest)).first(13));
     const long long start = NowMs();
     EXPECT_TRUE(AnswersLease(idle));
     EXPECT_LT(NowMs() - start, 500);
@@ -164,7 +168,7 @@ TEST(HelperServer, A_message_may_come_byte_by_byte_and_several_at_once) {
     const ScopedDescriptor client = Connect(program.port);
     Bytes all = Opening(program.token);
     for (const uint32_t sequence : {1u, 2u, 3u}) {
-        const Bytes message = Encoded({RequestKind::kLeaseState, "lo", 0, 0, {}}, sequence);
+        const Bytes message = Encoded(kLeaseRequest, sequence);
         all.insert(all.end(), message.begin(), message.end());
     }
     for (const uint8_t byte : all) {
@@ -188,8 +192,7 @@ TEST(HelperServer, A_message_that_is_none_ends_the_connection) {
     Bytes unknown = Encoded({RequestKind::kRadioBinding, "", 0, 0, {}});
     unknown[6] = 77;
     for (const Bytes& message : {oversized, unknown, Encoded({RequestKind::kRelease, "-r", 0, 0, {}})}) {
-        const ScopedDescriptor client = Connect(program.port);
-        Send(client, Opening(program.token));
+        const ScopedDescriptor client = Friend(program);
         Send(client, message);
         EXPECT_TRUE(IsClosedSilently(client));
     }
@@ -203,22 +206,19 @@ TEST(HelperServer, Many_strangers_do_not_keep_a_friend_out) {
     }
     std::vector<ScopedDescriptor> friends;
     for (size_t i = 0; i < kMaxConnections; ++i) {
-        friends.push_back(Connect(program.port));
-        Send(friends.back(), Opening(program.token));
+        friends.push_back(Friend(program));
         EXPECT_TRUE(AnswersLease(friends.back())) << i;
     }
     EXPECT_TRUE(IsClosedSilently(Connect(program.port)));
     friends.erase(friends.begin());
     poll(nullptr, 0, 100);
-    const ScopedDescriptor another = Connect(program.port);
-    Send(another, Opening(program.token));
+    const ScopedDescriptor another = Friend(program);
     EXPECT_TRUE(AnswersLease(another));
 }
 
 TEST(HelperServer, A_client_that_takes_no_answers_is_dropped) {
     const Program program;
-    const ScopedDescriptor client = Connect(program.port);
-    Send(client, Opening(program.token));
+    const ScopedDescriptor client = Friend(program);
     const Bytes message = Encoded({RequestKind::kRadioSet, "lo", 0, 0, {}});
     const long long start = NowMs();
     // Requests until the server has stopped reading them, then until it gives the connection up.
@@ -227,22 +227,20 @@ TEST(HelperServer, A_client_that_takes_no_answers_is_dropped) {
         poll(nullptr, 0, errno == EAGAIN ? 50 : 0);
         errno = 0;
     }
-    const ScopedDescriptor next = Connect(program.port);
-    Send(next, Opening(program.token));
+    const ScopedDescriptor next = Friend(program);
     EXPECT_TRUE(AnswersLease(next));
 }
 
 TEST(HelperServer, It_ends_with_the_process_it_watches) {
     Program program;
-    const ScopedDescriptor client = Connect(program.port);
-    Send(client, Opening(program.token));
+    const ScopedDescriptor client = Friend(program);
     EXPECT_TRUE(AnswersLease(client));
     program.EndWatched();
     EXPECT_TRUE(IsClosedSilently(client));
     // Its sockets close one after the other while it ends.
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (Connect(program.port).IsOpen() && std::chrono::steady_clock::now() < deadline) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    const long long start = NowMs();
+    while (Connect(program.port).IsOpen() && NowMs() - start < 5000) {
+        poll(nullptr, 0, 10);
     }
     EXPECT_FALSE(Connect(program.port).IsOpen());
 }
