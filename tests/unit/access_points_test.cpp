@@ -47,36 +47,6 @@ TEST(AccessPoints, Appear_change_vanish_and_return_in_their_row) {
     EXPECT_EQ(SignalImage(table.entries[0]), 4);
 }
 
-TEST(AccessPoints, Association_is_shown_while_it_holds) {
-    UseWireless();
-    AccessPointTable table = EmptyTable();
-    auto& values = scripted::system.wireless.values;
-    values[OID_802_11_SSID] = SsidValue("home", 4);
-    values[OID_802_11_BSSID] = {1, 2, 3, 4, 5, 6};
-    ScanOutcome outcome = ScanAccessPoints(table);
-    EXPECT_TRUE(outcome.ssidChanged && outcome.bssidChanged);
-    EXPECT_STREQ(table.shownSsid, "home");
-    outcome = ScanAccessPoints(table);
-    EXPECT_FALSE(outcome.ssidChanged || outcome.bssidChanged);
-    values.erase(OID_802_11_BSSID);
-    outcome = ScanAccessPoints(table);
-    EXPECT_TRUE(outcome.ssidChanged);
-    EXPECT_FALSE(outcome.bssidChanged);
-    EXPECT_STREQ(table.shownSsid, "");
-    EXPECT_EQ(scripted::system.wireless.requests.front(), OID_802_11_BSSID_LIST_SCAN);
-}
-
-TEST(AccessPoints, Without_an_adapter_nothing_changes) {
-    UseWireless();
-    AccessPointTable table = EmptyTable();
-    ScanList(table, AccessPointListBuilder().Add("home", 1, -60));
-    scripted::system.wireless.bindingName = L"";
-    EXPECT_FALSE(ScanAccessPoints(table).usable);
-    scripted::system.wireless.present = false;
-    EXPECT_FALSE(ScanAccessPoints(table).usable);
-    EXPECT_EQ(table.entries[0].rssi, -60);
-}
-
 TEST(AccessPoints, Ssid_lengths_and_bytes_as_they_come) {
     const std::string longest(32, 's');
     struct Row {

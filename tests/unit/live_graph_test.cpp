@@ -97,18 +97,4 @@ TEST_F(LiveGraphTest, A_full_ring_is_walked_from_its_oldest_sample) {
     }
 }
 
-TEST_F(LiveGraphTest, Labels_stand_beside_their_levels) {
-    UseSample(5, 0);
-    LiveGraph graph;
-    ArrangeLiveGraph(graph);
-    EXPECT_EQ(graph.labels[4].area.top, 87);
-    EXPECT_EQ(graph.labels[4].area.bottom, 102);
-    EXPECT_STREQ(graph.labels[4].text, L"0.2KB");
-    itemState.screenHeight = 640;
-    ArrangeLiveGraph(graph);
-    EXPECT_EQ(graph.labels[0].area.left, 4);
-    EXPECT_EQ(graph.labels[0].area.top, 14);
-    EXPECT_EQ(graph.labels[0].area.right, 58);
-}
-
 }  // namespace

@@ -40,31 +40,6 @@ TEST(GraphHeight, Steps_of_the_ladder) {
     }
 }
 
-TEST(MiniGraph, One_sample_is_two_pixels_or_none) {
-    itemState.sampleCount = 1;
-    EXPECT_TRUE(Marks().empty());
-    itemState.inDeltas[0] = 999;
-    itemState.outDeltas[0] = 800000;
-    const std::vector<GraphMark> marks = Marks();
-    ASSERT_EQ(marks.size(), 2U);
-    EXPECT_EQ(marks[0].direction, Direction::Received);
-    EXPECT_EQ(marks[0].to.x, 41);
-    EXPECT_EQ(marks[0].to.y, 19);
-    EXPECT_EQ(marks[1].to.y, 2);
-}
-
-TEST(MiniGraph, Newest_point_is_at_the_right_edge_and_older_ones_two_pixels_apart) {
-    itemState.sampleCount = 4;
-    itemState.inDeltas[1] = 1;
-    const std::vector<GraphMark> marks = Marks();
-    ASSERT_EQ(marks.size(), 2U);  // up to the sample and down from it; flat pieces are not drawn
-    EXPECT_EQ(marks[0].from.x, 35);
-    EXPECT_EQ(marks[0].to.x, 37);
-    EXPECT_EQ(marks[0].from.y, 20);
-    EXPECT_EQ(marks[0].to.y, 19);
-    EXPECT_EQ(marks[1].to.x, 39);
-}
-
 TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
     for (const int start : {0, 1, 19}) {
         UseScreen(480, 640);
@@ -85,20 +60,12 @@ TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
 }
 
 TEST(SignalIcon, Drawn_on_change_on_full_paint_and_always_in_the_lowest_band) {
-    itemState.SignalDbm = -60;
-    EXPECT_EQ(NextSignalIcon(false), 163);
-    EXPECT_EQ(NextSignalIcon(false), 0);
-    EXPECT_EQ(NextSignalIcon(true), 163);
-    itemState.SignalDbm = kNoSignal;
-    EXPECT_EQ(NextSignalIcon(false), 159);
-    EXPECT_EQ(itemState.lastDrawnSignal, kNoSignal);
-    itemState.SignalDbm = -90;
-    itemState.lastDrawnSignal = -90;
-    EXPECT_EQ(NextSignalIcon(false), 159);
-    EXPECT_EQ(itemState.lastDrawnSignal, -90);
-    UseScreen(640, 480);
-    itemState.SignalDbm = -75;
-    EXPECT_EQ(NextSignalIcon(false), 198);
+    const std::tuple<int32_t, bool, int> steps[] = {{-60, false, 163},  {-60, false, 0},   {-60, true, 163},
+                                                    {-200, false, 159}, {-90, false, 159}, {-90, false, 159}};
+    for (const auto& [dbm, fullPaint, icon] : steps) {
+        itemState.SignalDbm = dbm;
+        EXPECT_EQ(NextSignalIcon(fullPaint), icon) << dbm;
+    }
 }
 
 int ToolAt(uint32_t x, uint32_t y) {

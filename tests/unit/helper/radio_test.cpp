@@ -54,16 +54,11 @@ TEST(Nl80211Answers, An_access_point_becomes_an_NDIS_entry_at_the_known_offsets)
     const NdisValue list = BssidListValue(std::span(&accessPoint, 1), 1008);
     ASSERT_EQ(4 + kBssidEntryBytes, list.size());
     EXPECT_EQ(1u, FieldAt(list, 0));
-    const struct {
-        size_t offset;
-        uint32_t number;
-    } rows[] = {
-        {0, 104},      {12, 4},  {48, 1},   {52, static_cast<uint32_t>(-66)},
-        {56, 3},       {60, 32}, {64, 100}, {68, 0},
-        {72, 2437000}, {76, 0},  {88, 0},   {92, 1},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.number, FieldAt(list, 4 + row.offset)) << row.offset;
+    const std::pair<size_t, uint32_t> fields[] = {{0, 104},      {12, 4},  {48, 1},   {52, static_cast<uint32_t>(-66)},
+                                                  {56, 3},       {60, 32}, {64, 100}, {68, 0},
+                                                  {72, 2437000}, {76, 0},  {88, 0},   {92, 1}};
+    for (const auto& [offset, number] : fields) {
+        EXPECT_EQ(number, FieldAt(list, 4 + offset)) << offset;
     }
     EXPECT_TRUE(std::equal(kAddress.begin(), kAddress.end(), list.begin() + 8));
     EXPECT_EQ(0, memcmp(list.data() + 4 + 16, "home\0", 5));
@@ -126,10 +121,7 @@ TEST(Nl80211Answers, The_network_type_follows_frequency_and_rates_the_mode_the_c
 
 TEST(Nl80211Answers, Names_may_be_hidden_long_and_of_any_bytes) {
     const std::string thirtyTwo(32, 'x');
-    const struct {
-        Bytes elements;
-        std::string ssid;
-    } rows[] = {
+    const std::pair<Bytes, std::string> rows[] = {
         {Element(0, {}), ""},
         {Element(0, Bytes(7, 0)), ""},
         {Element(0, Text(thirtyTwo)), thirtyTwo},
@@ -138,8 +130,8 @@ TEST(Nl80211Answers, Names_may_be_hidden_long_and_of_any_bytes) {
         {{0, 9, 'c', 'u', 't'}, ""},
         {{0}, ""},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.ssid, Parsed(ScanMessage(row.elements)).ssid);
+    for (const auto& [elements, ssid] : rows) {
+        EXPECT_EQ(ssid, Parsed(ScanMessage(elements)).ssid);
     }
     EXPECT_EQ(36u, SsidValue(std::string(40, 'x')).size());
     EXPECT_EQ(32u, FieldAt(SsidValue(std::string(40, 'x')), 0));
@@ -154,23 +146,6 @@ TEST(Nl80211Answers, A_signal_without_unit_is_scaled_and_a_missing_one_is_none) 
     EXPECT_EQ(-200, signalOf(Number<uint16_t>(NL80211_BSS_SIGNAL_MBM, 1)));
     EXPECT_EQ(-100, signalOf(Number<uint8_t>(NL80211_BSS_SIGNAL_UNSPEC, 0)));
     EXPECT_EQ(-50, signalOf(Number<uint8_t>(NL80211_BSS_SIGNAL_UNSPEC, 255)));
-}
-
-TEST(Nl80211Answers, Interfaces_and_stations_are_read) {
-    WirelessInterface interface;
-    const Bytes name = Attribute(NL80211_ATTR_IFNAME, Text("wlan0") + Bytes{0});
-    const Bytes type = Number<uint32_t>(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_STATION);
-    EXPECT_FALSE(ParseInterface(name + type, interface));
-    ASSERT_TRUE(ParseInterface(Number<uint32_t>(NL80211_ATTR_IFINDEX, 3) + name + type, interface));
-    EXPECT_EQ("wlan0", interface.name);
-    EXPECT_TRUE(interface.isStation);
-    EXPECT_FALSE(interface.isAdHoc);
-
-    Station station;
-    const Bytes info = Attribute(NL80211_ATTR_STA_INFO | NLA_F_NESTED, Number<int8_t>(NL80211_STA_INFO_SIGNAL, -71));
-    EXPECT_FALSE(ParseStation(info, station));
-    ASSERT_TRUE(ParseStation(info + Attribute(NL80211_ATTR_MAC, kAddress), station));
-    EXPECT_EQ(-71, station.signalDbm);
 }
 
 TEST(Nl80211Answers, A_message_cut_or_changed_anywhere_is_survived) {
@@ -190,6 +165,20 @@ TEST(Nl80211Answers, A_message_cut_or_changed_anywhere_is_survived) {
     }
 }
 
+TEST(Nl80211Answers, Interfaces_and_stations_need_their_number) {
+    WirelessInterface interface;
+    const Bytes name = Attribute(NL80211_ATTR_IFNAME, Text("wlan0") + Bytes{0});
+    const Bytes type = Number<uint32_t>(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_STATION);
+    EXPECT_FALSE(ParseInterface(name + type, interface));
+    ASSERT_TRUE(ParseInterface(Number<uint32_t>(NL80211_ATTR_IFINDEX, 3) + name + type, interface));
+    EXPECT_TRUE(interface.name == "wlan0" && interface.isStation && !interface.isAdHoc);
+    Station station;
+    const Bytes info = Attribute(NL80211_ATTR_STA_INFO | NLA_F_NESTED, Number<int8_t>(NL80211_STA_INFO_SIGNAL, -71));
+    EXPECT_FALSE(ParseStation(info, station));
+    ASSERT_TRUE(ParseStation(info + Attribute(NL80211_ATTR_MAC, kAddress), station));
+    EXPECT_EQ(-71, station.signalDbm);
+}
+
 TEST(BssidList, A_list_that_does_not_fit_keeps_the_strongest_in_their_order) {
     std::vector<AccessPoint> all;
     for (const int signal : {-90, -40, -60, -40, -85, -30, -60}) {
@@ -197,21 +186,18 @@ TEST(BssidList, A_list_that_does_not_fit_keeps_the_strongest_in_their_order) {
         accessPoint.bssid[5] = static_cast<uint8_t>(all.size() - 1);
         accessPoint.signalDbm = signal;
     }
-    const struct {
-        size_t capacity;
-        std::vector<uint8_t> kept;
-    } rows[] = {
+    const std::pair<size_t, std::vector<uint8_t>> rows[] = {
         {4 + 103, {}},
         {4 + 104, {5}},
         {4 + 4 * 104, {1, 2, 3, 5}},
         {60000, {0, 1, 2, 3, 4, 5, 6}},
     };
-    for (const auto& row : rows) {
-        const NdisValue list = BssidListValue(all, row.capacity);
-        ASSERT_EQ(4 + row.kept.size() * kBssidEntryBytes, list.size());
-        EXPECT_EQ(row.kept.size(), FieldAt(list, 0));
-        for (size_t i = 0; i < row.kept.size(); ++i) {
-            EXPECT_EQ(row.kept[i], list[4 + i * kBssidEntryBytes + 4 + 5]);
+    for (const auto& [capacity, kept] : rows) {
+        const NdisValue list = BssidListValue(all, capacity);
+        ASSERT_EQ(4 + kept.size() * kBssidEntryBytes, list.size());
+        EXPECT_EQ(kept.size(), FieldAt(list, 0));
+        for (size_t i = 0; i < kept.size(); ++i) {
+            EXPECT_EQ(kept[i], list[4 + i * kBssidEntryBytes + 4 + 5]);
         }
     }
     EXPECT_TRUE(BssidListValue(all, 3).empty());
