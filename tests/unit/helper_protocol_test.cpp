@@ -45,10 +45,8 @@ TEST(HelperProtocol, Every_request_arrives_as_it_was_sent) {
         EXPECT_EQ(message.size() - kHeaderBytes, header.bodyBytes);
         EXPECT_EQ(7u, header.sequence);
         ASSERT_TRUE(DecodeRequest(header.kind, Body(message), received)) << header.kind;
-        EXPECT_EQ(sent.kind, received.kind);
-        EXPECT_EQ(sent.interfaceName, received.interfaceName);
-        EXPECT_EQ(sent.oid, received.oid);
-        EXPECT_EQ(sent.capacity, received.capacity);
+        EXPECT_EQ(std::tie(sent.kind, sent.interfaceName, sent.oid, sent.capacity),
+                  std::tie(received.kind, received.interfaceName, received.oid, received.capacity));
         EXPECT_TRUE(std::equal(sent.value.begin(), sent.value.end(), received.value.begin(), received.value.end()));
     }
 }
@@ -86,30 +84,28 @@ TEST(HelperProtocol, An_opening_needs_every_digit_and_the_version) {
     Bytes opening(kOpeningBytes);
     EncodeOpening(opening, kToken);
     EXPECT_TRUE(IsOpening(opening, kToken));
-    for (size_t i = 0; i < opening.size(); ++i) {
-        Bytes wrong = opening;
-        wrong[i] ^= 1;
-        EXPECT_FALSE(IsOpening(wrong, kToken)) << i;
+    for (uint8_t& byte : opening) {
+        byte ^= 1;
+        EXPECT_FALSE(IsOpening(opening, kToken)) << &byte - opening.data();
+        byte ^= 1;
     }
     EXPECT_FALSE(IsOpening(std::span(opening).first(kOpeningBytes - 1), kToken));
-    EXPECT_FALSE(IsOpening({}, ""));
-    EXPECT_FALSE(IsToken("0123456789abcdef0123456789abcdeg"));
+    EXPECT_FALSE(IsOpening({}, "") || IsToken("0123456789abcdef0123456789abcdeg"));
     EXPECT_FALSE(IsToken("0123456789abcdef0123456789abcde"));
 }
 
 TEST(HelperProtocol, A_header_of_another_version_or_too_long_a_body_is_refused) {
-    const Bytes good = Encoded({RequestKind::kRadioBinding, "", 0, 0, {}});
+    Bytes head = Encoded({RequestKind::kRadioBinding, "", 0, 0, {}});
     MessageHeader header;
-    Bytes longest = good;
-    longest[0] = kMaxBodyBytes & 0xFF;
-    longest[1] = kMaxBodyBytes >> 8 & 0xFF;
-    EXPECT_TRUE(DecodeHeader(longest, header));
-    ++longest[0];
-    EXPECT_FALSE(DecodeHeader(longest, header));
-    Bytes version = good;
-    version[4] = kVersion + 1;
-    EXPECT_FALSE(DecodeHeader(version, header));
-    EXPECT_FALSE(DecodeHeader(std::span(good).first(kHeaderBytes - 1), header));
+    EXPECT_FALSE(DecodeHeader(std::span(head).first(kHeaderBytes - 1), header));
+    head[0] = kMaxBodyBytes & 0xFF;
+    head[1] = kMaxBodyBytes >> 8 & 0xFF;
+    EXPECT_TRUE(DecodeHeader(head, header));
+    ++head[0];
+    EXPECT_FALSE(DecodeHeader(head, header));
+    --head[0];
+    ++head[4];
+    EXPECT_FALSE(DecodeHeader(head, header));
 }
 
 TEST(HelperProtocol, A_lease_answer_arrives_whole_or_not_at_all) {

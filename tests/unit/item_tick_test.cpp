@@ -34,21 +34,17 @@ uint32_t LoggedReceived() {
 }
 
 TEST(Tick, Increments_are_small_steps_or_nothing) {
-    struct Row {
-        uint32_t last, now, increment;
-    };
-    const Row rows[] = {{0, 0, 0},          {1000, 900, 0},     {0xFFFFFFF0, 0x10, 0x20}, {0, 0x7FFFFFFF, 0x7FFFFFFF},
-                        {0, 0x80000000, 0}, {0x80000000, 0, 0}, {0xFFFFFFFF, 0, 1}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(IncrementSince(row.last, row.now), row.increment) << row.last << " to " << row.now;
+    const std::tuple<uint32_t, uint32_t, uint32_t> rows[] = {
+        {0, 0, 0},          {1000, 900, 0},     {0xFFFFFFF0, 0x10, 0x20}, {0, 0x7FFFFFFF, 0x7FFFFFFF},
+        {0, 0x80000000, 0}, {0x80000000, 0, 0}, {0xFFFFFFFF, 0, 1}};
+    for (const auto& [last, now, increment] : rows) {
+        EXPECT_EQ(IncrementSince(last, now), increment) << last << " to " << now;
     }
 }
 
 TEST(Tick, The_first_one_only_primes_the_counters) {
     TickWithCounters(5000, 700);
     EXPECT_EQ(itemState.sampleCount, 0);
-    EXPECT_EQ(itemState.ringIndex, -1);
-    EXPECT_EQ(itemState.lastInOctets, 5000U);
     EXPECT_EQ(LoggedReceived(), 0U);
     TickWithCounters(5300, 800);
     EXPECT_EQ(itemState.sampleCount, 1);

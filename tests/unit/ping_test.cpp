@@ -42,20 +42,17 @@ TEST(Ping, A_literal_that_answers_is_alive) {
         timeout = timeoutMs;
         return ReplyFrom("10.0.200.255", 1234);
     };
-    const struct {
-        std::vector<uint8_t> hardwareAddress;
-        const wchar_t* mac;
-    } rows[] = {
+    const std::pair<std::vector<uint8_t>, const wchar_t*> rows[] = {
         {{0x00, 0x0A, 0xFF, 0x10, 0x0F, 0xA0}, L"MAC Address: 00:0A:FF:10:0F:A0"},
         {{0x05}, L"MAC Address: 05"},
         {{}, L"MAC Address: "},
         {{1, 2, 3, 4, 5, 6, 7, 8}, L"MAC Address: 01:02:03:04:05:06:07:08"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [hardwareAddress, mac] : rows) {
         scripted::system.arp = {{inet_addr("10.0.200.254"), {9, 9, 9, 9, 9, 9}},
-                                {inet_addr("10.0.200.255"), row.hardwareAddress},
+                                {inet_addr("10.0.200.255"), hardwareAddress},
                                 {inet_addr("10.0.200.255"), {8, 8, 8, 8, 8, 8}}};
-        ExpectLines(Ping("10.0.200.255"), L"Host (10.0.200.255) is alive", L"Round Trip Time: 1234 ms", row.mac);
+        ExpectLines(Ping("10.0.200.255"), L"Host (10.0.200.255) is alive", L"Round Trip Time: 1234 ms", mac);
     }
     EXPECT_EQ(asked, inet_addr("10.0.200.255"));
     EXPECT_EQ(timeout, 5000U);

@@ -25,18 +25,15 @@ std::vector<GraphMark> Marks() {
 }
 
 TEST(GraphHeight, Steps_of_the_ladder) {
-    struct Row {
-        uint32_t bytes;
-        int normal, hiRes;
-    };
-    const Row rows[] = {{0, 0, 0},        {1, 1, 1},        {999, 1, 1},         {1000, 2, 3},     {9999, 6, 9},
-                        {10000, 7, 10},   {99999, 11, 16},  {100000, 13, 19},    {499999, 16, 24}, {500000, 17, 25},
-                        {799999, 17, 25}, {800000, 18, 27}, {0xFFFFFFFF, 18, 27}};
-    for (const Row& row : rows) {
+    const std::tuple<uint32_t, int, int> rows[] = {
+        {0, 0, 0},        {1, 1, 1},        {999, 1, 1},         {1000, 2, 3},     {9999, 6, 9},
+        {10000, 7, 10},   {99999, 11, 16},  {100000, 13, 19},    {499999, 16, 24}, {500000, 17, 25},
+        {799999, 17, 25}, {800000, 18, 27}, {0xFFFFFFFF, 18, 27}};
+    for (const auto& [bytes, normal, hiRes] : rows) {
         UseScreen(240, 320);
-        EXPECT_EQ(GraphHeight(row.bytes), row.normal) << row.bytes;
+        EXPECT_EQ(GraphHeight(bytes), normal) << bytes;
         UseScreen(480, 640);
-        EXPECT_EQ(GraphHeight(row.bytes), row.hiRes) << row.bytes;
+        EXPECT_EQ(GraphHeight(bytes), hiRes) << bytes;
     }
 }
 
@@ -74,30 +71,26 @@ int ToolAt(uint32_t x, uint32_t y) {
 }
 
 TEST(Taps, Ranges_include_both_bounds_and_double_on_a_large_screen) {
-    struct Row {
-        uint32_t left;
-        int tool;
-    };
-    const Row rows[] = {{50, IDD_SIGNAL},
-                        {69, IDD_USAGE},
-                        {88, IDD_DHCP},
-                        {107, IDD_PING},
-                        {126, IDD_ADAPTER_DETAILS},
-                        {145, IDD_SCANNER},
-                        {164, IDD_WIRELESS_DETAILS},
-                        {183, IDD_DETECTOR},
-                        {202, kNoTool},
-                        {221, kNoTool}};
-    for (const Row& row : rows) {
+    const std::pair<uint32_t, int> rows[] = {{50, IDD_SIGNAL},
+                                             {69, IDD_USAGE},
+                                             {88, IDD_DHCP},
+                                             {107, IDD_PING},
+                                             {126, IDD_ADAPTER_DETAILS},
+                                             {145, IDD_SCANNER},
+                                             {164, IDD_WIRELESS_DETAILS},
+                                             {183, IDD_DETECTOR},
+                                             {202, kNoTool},
+                                             {221, kNoTool}};
+    for (const auto& [left, tool] : rows) {
         for (const uint32_t scale : {1U, 2U}) {
             UseScreen(240 * static_cast<int>(scale), 320 * static_cast<int>(scale));
             const uint32_t bottom = 16 * scale + 4;
-            EXPECT_EQ(ToolAt(row.left * scale, 4), row.tool);
-            EXPECT_EQ(ToolAt((row.left + 16) * scale, bottom), row.tool);
-            EXPECT_EQ(ToolAt(row.left * scale - 1, 4), -1);
-            EXPECT_EQ(ToolAt((row.left + 16) * scale + 1, 4), -1);
-            EXPECT_EQ(ToolAt(row.left * scale, 3), -1);
-            EXPECT_EQ(ToolAt(row.left * scale, bottom + 1), -1);
+            EXPECT_EQ(ToolAt(left * scale, 4), tool);
+            EXPECT_EQ(ToolAt((left + 16) * scale, bottom), tool);
+            EXPECT_EQ(ToolAt(left * scale - 1, 4), -1);
+            EXPECT_EQ(ToolAt((left + 16) * scale + 1, 4), -1);
+            EXPECT_EQ(ToolAt(left * scale, 3), -1);
+            EXPECT_EQ(ToolAt(left * scale, bottom + 1), -1);
         }
     }
 }

@@ -109,23 +109,18 @@ TEST(UsageTable, Nine_rows_make_two_pages) {
 
 TEST(UsageTable, Hours_are_labelled_in_the_chosen_format) {
     UseScreen(kPortrait);
-    struct Row {
-        int hour;
-        const wchar_t* amPm;
-        const wchar_t* military;
-    };
-    const Row rows[] = {{1, L"01 am", L"01:00"},
-                        {11, L"11 am", L"11:00"},
-                        {12, L"12 pm", L"12:00"},
-                        {13, L"01 pm", L"13:00"},
-                        {23, L"11 pm", L"23:00"}};
-    for (const Row& row : rows) {
+    const std::tuple<int, const wchar_t*, const wchar_t*> rows[] = {{1, L"01 am", L"01:00"},
+                                                                    {11, L"11 am", L"11:00"},
+                                                                    {12, L"12 pm", L"12:00"},
+                                                                    {13, L"01 pm", L"13:00"},
+                                                                    {23, L"11 pm", L"23:00"}};
+    for (const auto& [hour, amPm, military] : rows) {
         UsageView view = ViewOf(UsageMode::Hourly);
-        view.series.transmitted[row.hour] = 1;
+        view.series.transmitted[hour] = 1;
         itemState.amPmFormat = true;
-        EXPECT_STREQ(TableOf(view).texts[0].text, row.amPm);
+        EXPECT_STREQ(TableOf(view).texts[0].text, amPm);
         itemState.amPmFormat = false;
-        EXPECT_STREQ(TableOf(view).texts[0].text, row.military);
+        EXPECT_STREQ(TableOf(view).texts[0].text, military);
     }
 }
 

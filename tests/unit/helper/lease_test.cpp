@@ -144,10 +144,7 @@ TEST(LeaseText, Only_four_octets_make_an_address) {
 }
 
 TEST(DhcpClients, An_interfaces_client_is_found_among_the_processes) {
-    const struct {
-        std::vector<std::string> words;
-        std::vector<DhcpClientKind> kinds;
-    } rows[] = {
+    const std::pair<std::vector<std::string>, std::vector<DhcpClientKind>> rows[] = {
         {{"dhclient", "-lf", "/nowhere", "eth0"}, {DhcpClientKind::kDhclient}},
         {{"dhclient", "-6", "eth0"}, {}},
         {{"dhclient", "eth1"}, {}},
@@ -168,13 +165,13 @@ TEST(DhcpClients, An_interfaces_client_is_found_among_the_processes) {
         {{"vi", "dhclient", "eth0"}, {}},
     };
     std::vector<Process> all;
-    for (const auto& row : rows) {
-        const Process process{1, row.words};
+    for (const auto& [words, kinds] : rows) {
+        const Process process{1, words};
         std::vector<DhcpClientKind> found;
         for (const DhcpClient& client : FindDhcpClients("eth0", {process})) {
             found.push_back(client.kind);
         }
-        EXPECT_EQ(row.kinds, found) << row.words[0];
+        EXPECT_EQ(kinds, found) << words[0];
         all.insert(all.begin(), process);
     }
     const auto clients = FindDhcpClients("eth0", all);

@@ -75,18 +75,4 @@ TEST_F(HelperRadio, A_tick_asks_for_each_value_once_and_for_the_adapter_now_and_
     EXPECT_EQ(QuerySignal(), 0) << "one that is gone is not remembered for longer";
 }
 
-TEST_F(HelperRadio, A_helper_that_falls_silent_costs_a_tick_one_bound) {
-    bool silent = false;
-    Asked asked;
-    Server server([&](const MessageHeader& header, const Bytes& body) {
-        Sleep(silent ? platform::kHelperQueryMs * 2 : 0);
-        return RadioAnswer(asked)(header, body);
-    });
-    EXPECT_EQ(QuerySignal(), 1);
-    silent = true;
-    EXPECT_LT(Timed([] { QuerySignal(); }), platform::kHelperConnectMs + platform::kHelperQueryMs + kAtOnceMs);
-    EXPECT_EQ(itemState.SignalDbm, kNoSignal);
-    EXPECT_LT(Timed([] { EXPECT_EQ(QuerySignal(), 0); }), kAtOnceMs);
-}
-
 }  // namespace

@@ -75,13 +75,7 @@ TEST(InternetConnection, The_request_names_the_internet_and_the_proxy_query_deci
 }
 
 TEST(DhcpTimes, Are_shifted_by_the_standard_bias_and_wrap) {
-    struct Row {
-        time_t utc;
-        DWORD zone;
-        LONG biasMinutes;
-        const wchar_t* text;
-    };
-    const Row rows[] = {
+    const std::tuple<time_t, DWORD, LONG, const wchar_t*> rows[] = {
         {0, 1, -60, L"Thu. Jan 1, 1970 01:00:00"},
         {0, 1, 300, L"Sun. Feb 7, 2106 01:28:16"},             // wraps below zero
         {0xFFFFFFFF, 1, -1, L"Thu. Jan 1, 1970 00:00:59"},     // wraps above
@@ -89,12 +83,12 @@ TEST(DhcpTimes, Are_shifted_by_the_standard_bias_and_wrap) {
         {1152964800, 2, -345, L"Sat. Jul 15, 2006 17:45:00"},  // quarter hours
         {1152964800, TIME_ZONE_ID_INVALID, 480, L"Sat. Jul 15, 2006 12:00:00"},
     };
-    for (const Row& row : rows) {
-        fakes::SetTimeZone(row.zone, row.biasMinutes);
-        scripted::system.adapters = {{.dhcpEnabled = true, .leaseExpires = row.utc}};
+    for (const auto& [utc, zone, biasMinutes, text] : rows) {
+        fakes::SetTimeZone(zone, biasMinutes);
+        scripted::system.adapters = {{.dhcpEnabled = true, .leaseExpires = utc}};
         DhcpInfo info;
         ASSERT_EQ(ReadDhcpInfo(info), DhcpState::Ready);
-        EXPECT_STREQ(info.expires, row.text);
+        EXPECT_STREQ(info.expires, text);
     }
 }
 

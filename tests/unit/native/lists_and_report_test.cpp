@@ -15,11 +15,7 @@ namespace {
 
 TEST(HostListDelete, Deletes_every_equal_entry_and_keeps_the_order_of_the_rest) {
     const Bytes three = HostRecordOf(L"one") + HostRecordOf(L"two") + HostRecordOf(L"three");
-    const struct {
-        Bytes before;
-        const wchar_t* host;
-        Bytes after;
-    } rows[] = {
+    const std::tuple<Bytes, const wchar_t*, Bytes> rows[] = {
         {three, L"TWO", HostRecordOf(L"one") + HostRecordOf(L"three")},
         {three, L"four", three},
         {HostRecordOf(L"a") + HostRecordOf(L"b") + HostRecordOf(L"A"), L"a", HostRecordOf(L"b")},
@@ -27,11 +23,11 @@ TEST(HostListDelete, Deletes_every_equal_entry_and_keeps_the_order_of_the_rest) 
         {HostRecordOf(L"aa") + Bytes{'b', 0}, L"b", HostRecordOf(L"aa") + HostRecordOf(L"ba")},
     };
     fakes::AnswerMessagesWith(IDYES);
-    for (const auto& row : rows) {
-        WriteWholeFile(L"hosts.dat", row.before);
-        EXPECT_TRUE(DeleteHost(nullptr, row.host));
-        EXPECT_EQ(ReadWholeFile(L"hosts.dat"), row.after);
-        EXPECT_EQ(FileExists(L"hosts.dat"), !row.after.empty());
+    for (const auto& [before, host, after] : rows) {
+        WriteWholeFile(L"hosts.dat", before);
+        EXPECT_TRUE(DeleteHost(nullptr, host));
+        EXPECT_EQ(ReadWholeFile(L"hosts.dat"), after);
+        EXPECT_EQ(FileExists(L"hosts.dat"), !after.empty());
     }
     EXPECT_EQ(fakes::shownMessages[0].caption, L"Question");
     EXPECT_EQ(fakes::shownMessages[0].flags, 36U);
