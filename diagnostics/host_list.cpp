@@ -110,8 +110,8 @@ bool AddHost(HWND owner, const wchar_t* host) {
     }
     EncodeHost(host, record);
     DWORD written = 0;
-    return MoveToEnd(file.handle) &&
-           WriteFile(file.handle, record.data(), kHostRecordBytes, &written, nullptr) && written == kHostRecordBytes;
+    return MoveToEnd(file.handle) && WriteFile(file.handle, record.data(), kHostRecordBytes, &written, nullptr) &&
+           written == kHostRecordBytes;
 }
 
 bool DeleteHost(HWND owner, const wchar_t* host) {

@@ -37,6 +37,19 @@ TEST(GraphHeight, Steps_of_the_ladder) {
     }
 }
 
+TEST(MiniGraph, One_sample_is_two_pixels_or_none) {
+    itemState.sampleCount = 1;
+    EXPECT_TRUE(Marks().empty());
+    itemState.inDeltas[0] = 999;
+    itemState.outDeltas[0] = 800000;
+    const std::vector<GraphMark> marks = Marks();
+    ASSERT_EQ(marks.size(), 2U);
+    EXPECT_EQ(marks[0].direction, Direction::Received);
+    EXPECT_EQ(marks[0].to.x, 41);
+    EXPECT_EQ(marks[0].to.y, 19);
+    EXPECT_EQ(marks[1].to.y, 2);
+}
+
 TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
     for (const int start : {0, 1, 19}) {
         UseScreen(480, 640);

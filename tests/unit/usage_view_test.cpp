@@ -8,6 +8,14 @@
 
 namespace {
 
+TEST(UsageView, Titles_name_the_day_or_the_month) {
+    wchar_t title[48];
+    FormatUsageTitle(ViewOf(UsageMode::Hourly), title);
+    EXPECT_STREQ(title, L"Hourly Traffic for Dec 5, 2006");
+    FormatUsageTitle(ViewOf(UsageMode::Daily), title);
+    EXPECT_STREQ(title, L"Daily Traffic for Dec 2006");
+}
+
 TEST(UsageView, The_page_goes_back_on_hours_and_on_a_new_date_of_a_table_only) {
     UsageView view = ViewWithRows(31, UsageStyle::Table);
     view.page = 2;
