@@ -104,7 +104,9 @@ void ReadAdapterDetails(bool landscape, AdapterDetails& details) {
             return;
         }
         // Stored without its terminator, unlike the name that the item stores at its start.
-        WriteStringSetting(L"Adapter", itemState.adapterName, wcslen(itemState.adapterName));
+        if (itemState.adapterName[0] != 0) {
+            WriteStringSetting(L"Adapter", itemState.adapterName, wcslen(itemState.adapterName));
+        }
     }
     DescribeFirstEthernetAdapter(landscape, details);
 }

@@ -37,8 +37,9 @@ uint32_t SecondsWestOfUtc() {
 void DescribeLeaseTime(time_t utc, uint32_t west, std::span<wchar_t> text) {
     const FILETIME fileTime = UnixTimeToFileTime(static_cast<uint32_t>(utc) - west);
     SYSTEMTIME time = {};
-    FileTimeToSystemTime(&fileTime, &time);
-    FormatLeaseTime(time, text);
+    if (FileTimeToSystemTime(&fileTime, &time)) {
+        FormatLeaseTime(time, text);
+    }
 }
 
 void DescribeLease(const IP_ADAPTER_INFO& adapter, DhcpInfo& info) {

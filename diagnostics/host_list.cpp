@@ -46,17 +46,18 @@ bool HoldsHost(std::span<const uint8_t> record, const void* wanted) {
     return _wcsicmp(host, static_cast<const wchar_t*>(wanted)) == 0;
 }
 
-HANDLE OpenForReading(const wchar_t* path) {
-    return CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+HANDLE OpenList(const HostListPaths& paths) {
+    return OpenRecords(paths.list, paths.temporary);
 }
 
-HANDLE OpenForAdding(const wchar_t* path) {
-    HANDLE file = CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+HANDLE OpenForAdding(const HostListPaths& paths) {
+    TakeBackRecords(paths.list, paths.temporary);
+    HANDLE file = CreateFileW(paths.list, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
     if (platform::IsOpen(file)) {
         return file;
     }
-    return CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return CreateFileW(paths.list, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 void ReportListNotUpdated(HWND owner) {
@@ -66,7 +67,7 @@ void ReportListNotUpdated(HWND owner) {
 enum class Copied { NotStarted, Partly, Empty, Whole };
 
 Copied CopyOtherHosts(const HostListPaths& paths, const wchar_t* host) {
-    const platform::ScopedHandle list(OpenForReading(paths.list));
+    const platform::ScopedHandle list(OpenList(paths));
     if (!list.IsOpen()) {
         return Copied::NotStarted;
     }
@@ -85,7 +86,7 @@ Copied CopyOtherHosts(const HostListPaths& paths, const wchar_t* host) {
 
 }  // namespace
 
-HostListReader::HostListReader() : file(OpenForReading(HostListPaths().list)), record{}, host{} {}
+HostListReader::HostListReader() : file(OpenList(HostListPaths())), record{}, host{} {}
 
 bool NextHost(HostListReader& reader) {
     if (ReadRecord(reader.file.handle, reader.record) != RecordRead::Some) {
@@ -97,7 +98,7 @@ bool NextHost(HostListReader& reader) {
 
 bool AddHost(HWND owner, const wchar_t* host) {
     EnsureDataFolders(owner);
-    const platform::ScopedHandle file(OpenForAdding(HostListPaths().list));
+    const platform::ScopedHandle file(OpenForAdding(HostListPaths()));
     if (!file.IsOpen()) {
         return false;
     }
@@ -107,10 +108,10 @@ bool AddHost(HWND owner, const wchar_t* host) {
             return false;
         }
     }
-    SetFilePointer(file.handle, 0, nullptr, FILE_END);
     EncodeHost(host, record);
     DWORD written = 0;
-    return WriteFile(file.handle, record.data(), kHostRecordBytes, &written, nullptr) && written == kHostRecordBytes;
+    return MoveToEnd(file.handle) && WriteFile(file.handle, record.data(), kHostRecordBytes, &written, nullptr) &&
+           written == kHostRecordBytes;
 }
 
 bool DeleteHost(HWND owner, const wchar_t* host) {

@@ -12,7 +12,7 @@
 inline constexpr size_t kHostUnits = 100;  // with the terminator
 inline constexpr size_t kHostRecordBytes = 200;
 
-// Walks the list. While it is open nobody can write to it.
+// Walks the list. While it is open nobody can write to it. A list that was left under its temporary name is found.
 struct HostListReader {
     platform::ScopedHandle file;
     std::array<uint8_t, kHostRecordBytes> record;

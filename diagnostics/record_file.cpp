@@ -1,6 +1,32 @@
-// Patient reading and filtered copying of record files.
+// Opening, patient reading and filtered copying of record files.
 
 #include "diagnostics/record_file.h"
+
+#include "platform/scoped.h"
+
+namespace {
+
+HANDLE OpenForReading(const wchar_t* path) {
+    return CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+}  // namespace
+
+HANDLE OpenRecords(const wchar_t* list, const wchar_t* temporary) {
+    HANDLE file = OpenForReading(list);
+    if (!platform::IsOpen(file) && MoveFileW(temporary, list)) {
+        file = OpenForReading(list);
+    }
+    return file;
+}
+
+void TakeBackRecords(const wchar_t* list, const wchar_t* temporary) {
+    MoveFileW(temporary, list);
+}
+
+bool MoveToEnd(HANDLE file) {
+    return SetFilePointer(file, 0, nullptr, FILE_END) != INVALID_SET_FILE_POINTER;
+}
 
 RecordRead ReadRecord(HANDLE file, std::span<uint8_t> record) {
     constexpr int kAttempts = 16;  // a medium that never recovers must not hang the screen

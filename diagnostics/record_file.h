@@ -5,6 +5,16 @@
 
 #include <span>
 
+// Opens a list for reading, unshared with writers. A list that stands under its temporary name alone, because its
+// replacement was cut short, gets its own name back first.
+HANDLE OpenRecords(const wchar_t* list, const wchar_t* temporary);
+
+// The same for the caller who opens the list otherwise; nothing happens when the list is there.
+void TakeBackRecords(const wchar_t* list, const wchar_t* temporary);
+
+// Moves behind the last record. False when the file stands anywhere else.
+bool MoveToEnd(HANDLE file);
+
 enum class RecordRead { Some, End, Failed };
 
 // Reads the next record over `record`. Bytes that a cut tail does not supply stay as they were. A read that fails is

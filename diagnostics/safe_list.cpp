@@ -25,21 +25,21 @@ struct SafeListPaths {
     }
 };
 
-HANDLE OpenForReading(const wchar_t* path) {
-    return CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+HANDLE OpenList(const SafeListPaths& paths) {
+    return OpenRecords(paths.list, paths.temporary);
 }
 
 bool IsEntryOf(std::span<const uint8_t> entry, const void* mac) {
     return memcmp(entry.data(), mac, kEntryBytes) == 0;
 }
 
-// False when the list cannot be rewritten; nothing has changed then.
+// False when the list cannot be copied whole; nothing has changed then.
 bool CopyOtherEntries(const SafeListPaths& paths, const MacAddress& mac, bool* found) {
-    const platform::ScopedHandle list(OpenForReading(paths.list));
+    const platform::ScopedHandle list(OpenList(paths));
     if (!list.IsOpen()) {
         return false;
     }
-    const platform::ScopedHandle temporary(
+    platform::ScopedHandle temporary(
         CreateFileW(paths.temporary, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!temporary.IsOpen()) {
         return false;
@@ -47,13 +47,18 @@ bool CopyOtherEntries(const SafeListPaths& paths, const MacAddress& mac, bool* f
     Entry entry = {};
     const RecordCopy copy = CopyOtherRecords(list.handle, temporary.handle, entry, IsEntryOf, &mac);
     *found = copy.dropped;
-    return copy.readAll && copy.wroteAll;
+    const bool isWhole = copy.readAll && copy.wroteAll;
+    if (!isWhole) {
+        temporary.Close();
+        DeleteFileW(paths.temporary);
+    }
+    return isWhole;
 }
 
 }  // namespace
 
 bool SafeListContains(const MacAddress& mac) {
-    const platform::ScopedHandle list(OpenForReading(SafeListPaths().list));
+    const platform::ScopedHandle list(OpenList(SafeListPaths()));
     if (!list.IsOpen()) {
         return false;
     }
@@ -67,14 +72,15 @@ bool SafeListContains(const MacAddress& mac) {
 }
 
 bool SafeListAdd(const MacAddress& mac) {
+    const SafeListPaths paths;
     wchar_t path[kPathUnits + 16];
     FormatText(path, L"%s\\slist.dat", itemState.dataFolder);
+    TakeBackRecords(path, paths.temporary);
     const platform::ScopedHandle list(
         CreateFileW(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!list.IsOpen()) {
+    if (!list.IsOpen() || !MoveToEnd(list.handle)) {
         return false;
     }
-    SetFilePointer(list.handle, 0, nullptr, FILE_END);
     DWORD written = 0;
     WriteFile(list.handle, mac.bytes, kEntryBytes, &written, nullptr);
     return true;

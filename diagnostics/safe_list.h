@@ -8,7 +8,7 @@
 
 bool SafeListContains(const MacAddress& mac);
 
-// Appends without looking for an equal entry. False when the file cannot be opened.
+// Appends without looking for an equal entry. False when the file cannot be opened or its end not be found.
 bool SafeListAdd(const MacAddress& mac);
 
 // Removes every entry equal to `mac`, rewriting the file in any case. True when there was one, also when the file then

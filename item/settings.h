@@ -18,6 +18,7 @@ bool WriteStringSetting(const wchar_t* name, const wchar_t* value, size_t charac
 bool WriteNumberSetting(const wchar_t* name, uint32_t value);
 
 // Adapter name and data folder, then (after the pens exist) icon place, icon switch and hour format. Absent values get
-// their defaults; those of XLocation, TIcon, TFormat and an adapter that had to be chosen are written back.
+// their defaults; those of XLocation, TIcon, TFormat and the name of an adapter that had to be chosen are written back.
+// A value that is there but cannot be read keeps its place, and its default holds until the next start.
 void LoadFolderSettings();
 void LoadDisplaySettings();

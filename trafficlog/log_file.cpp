@@ -16,8 +16,8 @@ void Append(std::span<wchar_t> path, const wchar_t* folder) {
     FormatText(path.subspan(used), L"%s", folder);
 }
 
-void MoveTo(HANDLE file, size_t offset) {
-    SetFilePointer(file, static_cast<LONG>(offset), nullptr, FILE_BEGIN);
+bool MoveTo(HANDLE file, size_t offset) {
+    return SetFilePointer(file, static_cast<LONG>(offset), nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER;
 }
 
 void WriteRecord(HANDLE file, const TrafficLogRecord& record) {
@@ -25,7 +25,7 @@ void WriteRecord(HANDLE file, const TrafficLogRecord& record) {
     WriteFile(file, &record, sizeof(record), &written, nullptr);
 }
 
-enum class Search { Added, NoRecord, Unreadable };
+enum class Search { Found, NoRecord, Unreadable };
 
 // Adds to the record of that hour if the file has it; otherwise the file stands at its end. A cut tail matches nothing,
 // and what is appended later stands behind it.
@@ -42,9 +42,11 @@ Search AddToExistingRecord(HANDLE file, const TrafficLogRecord& increment) {
             if (record.day == increment.day && record.hour == increment.hour) {
                 record.received += increment.received;
                 record.transmitted += increment.transmitted;
-                MoveTo(file, offset + i * sizeof(record));
-                WriteRecord(file, record);
-                return Search::Added;
+                // Written anywhere else, the sums would count twice or overwrite another hour.
+                if (MoveTo(file, offset + i * sizeof(record))) {
+                    WriteRecord(file, record);
+                }
+                return Search::Found;
             }
         }
         offset += bytes;

@@ -1,7 +1,8 @@
-// tests/fakes/fakes.h - the strings by which native tests pull the system's stand-in: clock, failures, messages.
+// tests/fakes/fakes.h - the strings by which native tests pull the system's stand-in: clock, messages, workers.
 #pragma once
 
 #include "platform/system.h"
+#include "tests/fakes/faults.h"
 
 #include <filesystem>
 #include <string>
@@ -9,18 +10,11 @@
 
 namespace fakes {
 
-// Empties the system: an empty temporary folder as "\", an empty registry, no scripted failure, no message shown. Runs
-// before every test.
+// Empties the system: an empty temporary folder as "\", an empty registry, no message shown. Runs before every test.
 void ResetSystem();
 
 // What "\" is.
 const std::filesystem::path& Root();
-
-// The n-th call (1 is the next one) of a system function, and `times` - 1 after it, fail as that function does. A write
-// that fails writes nothing.
-void FailCall(const std::string& function, int nth, int times = 1);
-// How often a function was called since the reset or the last FailCall of it.
-int CallCount(const std::string& function);
 
 void SetLocalTime(const SYSTEMTIME& now);
 void SetTickCount(DWORD ms);
@@ -48,7 +42,7 @@ void AnswerMessagesWith(int button);
 // Waits until no worker runs any more; false after the time-out.
 bool WaitForWorkers(int seconds);
 
-// For the implementations: counts a call and tells whether it is scripted to fail.
-bool IsScriptedToFail(const char* function);
+// Workers run to their end within StartWorker, so that their calls count among the caller's.
+extern bool workersRunInline;
 
 }  // namespace fakes

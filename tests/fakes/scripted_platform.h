@@ -72,7 +72,6 @@ struct EchoAnswer {
 // The internet library: what it was asked, and what each host answers (an unknown one nothing).
 struct Internet {
     std::map<std::wstring, EchoAnswer> answers;
-    std::string failing;             // name of the call that fails
     std::vector<std::string> calls;  // those that succeeded and the handles closed, in order
     std::vector<std::wstring> hosts;
     std::wstring agent, path;

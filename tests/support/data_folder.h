@@ -9,6 +9,9 @@
 // The system as a test wants to find it; only the native stand-in has anything to reset.
 void ResetSystemForTest();
 
+// The whole state of a fresh start. Runs before every test.
+void ResetForTest();
+
 // Makes a new empty folder the item's data folder.
 void UseEmptyDataFolder();
 

@@ -6,16 +6,18 @@
 #include "tests/fakes/scripted_platform.h"
 #include "tests/support/data_folder.h"
 
+void ResetForTest() {
+    scripted::Reset();
+    ResetSystemForTest();
+    ResetItemState();
+    RefreshScreenSize();
+    UseEmptyDataFolder();
+}
+
 namespace {
 
 class ResetBeforeEachTest : public testing::EmptyTestEventListener {
-    void OnTestStart(const testing::TestInfo&) override {
-        scripted::Reset();
-        ResetSystemForTest();
-        ResetItemState();
-        RefreshScreenSize();
-        UseEmptyDataFolder();
-    }
+    void OnTestStart(const testing::TestInfo&) override { ResetForTest(); }
 };
 
 [[maybe_unused]] const bool kRegistered = [] {

@@ -73,20 +73,9 @@ inline void WriteYearsOfLogs() {
     WriteLog(2004, 7, {});
     WriteLog(2005, 12, FullMonth(2005, 12, 0xFFFFFFF0, 0xFFFFFFFF));
     Bytes damaged = PatchyMonth(2005, 3, random);
-    for (const auto& [day, hour] : {std::pair{40, 1},
-                                    {200, 1},
-                                    {128, 2},
-                                    {32, 3},
-                                    {31, 4},
-                                    {0, 5},
-                                    {5, 99},
-                                    {5, 250},
-                                    {5, 24},
-                                    {5, 31},
-                                    {5, 32},
-                                    {5, 1},
-                                    {5, 1}}) {
-        damaged = std::move(damaged) + LogRecord(day, hour, random.Next(), random.Next());
+    for (const int value : {0, 24, 31, 32, 40, 99, 128, 250}) {
+        damaged = std::move(damaged) + LogRecord(value, 1, random.Next(), random.Next()) +
+                  LogRecord(5, value, random.Next(), random.Next());
     }
     WriteLog(2005, 3, damaged);
     WriteLog(2005, 4, PatchyMonth(2005, 4, random) + LogRecord(31, 0, 7, 9));

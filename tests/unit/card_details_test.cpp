@@ -57,18 +57,6 @@ TEST(CardDetails, Names_by_the_low_byte_or_nothing) {
     EXPECT_STREQ(details.networkType, L"DSSS");
 }
 
-TEST(CardDetails, Are_asked_in_order_and_stay_empty_without_an_adapter) {
-    CardDetails details;
-    EXPECT_FALSE(ReadCardDetails(details));
-    EXPECT_STREQ(details.authentication, L"");
-    UseWireless();
-    Read();
-    EXPECT_EQ(
-        scripted::system.wireless.requests,
-        (std::vector<uint32_t>{OID_802_11_CONFIGURATION, OID_802_11_AUTHENTICATION_MODE, OID_802_11_INFRASTRUCTURE_MODE,
-                               OID_802_11_NETWORK_TYPE_IN_USE, OID_802_11_WEP_STATUS}));
-}
-
 TEST(SignalGraph, Lines_by_reading) {
     struct Row {
         int32_t reading;

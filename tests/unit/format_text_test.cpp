@@ -15,22 +15,18 @@ TEST(FormatText, Numbers_at_the_limits_of_their_type) {
 }
 
 TEST(FormatText, Fractions_are_rounded_half_away_from_zero) {
-    struct Row {
-        double value;
-        const wchar_t* two;
-        const wchar_t* one;
-    };
-    const Row rows[] = {{0.0, L"0.00", L"0.0"},   {0.125, L"0.13", L"0.1"},
-                        {0.375, L"0.38", L"0.4"}, {0.995, L"0.99", L"1.0"},
-                        {0.999, L"1.00", L"1.0"}, {1023 / 1024.0, L"1.00", L"1.0"},
-                        {5.5, L"5.50", L"5.5"},   {4294967295.0, L"4294967295.00", L"4294967295.0"},
-                        {2.675, L"2.67", L"2.7"}};
-    for (const Row& row : rows) {
+    const std::tuple<double, const wchar_t*, const wchar_t*> rows[] = {
+        {0.0, L"0.00", L"0.0"},   {0.125, L"0.13", L"0.1"},
+        {0.375, L"0.38", L"0.4"}, {0.995, L"0.99", L"1.0"},
+        {0.999, L"1.00", L"1.0"}, {1023 / 1024.0, L"1.00", L"1.0"},
+        {5.5, L"5.50", L"5.5"},   {4294967295.0, L"4294967295.00", L"4294967295.0"},
+        {2.675, L"2.67", L"2.7"}};
+    for (const auto& [value, two, one] : rows) {
         wchar_t out[64];
-        FormatText(out, L"%.2f", row.value);
-        EXPECT_STREQ(out, row.two);
-        FormatText(out, L"%.1f", row.value);
-        EXPECT_STREQ(out, row.one);
+        FormatText(out, L"%.2f", value);
+        EXPECT_STREQ(out, two);
+        FormatText(out, L"%.1f", value);
+        EXPECT_STREQ(out, one);
     }
 }
 

@@ -14,18 +14,15 @@ using Hosts = std::vector<std::wstring>;
 TEST(HostList, Hosts_are_kept_once_in_the_order_in_which_they_were_added) {
     EXPECT_EQ(ListedHosts(), Hosts{});
     const std::wstring longest(99, L'x');
-    const struct {
-        std::wstring host;
-        bool added;
-    } rows[] = {
+    const std::pair<std::wstring, bool> rows[] = {
         {L"example.com", true}, {L"10.0.0.1", true},  {L"Example.COM", false}, {L"example.co", true}, {longest, true},
         {L"a,\"b\" c", true},   {L"10.0.0.1", false}, {L"caf\x00E9", true},    {longest, false},
     };
     Bytes expected;
-    for (const auto& row : rows) {
-        EXPECT_EQ(AddHost(nullptr, row.host.c_str()), row.added) << testing::PrintToString(row.host);
-        if (row.added) {
-            expected = expected + HostRecordOf(row.host);
+    for (const auto& [host, added] : rows) {
+        EXPECT_EQ(AddHost(nullptr, host.c_str()), added) << testing::PrintToString(host);
+        if (added) {
+            expected = expected + HostRecordOf(host);
         }
     }
     EXPECT_EQ(ReadWholeFile(L"hosts.dat"), expected);

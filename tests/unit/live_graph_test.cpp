@@ -44,12 +44,7 @@ TEST_F(LiveGraphTest, Without_samples_there_is_only_the_background) {
 }
 
 TEST_F(LiveGraphTest, Heights_are_cut_percentages_of_the_scale) {
-    struct Row {
-        uint32_t transmitted;
-        uint32_t received;
-        const wchar_t* lines;
-    };
-    const Row rows[] = {
+    const std::tuple<uint32_t, uint32_t, const wchar_t*> rows[] = {
         {0, 0, L"1.0KB "},
         {0, 512, L"1.0KB R168:50 "},
         {1023, 10, L"1.0KB T168:99 "},
@@ -64,9 +59,9 @@ TEST_F(LiveGraphTest, Heights_are_cut_percentages_of_the_scale) {
         {42949673, 42949672, L">10MB R168:4 "},  // the first product wraps to 4: drawn first, but with no height
         {0xFFFFFFFF, 85899346, L">10MB T168:4 "},
     };
-    for (const Row& row : rows) {
-        UseSample(row.transmitted, row.received);
-        EXPECT_EQ(Lines(), row.lines) << row.transmitted;
+    for (const auto& [transmitted, received, lines] : rows) {
+        UseSample(transmitted, received);
+        EXPECT_EQ(Lines(), lines) << transmitted;
     }
 }
 
@@ -95,20 +90,6 @@ TEST_F(LiveGraphTest, A_full_ring_is_walked_from_its_oldest_sample) {
         }
         EXPECT_EQ(Lines(), expected) << start;
     }
-}
-
-TEST_F(LiveGraphTest, Labels_stand_beside_their_levels) {
-    UseSample(5, 0);
-    LiveGraph graph;
-    ArrangeLiveGraph(graph);
-    EXPECT_EQ(graph.labels[4].area.top, 87);
-    EXPECT_EQ(graph.labels[4].area.bottom, 102);
-    EXPECT_STREQ(graph.labels[4].text, L"0.2KB");
-    itemState.screenHeight = 640;
-    ArrangeLiveGraph(graph);
-    EXPECT_EQ(graph.labels[0].area.left, 4);
-    EXPECT_EQ(graph.labels[0].area.top, 14);
-    EXPECT_EQ(graph.labels[0].area.right, 58);
 }
 
 }  // namespace

@@ -44,10 +44,6 @@ AccessPointTable Scan(const std::vector<WLAN_BSS_ENTRY>& entries) {
     return table;
 }
 
-uint32_t NumberAt(const std::vector<uint8_t>& value, size_t offset) {
-    return ReadNdisField(&value[offset]);
-}
-
 TEST(NativeWifiRecords, An_access_point_arrives_whole) {
     WLAN_BSS_ENTRY entry = Heard("caf\xE9", 7, -61);
     entry.usCapabilityInformation = 0x0431;
@@ -95,7 +91,7 @@ TEST(NativeWifiRecords, Of_too_many_access_points_the_strongest_are_listed_in_th
     EXPECT_EQ(Scan({}).count, 0);
 }
 
-TEST(NativeWifiRecords, Names_of_networks_modes_and_ciphers_become_ndis_numbers) {
+TEST(NativeWifiRecords, Networks_modes_ciphers_and_own_values_become_ndis_numbers) {
     using namespace platform;
     const struct {
         DOT11_PHY_TYPE type;
@@ -119,19 +115,13 @@ TEST(NativeWifiRecords, Names_of_networks_modes_and_ciphers_become_ndis_numbers)
     EXPECT_EQ(NdisWepStatus(DOT11_CIPHER_ALGO_WEP104), 0u);
     EXPECT_EQ(NdisWepStatus(DOT11_CIPHER_ALGO_NONE), 1u);
     EXPECT_GT(NdisWepStatus(DOT11_CIPHER_ALGO_CCMP), 3u) << "none of the WEP states";
-}
-
-TEST(NativeWifiRecords, The_adapters_own_values) {
     std::vector<uint8_t> value(64, kUntouched);
-    EXPECT_EQ(platform::WriteNdisNumber(static_cast<uint32_t>(-72), value), 4u);
-    EXPECT_EQ(NumberAt(value, 0), static_cast<uint32_t>(-72));
-    EXPECT_EQ(platform::WriteNdisSsid(Heard("home", 1, -50).dot11Ssid, value), 36u);
-    EXPECT_EQ(NumberAt(value, 0), 4u);
-    EXPECT_EQ(memcmp(&value[4], "home\0", 5), 0);
-    EXPECT_EQ(platform::WriteNdisConfiguration(Heard("home", 1, -50), value), 32u);
-    EXPECT_EQ(NumberAt(value, 4), 100u);
-    EXPECT_EQ(NumberAt(value, 8), 0u);
-    EXPECT_EQ(NumberAt(value, 12), 2437000u);
+    EXPECT_EQ(WriteNdisNumber(static_cast<uint32_t>(-72), value), 4u);
+    EXPECT_EQ(ReadNdisField(&value[0]), static_cast<uint32_t>(-72));
+    EXPECT_EQ(WriteNdisSsid(Heard("home", 1, -50).dot11Ssid, value), 36u);
+    EXPECT_EQ(memcmp(&value[0], "\4\0\0\0home\0", 9), 0);
+    EXPECT_EQ(WriteNdisConfiguration(Heard("home", 1, -50), value), 32u);
+    EXPECT_TRUE(ReadNdisField(&value[4]) == 100 && ReadNdisField(&value[12]) == 2437000);
     EXPECT_EQ(value[36], kUntouched);
 }
 

@@ -24,10 +24,7 @@ TEST(NodeStatus, Takes_the_first_name_of_a_reply_that_is_long_enough) {
     const std::vector<uint8_t> one = NodeStatusReply({"PRINTER"});
     const std::vector<uint8_t> three = NodeStatusReply({"FIRST", "SECOND", "THIRD"});
     ASSERT_EQ(one.size(), 75U);
-    const struct {
-        std::vector<uint8_t> reply;
-        const char* name;
-    } rows[] = {
+    const std::pair<std::vector<uint8_t>, const char*> rows[] = {
         {one, "PRINTER"},
         {Cut(one, 74), "untouched"},
         {three, "FIRST"},
@@ -45,8 +42,8 @@ TEST(NodeStatus, Takes_the_first_name_of_a_reply_that_is_long_enough) {
         {NodeStatusReply({"A \"b\",\xE9"}), "A \"b\",\xE9"},
         {{}, "untouched"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(NameIn(row.reply), row.name) << row.reply.size();
+    for (const auto& [reply, name] : rows) {
+        EXPECT_EQ(NameIn(reply), name) << reply.size();
     }
 }
 

@@ -42,52 +42,29 @@ TEST(Ping, A_literal_that_answers_is_alive) {
         timeout = timeoutMs;
         return ReplyFrom("10.0.200.255", 1234);
     };
-    const struct {
-        std::vector<uint8_t> hardwareAddress;
-        const wchar_t* mac;
-    } rows[] = {
+    const std::pair<std::vector<uint8_t>, const wchar_t*> rows[] = {
         {{0x00, 0x0A, 0xFF, 0x10, 0x0F, 0xA0}, L"MAC Address: 00:0A:FF:10:0F:A0"},
         {{0x05}, L"MAC Address: 05"},
         {{}, L"MAC Address: "},
         {{1, 2, 3, 4, 5, 6, 7, 8}, L"MAC Address: 01:02:03:04:05:06:07:08"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [hardwareAddress, mac] : rows) {
         scripted::system.arp = {{inet_addr("10.0.200.254"), {9, 9, 9, 9, 9, 9}},
-                                {inet_addr("10.0.200.255"), row.hardwareAddress},
+                                {inet_addr("10.0.200.255"), hardwareAddress},
                                 {inet_addr("10.0.200.255"), {8, 8, 8, 8, 8, 8}}};
-        ExpectLines(Ping("10.0.200.255"), L"Host (10.0.200.255) is alive", L"Round Trip Time: 1234 ms", row.mac);
+        ExpectLines(Ping("10.0.200.255"), L"Host (10.0.200.255) is alive", L"Round Trip Time: 1234 ms", mac);
     }
     EXPECT_EQ(asked, inet_addr("10.0.200.255"));
     EXPECT_EQ(timeout, 5000U);
 }
 
-TEST(Ping, The_hardware_address_stays_empty_where_the_table_does_not_help) {
-    scripted::system.echo = [](uint32_t, DWORD) { return ReplyFrom("10.0.0.1", 1); };
-    const auto expectNone = [] {
-        ExpectLines(Ping("10.0.0.1"), L"Host (10.0.0.1) is alive", L"Round Trip Time: 1 ms", L"");
-    };
-    expectNone();  // an empty table has no size
-    scripted::system.arp = {{inet_addr("10.0.0.2"), {1, 2, 3, 4, 5, 6}}};
-    expectNone();
-    scripted::system.arp = {{inet_addr("10.0.0.1"), {1, 2, 3, 4, 5, 6}}};
-    scripted::system.results["GetIpNetTable"] = ERROR_GEN_FAILURE;
-    expectNone();
-}
-
 TEST(Ping, Whoever_does_not_answer_is_told_apart) {
-    scripted::system.arp = {{inet_addr("10.0.0.1"), {1, 2, 3, 4, 5, 6}}};
-    ExpectLines(Ping("10.0.0.1"), L"Request timed out.", L"", L"");
-    scripted::system.echo = [](uint32_t, DWORD) { return ReplyFrom("10.0.0.254", 3); };
-    ExpectLines(Ping("10.0.0.1"), L"Destination host unreachable.", L"", L"");
+    scripted::system.echo = [](uint32_t, DWORD) { return ReplyFrom("10.0.0.1", 1); };
+    scripted::system.arp = {{inet_addr("10.0.0.2"), {1, 2, 3, 4, 5, 6}}};
+    ExpectLines(Ping("10.0.0.1"), L"Host (10.0.0.1) is alive", L"Round Trip Time: 1 ms", L"");
+    ExpectLines(Ping("10.0.0.2"), L"Destination host unreachable.", L"", L"");
     scripted::system.echoService = false;
-    ExpectLines(Ping("10.0.0.1"), L"Error: No ping service", L"", L"");
-}
-
-TEST(Ping, Names_are_resolved) {
-    scripted::system.echo = [](uint32_t address, DWORD) {
-        return address == inet_addr("127.0.0.1") ? ReplyFrom("127.0.0.1", 0) : std::nullopt;
-    };
-    ExpectLines(Ping("localhost"), L"Host (127.0.0.1) is alive", L"Round Trip Time: 0 ms", L"");
+    ExpectLines(Ping("localhost"), L"Error: No ping service", L"", L"");
     // No label is so long, so that no server is asked.
     const std::string unknown(99, 'x');
     ExpectLines(Ping(unknown), L"Unknown host: " + std::wstring(unknown.begin(), unknown.end()), L"", L"");

@@ -37,8 +37,6 @@ TEST(Settings, Defaults_are_written_back) {
     EXPECT_STREQ(itemState.adapterName, L"eth");
     EXPECT_STREQ(itemState.dataFolder, L"\\Program Files\\Ostrik\\Quorvane");
     EXPECT_EQ(itemState.xLocation, 75U);
-    EXPECT_TRUE(itemState.showTaskbarIcon);
-    EXPECT_TRUE(itemState.amPmFormat);
     EXPECT_EQ(StoredNumber(L"XLocation"), 75U);
     EXPECT_EQ(StoredNumber(L"TIcon"), 1U);
     EXPECT_EQ(StoredNumber(L"TFormat"), 1U);
@@ -47,12 +45,6 @@ TEST(Settings, Defaults_are_written_back) {
     EXPECT_STREQ(text, L"eth");
     EXPECT_EQ(StoredBytes(L"Adapter"), 4 * sizeof(wchar_t)) << "its terminator counts";
     EXPECT_FALSE(ReadStringSetting(L"InstallDir", text));
-}
-
-TEST(Settings, An_adapter_that_cannot_be_chosen_is_not_stored) {
-    LoadFolderSettings();
-    wchar_t text[32] = {};
-    EXPECT_FALSE(ReadStringSetting(L"Adapter", text));
 }
 
 TEST(Settings, The_stored_adapter_stands_though_its_index_is_unknown) {

@@ -35,6 +35,7 @@ int32_t NewestReading() {
 TEST(QuerySignal, Reading_history_and_result) {
     UseWireless(-61, true);
     EXPECT_EQ(QuerySignal(), 1);
+    EXPECT_EQ(scripted::system.wireless.requests, (std::vector<uint32_t>{OID_802_11_RSSI, OID_802_11_BSSID}));
     EXPECT_EQ(itemState.SignalDbm, -61);
     EXPECT_EQ(NewestReading(), -61);
 
@@ -65,12 +66,6 @@ TEST(QuerySignal, Forty_readings_without_wireless_forget_everything) {
     for (const int32_t reading : itemState.SignalHistory) {
         EXPECT_EQ(reading, kNoSignal);
     }
-}
-
-TEST(QuerySignal, Asks_once_per_value_and_tick) {
-    UseWireless(-50, true);
-    QuerySignal();
-    EXPECT_EQ(scripted::system.wireless.requests, (std::vector<uint32_t>{OID_802_11_RSSI, OID_802_11_BSSID}));
 }
 
 TEST(QuerySignal, Presence_is_remembered_until_the_adapter_is_lost) {

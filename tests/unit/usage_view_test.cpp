@@ -8,14 +8,6 @@
 
 namespace {
 
-TEST(UsageView, Opens_on_today_by_day_as_chart) {
-    const UsageView view = InitialUsageView();
-    EXPECT_EQ(view.date, Today());
-    EXPECT_EQ(view.mode, UsageMode::Daily);
-    EXPECT_EQ(view.style, UsageStyle::Chart);
-    EXPECT_EQ(view.page, 0);
-}
-
 TEST(UsageView, Titles_name_the_day_or_the_month) {
     wchar_t title[48];
     FormatUsageTitle(ViewOf(UsageMode::Hourly), title);

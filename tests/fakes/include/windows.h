@@ -19,13 +19,10 @@ using LONG = int32_t;
 using ULONG = uint32_t;
 using UINT = uint32_t;
 using HRESULT = int32_t;
-using LONG_PTR = intptr_t;
-using ULONG_PTR = uintptr_t;
 using DWORD_PTR = uintptr_t;
 using UINT_PTR = uintptr_t;
 using WPARAM = uintptr_t;
 using LPARAM = intptr_t;
-using LRESULT = intptr_t;
 using LPVOID = void*;
 using WCHAR = wchar_t;
 using HANDLE = void*;
@@ -33,7 +30,6 @@ using HLOCAL = void*;
 using HKEY = struct FakeKey*;
 using HWND = struct FakeWindow*;
 using HINSTANCE = struct FakeModule*;
-using HMODULE = HINSTANCE;
 using HDC = struct FakeContext*;
 using HGDIOBJ = void*;
 using HBITMAP = struct FakeBitmap*;
@@ -65,14 +61,10 @@ inline bool operator==(const GUID& a, const GUID& b) {
 #define NO_ERROR 0
 #define ERROR_SUCCESS 0
 #define ERROR_FILE_NOT_FOUND 2
-#define ERROR_PATH_NOT_FOUND 3
 #define ERROR_ACCESS_DENIED 5
 #define ERROR_INVALID_HANDLE 6
-#define ERROR_NOT_ENOUGH_MEMORY 8
 #define ERROR_NO_MORE_FILES 18
 #define ERROR_GEN_FAILURE 31
-#define ERROR_NOT_SUPPORTED 50
-#define ERROR_FILE_EXISTS 80
 #define ERROR_INVALID_PARAMETER 87
 #define ERROR_DISK_FULL 112
 #define ERROR_BUFFER_OVERFLOW 111
@@ -136,8 +128,9 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime);
 #define FILE_ATTRIBUTE_DIRECTORY 0x10
 #define FILE_ATTRIBUTE_NORMAL 0x80
 #define FILE_BEGIN 0
-#define FILE_CURRENT 1
 #define FILE_END 2
+#define INVALID_SET_FILE_POINTER 0xFFFFFFFFu
+#define INVALID_FILE_SIZE 0xFFFFFFFFu
 struct WIN32_FIND_DATAW {
     DWORD dwFileAttributes;
     DWORD nFileSizeHigh;
@@ -170,36 +163,23 @@ LONG RegCreateKeyExW(HKEY parent, const wchar_t* name, DWORD reserved, wchar_t* 
                      void* security, HKEY* key, DWORD* disposition);
 LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* bytes);
 LONG RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD bytes);
-LONG RegDeleteValueW(HKEY key, const wchar_t* name);
 LONG RegCloseKey(HKEY key);
 
-// Threads
-#define CREATE_SUSPENDED 4
-#define INFINITE 0xFFFFFFFFu
+// Events
 #define WAIT_OBJECT_0 0
 #define WAIT_TIMEOUT 258
 #define WAIT_FAILED 0xFFFFFFFFu
-using LPTHREAD_START_ROUTINE = DWORD (*)(void*);
-HANDLE CreateThread(void* security, size_t stackBytes, LPTHREAD_START_ROUTINE routine, void* argument, DWORD flags,
-                    DWORD* id);
-DWORD ResumeThread(HANDLE thread);
 HANDLE CreateEventW(void* security, BOOL manualReset, BOOL signalled, const wchar_t* name);
 DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
 
 // Messages to the user
 #define MB_OK 0
-#define MB_OKCANCEL 1
 #define MB_YESNO 4
 #define MB_ICONHAND 0x10
-#define MB_ICONSTOP 0x10
 #define MB_ICONQUESTION 0x20
 #define MB_ICONEXCLAMATION 0x30
-#define MB_ICONASTERISK 0x40
 #define MB_DEFBUTTON2 0x100
 #define IDOK 1
-#define IDCANCEL 2
 #define IDYES 6
-#define IDNO 7
 #define WM_USER 0x400
 int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);
-BOOL MessageBeep(UINT type);

@@ -19,6 +19,8 @@ int running = 0;
 
 namespace fakes {
 
+bool workersRunInline = false;
+
 bool WaitForWorkers(int seconds) {
     std::unique_lock held(lock);
     return changed.wait_for(held, std::chrono::seconds(seconds), [] { return running == 0; });
@@ -29,8 +31,12 @@ bool WaitForWorkers(int seconds) {
 namespace platform {
 
 bool StartWorker(void (*work)(void*), void* argument) {
-    if (fakes::IsScriptedToFail("StartWorker")) {
+    if (fakes::Fails("StartWorker")) {
         return false;
+    }
+    if (fakes::workersRunInline) {
+        work(argument);
+        return true;
     }
     const std::lock_guard held(lock);
     ++running;

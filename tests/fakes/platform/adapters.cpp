@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "tests/fakes/faults.h"
 #include "tests/fakes/scripted_platform.h"
 
 namespace scripted {
@@ -55,14 +56,22 @@ void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
     info.LeaseExpires = adapter.leaseExpires;
 }
 
-// The size-then-data protocol: the size query answers `needsRoom`.
+// The size-then-data protocol: the size query answers `needsRoom`. Nothing when the data are to be filled in.
 std::optional<DWORD> AnswerSize(const std::string& call, const void* buffer, ULONG* bytes, size_t needed,
                                 DWORD needsRoom) {
+    if (fakes::Fails(call.c_str())) {
+        return ERROR_GEN_FAILURE;
+    }
     if (buffer == nullptr || *bytes < needed) {
         *bytes = static_cast<ULONG>(needed);
         return Result(call + " size").value_or(needsRoom);
     }
     return Result(call);
+}
+
+DWORD ChangeAddress(const char* action, const std::string& call, uint32_t index) {
+    system.dhcpCalls.emplace_back(action, index);
+    return fakes::Fails(call.c_str()) ? ERROR_GEN_FAILURE : Result(call).value_or(NO_ERROR);
 }
 
 }  // namespace
@@ -73,6 +82,9 @@ namespace platform {
 using namespace scripted;
 
 DWORD GetNumberOfInterfaces(DWORD* count) {
+    if (fakes::Fails("GetNumberOfInterfaces")) {
+        return ERROR_GEN_FAILURE;
+    }
     *count = scripted::system.interfaceCount.value_or(static_cast<DWORD>(scripted::system.adapters.size()));
     return NO_ERROR;
 }
@@ -110,7 +122,7 @@ DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
 
 DWORD GetIfEntry(MIB_IFROW* row) {
     const Adapter* adapter = FindAdapter(row->dwIndex);
-    if (adapter == nullptr || !adapter->countersReadable) {
+    if (fakes::Fails("GetIfEntry") || adapter == nullptr || !adapter->countersReadable) {
         return ERROR_INVALID_PARAMETER;
     }
     row->dwType = adapter->type;
@@ -161,13 +173,11 @@ DWORD GetIpNetTable(MIB_IPNETTABLE* table, ULONG* bytes, BOOL) {
 }
 
 DWORD IpReleaseAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    scripted::system.dhcpCalls.emplace_back("release", adapter->Index);
-    return Result("IpReleaseAddress").value_or(NO_ERROR);
+    return ChangeAddress("release", "IpReleaseAddress", adapter->Index);
 }
 
 DWORD IpRenewAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    scripted::system.dhcpCalls.emplace_back("renew", adapter->Index);
-    return Result("IpRenewAddress").value_or(NO_ERROR);
+    return ChangeAddress("renew", "IpRenewAddress", adapter->Index);
 }
 
 }  // namespace platform

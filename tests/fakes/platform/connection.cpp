@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "tests/fakes/faults.h"
 #include "tests/fakes/scripted_platform.h"
 
 namespace scripted {
@@ -13,10 +14,11 @@ namespace {
 // Handles of the internet library only have to differ.
 enum Handle : intptr_t { kSession = 1, kConnection, kRequest };
 
-void* Open(Handle handle, const std::string& call) {
-    if (system.internet.failing == call) {
+void* Open(Handle handle, const char* call) {
+    if (fakes::Fails(call)) {
         return nullptr;
     }
+    fakes::CountResource(1);
     system.internet.calls.push_back(call);
     return reinterpret_cast<void*>(handle);
 }
@@ -38,6 +40,9 @@ using scripted::Open;
 HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* connection) {
     auto& manager = scripted::system.connectionManager;
     manager.request = request;
+    if (fakes::Fails("ConnMgrEstablishConnection")) {
+        return E_FAIL;
+    }
     if (manager.establish < 0) {
         return manager.establish;
     }
@@ -48,6 +53,9 @@ HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* con
 
 HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
     auto& manager = scripted::system.connectionManager;
+    if (fakes::Fails("ConnMgrConnectionStatus")) {
+        return E_FAIL;
+    }
     if (manager.statuses.empty()) {
         *status = 16;
         return manager.statusResult;
@@ -68,7 +76,7 @@ HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG cache) {
 HRESULT QueryProxy(HANDLE, ProxyRecord* proxy) {
     const auto& manager = scripted::system.connectionManager;
     std::copy(manager.proxy.begin(), manager.proxy.end(), proxy->szProxyServer);
-    return manager.proxyResult;
+    return fakes::Fails("QueryProxy") ? E_FAIL : manager.proxyResult;
 }
 
 void* InternetOpenW(const wchar_t* agent, DWORD accessType, const wchar_t* proxy) {
@@ -93,13 +101,20 @@ void* HttpOpenRequestW(void*, const wchar_t* path, DWORD flags, DWORD_PTR contex
     return Open(scripted::kRequest, "HttpOpenRequestW");
 }
 
-bool HttpSendRequestW(void* request) {
-    return Open(static_cast<scripted::Handle>(reinterpret_cast<intptr_t>(request)), "HttpSendRequestW") != nullptr;
+bool HttpSendRequestW(void*) {
+    if (fakes::Fails("HttpSendRequestW")) {
+        return false;
+    }
+    scripted::system.internet.calls.push_back("HttpSendRequestW");
+    return true;
 }
 
 bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
     auto& pieces = CurrentAnswer().pieces;
     *read = 0;
+    if (fakes::Fails("InternetReadFile")) {
+        return false;
+    }
     if (pieces.empty()) {
         return !CurrentAnswer().breaksOff;
     }
@@ -114,6 +129,7 @@ bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
 }
 
 void InternetCloseHandle(void* handle) {
+    fakes::CountResource(-1);
     const char* const names[] = {"", "session", "connection", "request"};
     scripted::system.internet.calls.push_back(std::string("close ") + names[reinterpret_cast<intptr_t>(handle)]);
 }

@@ -2,21 +2,27 @@
 
 #include "platform/echo.h"
 
+#include "tests/fakes/faults.h"
 #include "tests/fakes/scripted_platform.h"
 
 namespace platform {
 
 HANDLE IcmpCreateFile() {
-    return scripted::system.echoService ? &scripted::system : INVALID_HANDLE_VALUE;
+    if (fakes::Fails("IcmpCreateFile") || !scripted::system.echoService) {
+        return INVALID_HANDLE_VALUE;
+    }
+    fakes::CountResource(1);
+    return &scripted::system;
 }
 
 BOOL IcmpCloseHandle(HANDLE) {
+    fakes::CountResource(-1);
     return TRUE;
 }
 
 DWORD IcmpSendEcho(HANDLE, uint32_t address, const void*, WORD, const IP_OPTION_INFORMATION*, void* reply, DWORD,
                    DWORD timeoutMs) {
-    if (!scripted::system.echo) {
+    if (fakes::Fails("IcmpSendEcho") || !scripted::system.echo) {
         return 0;
     }
     const std::optional<EchoReply> answer = scripted::system.echo(address, timeoutMs);

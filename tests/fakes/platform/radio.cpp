@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/ndis.h"
+#include "tests/fakes/faults.h"
 #include "tests/fakes/scripted_platform.h"
 
 namespace platform {
@@ -36,13 +37,22 @@ bool AnswerBinding(uint8_t* buffer, DWORD outputBytes, DWORD* returned) {
 }  // namespace
 
 HANDLE OpenRadio() {
-    return scripted::system.wireless.present ? &scripted::system.wireless : INVALID_HANDLE_VALUE;
+    if (fakes::Fails("OpenRadio") || !scripted::system.wireless.present) {
+        return INVALID_HANDLE_VALUE;
+    }
+    fakes::CountResource(1);
+    return &scripted::system.wireless;
 }
 
-void CloseRadio(HANDLE) {}
+void CloseRadio(HANDLE) {
+    fakes::CountResource(-1);
+}
 
 bool RadioIoControl(HANDLE, DWORD controlCode, void* buffer, DWORD, DWORD outputBytes, DWORD* returned) {
     scripted::Wireless& wireless = scripted::system.wireless;
+    if (fakes::Fails("RadioIoControl")) {
+        return false;
+    }
     if (controlCode == IOCTL_NDISUIO_QUERY_BINDING) {
         return AnswerBinding(static_cast<uint8_t*>(buffer), outputBytes, returned);
     }

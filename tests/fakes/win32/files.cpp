@@ -59,7 +59,7 @@ BOOL Answer(bool succeeded, DWORD error = ERROR_ACCESS_DENIED) {
 }
 
 bool FailsByScript(const char* function) {
-    if (!IsScriptedToFail(function)) {
+    if (!Fails(function)) {
         return false;
     }
     SetLastError(ERROR_ACCESS_DENIED);
@@ -152,16 +152,19 @@ BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* count, void*
 }
 
 DWORD SetFilePointer(HANDLE file, LONG distance, LONG*, DWORD method) {
+    if (FailsByScript("SetFilePointer")) {
+        return INVALID_SET_FILE_POINTER;
+    }
     constexpr int kOrigins[] = {SEEK_SET, SEEK_CUR, SEEK_END};
     const off_t place = lseek(static_cast<File*>(static_cast<Closable*>(file))->descriptor, distance, kOrigins[method]);
-    return place < 0 ? 0xFFFFFFFF : static_cast<DWORD>(place);
+    return static_cast<DWORD>(place);
 }
 
-DWORD GetFileSize(HANDLE file, DWORD* high) {
+DWORD GetFileSize(HANDLE file, DWORD*) {
     struct stat status = {};
-    fstat(static_cast<File*>(static_cast<Closable*>(file))->descriptor, &status);
-    if (high != nullptr) {
-        *high = 0;
+    if (FailsByScript("GetFileSize") ||
+        fstat(static_cast<File*>(static_cast<Closable*>(file))->descriptor, &status) != 0) {
+        return INVALID_FILE_SIZE;
     }
     return static_cast<DWORD>(status.st_size);
 }
@@ -212,7 +215,8 @@ HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
 }
 
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) {
-    return NextMatch(*static_cast<Search*>(static_cast<Closable*>(search)), found);
+    return FailsByScript("FindNextFileW") ? FALSE
+                                          : NextMatch(*static_cast<Search*>(static_cast<Closable*>(search)), found);
 }
 
 BOOL FindClose(HANDLE search) {

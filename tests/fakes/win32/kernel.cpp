@@ -1,16 +1,11 @@
-// Clock, memory, text conversion, threads and message boxes.
-
-#include <pthread.h>
+// Clock, memory, text conversion, events and message boxes.
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstdlib>
 #include <ctime>
 #include <cwctype>
-#include <memory>
-#include <mutex>
 #include <thread>
 
 #include "tests/fakes/fakes.h"
@@ -27,48 +22,9 @@ DWORD zoneResult = 0;
 LONG zoneBias = 0;
 int messageAnswer = IDOK;
 
-struct ThreadState {
-    std::mutex lock;
-    std::condition_variable changed;
-    bool started = false;
-    bool ended = false;
-    LPTHREAD_START_ROUTINE routine = nullptr;
-    void* argument = nullptr;
-};
-
-struct Thread : Closable {
-    std::shared_ptr<ThreadState> state = std::make_shared<ThreadState>();
-};
-
 struct Event : Closable {};
 
 std::vector<WaitOutcome> waits;
-
-DWORD WaitForEvent(DWORD timeoutMs) {
-    waitedMs.push_back(timeoutMs);
-    if (waits.empty()) {
-        return WAIT_OBJECT_0;
-    }
-    const WaitOutcome outcome = waits.front();
-    waits.erase(waits.begin());
-    tickCount += std::min(outcome.afterMs, timeoutMs);
-    lastError = outcome.error;
-    return outcome.afterMs > timeoutMs ? static_cast<DWORD>(WAIT_TIMEOUT) : outcome.result;
-}
-
-void* RunThread(void* argument) {
-    const std::unique_ptr<std::shared_ptr<ThreadState>> state(static_cast<std::shared_ptr<ThreadState>*>(argument));
-    ThreadState& thread = **state;
-    {
-        std::unique_lock lock(thread.lock);
-        thread.changed.wait(lock, [&] { return thread.started; });
-    }
-    thread.routine(thread.argument);
-    const std::lock_guard lock(thread.lock);
-    thread.ended = true;
-    thread.changed.notify_all();
-    return nullptr;
-}
 
 }  // namespace
 
@@ -125,10 +81,15 @@ void SetLastError(DWORD error) {
 }
 
 HLOCAL LocalAlloc(UINT, size_t bytes) {
-    return IsScriptedToFail("LocalAlloc") ? nullptr : std::calloc(1, bytes == 0 ? 1 : bytes);
+    if (Fails("LocalAlloc")) {
+        return nullptr;
+    }
+    CountResource(1);
+    return std::calloc(1, bytes == 0 ? 1 : bytes);
 }
 
 HLOCAL LocalFree(HLOCAL memory) {
+    CountResource(memory == nullptr ? 0 : -1);
     std::free(memory);
     return nullptr;
 }
@@ -173,7 +134,6 @@ int _wcsicmp(const wchar_t* a, const wchar_t* b) {
 }
 
 void GetLocalTime(SYSTEMTIME* now) {
-    IsScriptedToFail("GetLocalTime");
     *now = localTime;
 }
 
@@ -192,10 +152,13 @@ void Sleep(DWORD ms) {
 DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* zone) {
     *zone = {};
     zone->Bias = zoneBias;
-    return zoneResult;
+    return Fails("GetTimeZoneInformation") ? TIME_ZONE_ID_INVALID : zoneResult;
 }
 
 BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
+    if (Fails("FileTimeToSystemTime")) {
+        return FALSE;
+    }
     const uint64_t ticks = (static_cast<uint64_t>(fileTime->dwHighDateTime) << 32) | fileTime->dwLowDateTime;
     const time_t seconds = static_cast<time_t>(ticks / 10000000) - 11644473600;
     tm parts = {};
@@ -207,53 +170,30 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
     return TRUE;
 }
 
-HANDLE CreateThread(void*, size_t, LPTHREAD_START_ROUTINE routine, void* argument, DWORD flags, DWORD*) {
-    auto thread = std::make_unique<Thread>();
-    thread->state->routine = routine;
-    thread->state->argument = argument;
-    thread->state->started = (flags & CREATE_SUSPENDED) == 0;
-    auto* shared = new std::shared_ptr<ThreadState>(thread->state);
-    pthread_t id = {};
-    if (IsScriptedToFail("CreateThread") || pthread_create(&id, nullptr, RunThread, shared) != 0) {
-        delete shared;
-        return nullptr;
-    }
-    pthread_detach(id);
-    return static_cast<Closable*>(thread.release());
-}
-
-DWORD ResumeThread(HANDLE handle) {
-    ThreadState& thread = *static_cast<Thread*>(static_cast<Closable*>(handle))->state;
-    const std::lock_guard lock(thread.lock);
-    thread.started = true;
-    thread.changed.notify_all();
-    return 1;
-}
-
 HANDLE CreateEventW(void*, BOOL, BOOL, const wchar_t*) {
     return static_cast<Closable*>(new Event);
 }
 
-DWORD WaitForSingleObject(HANDLE handle, DWORD timeoutMs) {
-    if (dynamic_cast<Event*>(static_cast<Closable*>(handle)) != nullptr) {
-        return WaitForEvent(timeoutMs);
+DWORD WaitForSingleObject(HANDLE, DWORD timeoutMs) {
+    waitedMs.push_back(timeoutMs);
+    if (Fails("WaitForSingleObject")) {
+        lastError = ERROR_INVALID_HANDLE;
+        return WAIT_FAILED;
     }
-    const std::shared_ptr<ThreadState> thread = static_cast<Thread*>(static_cast<Closable*>(handle))->state;
-    std::unique_lock lock(thread->lock);
-    const auto ended = [&] { return thread->ended; };
-    if (timeoutMs == INFINITE) {
-        thread->changed.wait(lock, ended);
+    if (waits.empty()) {
         return WAIT_OBJECT_0;
     }
-    return thread->changed.wait_for(lock, std::chrono::milliseconds(timeoutMs), ended) ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
+    const WaitOutcome outcome = waits.front();
+    waits.erase(waits.begin());
+    tickCount += std::min(outcome.afterMs, timeoutMs);
+    lastError = outcome.error;
+    return outcome.afterMs > timeoutMs ? static_cast<DWORD>(WAIT_TIMEOUT) : outcome.result;
 }
 
 int MessageBoxW(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
+    if (Fails("MessageBoxW")) {
+        return 0;
+    }
     shownMessages.push_back({text, caption, flags});
     return messageAnswer;
-}
-
-BOOL MessageBeep(UINT) {
-    IsScriptedToFail("MessageBeep");
-    return TRUE;
 }

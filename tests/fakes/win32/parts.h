@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/system.h"
+#include "tests/fakes/faults.h"
 
 namespace fakes {
 
@@ -12,7 +13,10 @@ void ResetMessages();
 
 // Everything that CloseHandle accepts.
 struct Closable {
-    virtual ~Closable() = default;
+    Closable() { CountResource(1); }
+    Closable(const Closable&) = delete;
+    Closable& operator=(const Closable&) = delete;
+    virtual ~Closable() { CountResource(-1); }
 };
 
 }  // namespace fakes

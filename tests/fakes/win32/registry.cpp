@@ -42,25 +42,33 @@ void ResetRegistry() {
 }  // namespace fakes
 
 LONG RegOpenKeyExW(HKEY, const wchar_t* name, DWORD, DWORD, HKEY* key) {
+    if (fakes::Fails("RegOpenKeyExW")) {
+        return ERROR_ACCESS_DENIED;
+    }
     const auto found = keys.find(Lower(name));
-    if (fakes::IsScriptedToFail("RegOpenKeyExW") || found == keys.end()) {
+    if (found == keys.end()) {
         return ERROR_FILE_NOT_FOUND;
     }
     *key = &found->second;
+    fakes::CountResource(1);
     return ERROR_SUCCESS;
 }
 
 LONG RegCreateKeyExW(HKEY, const wchar_t* name, DWORD, wchar_t*, DWORD, DWORD, void*, HKEY* key, DWORD*) {
-    if (fakes::IsScriptedToFail("RegCreateKeyExW")) {
+    if (fakes::Fails("RegCreateKeyExW")) {
         return ERROR_ACCESS_DENIED;
     }
     *key = &keys[Lower(name)];
+    fakes::CountResource(1);
     return ERROR_SUCCESS;
 }
 
 LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* data, DWORD* bytes) {
+    if (fakes::Fails("RegQueryValueExW")) {
+        return ERROR_ACCESS_DENIED;
+    }
     const auto found = key->values.find(Lower(name));
-    if (fakes::IsScriptedToFail("RegQueryValueExW") || found == key->values.end()) {
+    if (found == key->values.end()) {
         return ERROR_FILE_NOT_FOUND;
     }
     const Value& value = found->second;
@@ -79,17 +87,14 @@ LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* 
 }
 
 LONG RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD type, const BYTE* data, DWORD bytes) {
-    if (fakes::IsScriptedToFail("RegSetValueExW")) {
+    if (fakes::Fails("RegSetValueExW")) {
         return ERROR_ACCESS_DENIED;
     }
     key->values[Lower(name)] = {type, std::vector<BYTE>(data, data + bytes)};
     return ERROR_SUCCESS;
 }
 
-LONG RegDeleteValueW(HKEY key, const wchar_t* name) {
-    return key->values.erase(Lower(name)) == 0 ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
-}
-
 LONG RegCloseKey(HKEY) {
+    fakes::CountResource(-1);
     return ERROR_SUCCESS;
 }

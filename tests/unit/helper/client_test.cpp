@@ -40,25 +40,20 @@ bool HasLease() {
 }  // namespace
 
 TEST(LinuxHelper, Without_an_address_everything_says_no_at_once) {
-    const struct {
-        const char* port;
-        const char* token;
-    } rows[] = {
-        {nullptr, nullptr},
+    const std::pair<const char*, const char*> rows[] = {
         {"40000", nullptr},
         {nullptr, kToken},
+        {"", kToken},
         {"0", kToken},
         {"65536", kToken},
-        {"400000", kToken},
+        {"4000000000", kToken},
         {"40x", kToken},
         {"40000", "0011223"},
-        {"", kToken},
-        {"4000000000", kToken},
         {"40000", "g0112233445566778899aabbccddeeff"},
         {"40000", "00112233445566778899aabbccddeeff00"},
     };
-    for (const auto& row : rows) {
-        SetHelper(row.port, row.token);
+    for (const auto& [port, token] : rows) {
+        SetHelper(port, token);
         wchar_t name[kHelperNameUnits] = L"kept";
         uint8_t value[4] = {};
         size_t bytes = 9;
@@ -79,18 +74,15 @@ TEST(LinuxHelper, A_lease_arrives_and_one_connection_serves_all_requests) {
     Server server(LeaseAnswer);
     HelperLeaseState state;
     EXPECT_TRUE(HasHelper());
-    const DWORD passed = Timed([&] {
-        for (int i = 0; i < 200; ++i) {
-            ASSERT_TRUE(HelperLease("eth0", state));
-        }
-    });
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_TRUE(HelperLease("eth0", state));
+    }
     EXPECT_TRUE(state.dhcp);
     EXPECT_EQ(0x0A000001u, state.server);
     EXPECT_EQ(100u, state.obtained);
     EXPECT_EQ(200u, state.expires);
     EXPECT_EQ(1, server.connections);
     EXPECT_FALSE(server.saidNonsense);
-    printf("200 requests: %lu ms\n", passed);
 }
 
 TEST(LinuxHelper, A_silent_helper_costs_one_bound_then_nothing_until_the_pause_is_over) {
@@ -106,16 +98,8 @@ TEST(LinuxHelper, A_silent_helper_costs_one_bound_then_nothing_until_the_pause_i
     EXPECT_LT(next, kAtOnceMs);
     Sleep(kHelperPauseMs + 50);
     EXPECT_GE(Timed([] { EXPECT_FALSE(HasLease()); }) + 30, kHelperQueryMs);
-    printf("silent helper: %lu ms, then 20 requests in %lu ms\n", first, next);
-}
-
-TEST(LinuxHelper, A_helper_that_is_not_there_fails_at_once) {
     { const Server gone; }
-    char port[8];
-    GetEnvironmentVariableA("QUORVANE_HELPER_PORT", port, sizeof(port));
-    const DWORD passed = Timed([] { EXPECT_FALSE(HasLease()); });
-    EXPECT_LT(passed, kHelperConnectMs + kAtOnceMs);
-    printf("nobody at port %s: %lu ms\n", port, passed);
+    EXPECT_LT(Timed([] { EXPECT_FALSE(HasLease()); }), kHelperConnectMs + kAtOnceMs) << "one that is not there";
 }
 
 TEST(LinuxHelper, Nonsense_is_not_believed_and_ends_the_connection) {
@@ -126,34 +110,28 @@ TEST(LinuxHelper, Nonsense_is_not_believed_and_ends_the_connection) {
             return message;
         };
     };
-    const struct {
-        const char* what;
-        Answer answer;
-        bool takesTheBound;
-    } rows[] = {
-        {"another sequence", changed(8, 0xEE), false},
-        {"another kind", changed(6, 2), false},
-        {"no answer", changed(7, 0), false},
-        {"another version", changed(4, 9), false},
-        {"a body beyond all limits", changed(2, 0xFF), false},
-        {"a body beyond the client's", changed(1, 0xF0), false},
-        {"a longer body than comes", changed(0, 30), true},
-        {"half an answer",
-         [](const auto& header, const auto& body) {
-             Bytes message = LeaseAnswer(header, body);
-             message.resize(20);
-             return message;
-         },
-         true},
-        {"closed instead", [](const auto&, const auto&) { return Bytes(); }, false},
-        {"a result with something behind", Value(3), false},
+    const auto half = [](const MessageHeader& header, const Bytes& body) {
+        Bytes message = LeaseAnswer(header, body);
+        message.resize(20);
+        return message;
     };
-    for (const auto& row : rows) {
-        Server server(row.answer);
+    const std::tuple<const char*, Answer, DWORD> rows[] = {
+        {"another sequence", changed(8, 0xEE), 0},
+        {"another kind", changed(6, 2), 0},
+        {"no answer", changed(7, 0), 0},
+        {"another version", changed(4, 9), 0},
+        {"a body beyond all limits", changed(2, 0xFF), 0},
+        {"a body beyond the client's", changed(1, 0xF0), 0},
+        {"a longer body than comes", changed(0, 30), kHelperQueryMs},
+        {"half an answer", half, kHelperQueryMs},
+        {"closed instead", [](const auto&, const auto&) { return Bytes(); }, 0},
+        {"a result with something behind", Value(3), 0},
+    };
+    for (const auto& [what, answer, boundMs] : rows) {
+        Server server(answer);
         HelperLeaseState state;
-        const DWORD passed = Timed([&] { EXPECT_FALSE(HelperLease("eth0", state)) << row.what; });
+        EXPECT_LT(Timed([&] { EXPECT_FALSE(HelperLease("eth0", state)) << what; }), boundMs + kAtOnceMs) << what;
         EXPECT_FALSE(state.dhcp);
-        EXPECT_LT(passed, (row.takesTheBound ? kHelperQueryMs : 0) + kAtOnceMs) << row.what;
     }
 }
 
@@ -181,43 +159,31 @@ TEST(LinuxHelper, Release_and_renewal_hand_their_result_on_and_do_not_heed_the_p
         EXPECT_FALSE(server.saidNonsense);
     }
     bool closes = true;
-    Server server(
-        [&](const MessageHeader& header, const Bytes& body) { return closes ? Bytes() : Result(0)(header, body); });
+    Server server([&](const MessageHeader& header, const Bytes& body) {
+        Sleep(closes ? 0 : kHelperQueryMs * 4);  // a query would not wait so long
+        return closes ? Bytes() : Result(0)(header, body);
+    });
     EXPECT_FALSE(HasLease());
     closes = false;
     EXPECT_FALSE(HasLease());
     EXPECT_EQ(0u, HelperRenew("eth0"));
 }
 
-TEST(LinuxHelper, A_late_renewal_is_waited_for_longer_than_a_query) {
-    Server server([](const MessageHeader& header, const Bytes& body) {
-        Sleep(kHelperQueryMs * 4);
-        return Result(0)(header, body);
-    });
-    EXPECT_EQ(0u, HelperRenew("eth0"));
-}
-
 TEST(LinuxHelper, Values_up_to_the_buffer_arrive_and_longer_ones_do_not) {
     uint8_t value[kHelperValueBytes];
-    const struct {
-        size_t space, sent;
-        DWORD result;
-    } rows[] = {
-        {sizeof(value), 0, 0},
-        {4, 4, 0},
-        {4, 5, ERROR_INSUFFICIENT_BUFFER},
-        {1008, 1008, 0},
-        {sizeof(value), sizeof(value), 0},
-        {sizeof(value), 60000, ERROR_GEN_FAILURE},
-    };
-    for (const auto& row : rows) {
-        Server server(Value(row.sent));
+    const std::tuple<size_t, size_t, DWORD> rows[] = {{sizeof(value), 0, 0},
+                                                      {4, 4, 0},
+                                                      {4, 5, ERROR_INSUFFICIENT_BUFFER},
+                                                      {sizeof(value), sizeof(value), 0},
+                                                      {sizeof(value), 60000, ERROR_GEN_FAILURE}};
+    for (const auto& [space, sent, result] : rows) {
+        Server server(Value(sent));
         memset(value, 0, sizeof(value));
         size_t bytes = 77;
-        EXPECT_EQ(row.result, HelperRadioQuery(L"wlan0", 0x0D010217, std::span(value, row.space), bytes)) << row.sent;
-        EXPECT_EQ(row.result == 0 ? row.sent : 77, bytes);
-        EXPECT_EQ(row.result == 0 && row.sent > 0 ? 0x5A : 0, value[0]);
-        EXPECT_EQ(0, row.sent < sizeof(value) ? value[row.sent] : 0);
+        EXPECT_EQ(result, HelperRadioQuery(L"wlan0", 0x0D010217, std::span(value, space), bytes)) << sent;
+        EXPECT_EQ(result == 0 ? sent : 77, bytes);
+        EXPECT_EQ(result == 0 && sent > 0 ? 0x5A : 0, value[0]);
+        EXPECT_EQ(0, sent < sizeof(value) ? value[sent] : 0);
     }
 }
 
@@ -225,16 +191,12 @@ TEST(LinuxHelper, A_name_that_no_interface_has_is_not_sent) {
     Server server(LeaseAnswer);
     HelperLeaseState state;
     size_t bytes = 0;
-    uint8_t value[4];
-    for (const char* name : {"", "-r", "a/b", "sixteen--letters", "{00000004-0000-0000-0000-000000000000}"}) {
+    for (const char* name : {"", "-r", "{00000004-0000-0000-0000-000000000000}"}) {
         EXPECT_FALSE(HelperLease(name, state)) << name;
     }
-    for (const wchar_t* name : {L"", L"wl\x00E4n0", L"sixteen--letters"}) {
-        EXPECT_EQ(static_cast<DWORD>(ERROR_GEN_FAILURE), HelperRadioQuery(name, 1, value, bytes));
-        EXPECT_EQ(static_cast<DWORD>(ERROR_GEN_FAILURE), HelperRadioSet(name, 1, {}));
-    }
+    EXPECT_EQ(static_cast<DWORD>(ERROR_GEN_FAILURE), HelperRadioQuery(L"wl\x00E4n0", 1, {}, bytes));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_GEN_FAILURE), HelperRadioSet(L"sixteen--letters", 1, {}));
     EXPECT_EQ(0, server.connections);
-    EXPECT_TRUE(HelperLease("eth0", state));
 }
 
 TEST(LinuxHelper, The_radios_name_and_driver_arrive_as_wide_text) {

@@ -39,13 +39,6 @@ AccessPoint Parsed(const Bytes& message) {
     return accessPoint;
 }
 
-AccessPoint WithSignal(uint8_t number, int32_t signalDbm) {
-    AccessPoint accessPoint;
-    accessPoint.bssid[5] = number;
-    accessPoint.signalDbm = signalDbm;
-    return accessPoint;
-}
-
 uint32_t FieldAt(const NdisValue& value, size_t offset) {
     uint32_t number = 0;
     memcpy(&number, value.data() + offset, sizeof(number));
@@ -61,16 +54,11 @@ TEST(Nl80211Answers, An_access_point_becomes_an_NDIS_entry_at_the_known_offsets)
     const NdisValue list = BssidListValue(std::span(&accessPoint, 1), 1008);
     ASSERT_EQ(4 + kBssidEntryBytes, list.size());
     EXPECT_EQ(1u, FieldAt(list, 0));
-    const struct {
-        size_t offset;
-        uint32_t number;
-    } rows[] = {
-        {0, 104},      {12, 4},  {48, 1},   {52, static_cast<uint32_t>(-66)},
-        {56, 3},       {60, 32}, {64, 100}, {68, 0},
-        {72, 2437000}, {76, 0},  {88, 0},   {92, 1},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.number, FieldAt(list, 4 + row.offset)) << row.offset;
+    const std::pair<size_t, uint32_t> fields[] = {{0, 104},      {12, 4},  {48, 1},   {52, static_cast<uint32_t>(-66)},
+                                                  {56, 3},       {60, 32}, {64, 100}, {68, 0},
+                                                  {72, 2437000}, {76, 0},  {88, 0},   {92, 1}};
+    for (const auto& [offset, number] : fields) {
+        EXPECT_EQ(number, FieldAt(list, 4 + offset)) << offset;
     }
     EXPECT_TRUE(std::equal(kAddress.begin(), kAddress.end(), list.begin() + 8));
     EXPECT_EQ(0, memcmp(list.data() + 4 + 16, "home\0", 5));
@@ -99,7 +87,6 @@ TEST(Nl80211Answers, Security_is_told_from_the_elements) {
         {"WPA2", 0x11, Element(48, wpa2Server), 6, 6},
         {"WPA3 is told as WPA2-PSK", 0x11, Element(48, sae), 7, 6},
         {"both: the better", 0x11, Element(48, kWpa2Psk) + Element(221, wpaBody), 7, 6},
-        {"the other order", 0x11, Element(221, wpaServer) + Element(48, kWpa2Psk), 7, 6},
         {"another vendor's element", 0x01, Element(221, {0, 0x50, 0xF2, 4, 1, 0}), 0, 1},
         {"a suite count beyond the end", 0x11, Element(48, {1, 0, 0, 0x0F, 0xAC, 4, 0xFF, 0xFF, 0, 0x0F}), 7, 4},
         {"an empty RSN element", 0x11, Element(48, {}), 7, 4},
@@ -111,39 +98,26 @@ TEST(Nl80211Answers, Security_is_told_from_the_elements) {
     }
 }
 
-TEST(Nl80211Answers, The_network_type_follows_frequency_and_rates) {
-    const struct {
-        uint32_t megahertz;
-        Bytes rates;
-        uint32_t type;
-    } rows[] = {
+TEST(Nl80211Answers, The_network_type_follows_frequency_and_rates_the_mode_the_capability) {
+    const std::tuple<uint32_t, Bytes, uint32_t> rows[] = {
         {2412, {0x82, 0x84, 0x0B, 0x16}, 1},
         {2412, {0x82, 0x84, 0x0B, 0x16, 0x0C}, 3},
         {2412, {0x82, 0x84, 0x8B, 0x96, 0xFF, 0xFA}, 1},  // membership selectors are no rates
         {2484, {0x82}, 1},
         {5180, {0x8C, 0x12, 0x98}, 2},
         {5955, {0x8C}, 2},
-        {2437, {0x6C}, 3},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.type, NetworkType(Parsed(ScanMessage(Element(1, row.rates), 1, row.megahertz)))) << row.megahertz;
+    for (const auto& [megahertz, rates, type] : rows) {
+        EXPECT_EQ(type, NetworkType(Parsed(ScanMessage(Element(1, rates), 1, megahertz)))) << megahertz;
     }
-}
-
-TEST(Nl80211Answers, An_ad_hoc_network_has_its_mode_and_ATIM_window) {
-    const AccessPoint accessPoint = Parsed(ScanMessage(Element(6, {0x2C, 0x01}), 0x02));
-    const NdisValue configuration = ConfigurationValue(accessPoint);
-    EXPECT_EQ(0u, InfrastructureMode(accessPoint));
-    ASSERT_EQ(32u, configuration.size());
-    EXPECT_EQ(300u, FieldAt(configuration, 8));
+    const AccessPoint adHoc = Parsed(ScanMessage(Element(6, {0x2C, 0x01}), 0x02));
+    EXPECT_EQ(0u, InfrastructureMode(adHoc));
+    EXPECT_EQ(300u, FieldAt(ConfigurationValue(adHoc), 8));  // ATIM window
 }
 
 TEST(Nl80211Answers, Names_may_be_hidden_long_and_of_any_bytes) {
     const std::string thirtyTwo(32, 'x');
-    const struct {
-        Bytes elements;
-        std::string ssid;
-    } rows[] = {
+    const std::pair<Bytes, std::string> rows[] = {
         {Element(0, {}), ""},
         {Element(0, Bytes(7, 0)), ""},
         {Element(0, Text(thirtyTwo)), thirtyTwo},
@@ -151,10 +125,9 @@ TEST(Nl80211Answers, Names_may_be_hidden_long_and_of_any_bytes) {
         {Element(0, {0xC3, 0xA9, 0, 1}), std::string("\xC3\xA9\0\1", 4)},
         {{0, 9, 'c', 'u', 't'}, ""},
         {{0}, ""},
-        {{}, ""},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.ssid, Parsed(ScanMessage(row.elements)).ssid);
+    for (const auto& [elements, ssid] : rows) {
+        EXPECT_EQ(ssid, Parsed(ScanMessage(elements)).ssid);
     }
     EXPECT_EQ(36u, SsidValue(std::string(40, 'x')).size());
     EXPECT_EQ(32u, FieldAt(SsidValue(std::string(40, 'x')), 0));
@@ -171,16 +144,13 @@ TEST(Nl80211Answers, A_signal_without_unit_is_scaled_and_a_missing_one_is_none) 
     EXPECT_EQ(-50, signalOf(Number<uint8_t>(NL80211_BSS_SIGNAL_UNSPEC, 255)));
 }
 
-TEST(Nl80211Answers, Interfaces_and_stations_are_read) {
+TEST(Nl80211Answers, Interfaces_and_stations_need_their_number) {
     WirelessInterface interface;
     const Bytes name = Attribute(NL80211_ATTR_IFNAME, Text("wlan0") + Bytes{0});
     const Bytes type = Number<uint32_t>(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_STATION);
     EXPECT_FALSE(ParseInterface(name + type, interface));
     ASSERT_TRUE(ParseInterface(Number<uint32_t>(NL80211_ATTR_IFINDEX, 3) + name + type, interface));
-    EXPECT_EQ("wlan0", interface.name);
-    EXPECT_TRUE(interface.isStation);
-    EXPECT_FALSE(interface.isAdHoc);
-
+    EXPECT_TRUE(interface.name == "wlan0" && interface.isStation && !interface.isAdHoc);
     Station station;
     const Bytes info = Attribute(NL80211_ATTR_STA_INFO | NLA_F_NESTED, Number<int8_t>(NL80211_STA_INFO_SIGNAL, -71));
     EXPECT_FALSE(ParseStation(info, station));
@@ -188,46 +158,25 @@ TEST(Nl80211Answers, Interfaces_and_stations_are_read) {
     EXPECT_EQ(-71, station.signalDbm);
 }
 
-TEST(Nl80211Answers, A_message_cut_or_changed_anywhere_is_survived) {
-    const Bytes whole = ScanMessage(Element(0, Text("home")) + Element(1, kRates) + Element(48, kWpa2Psk));
-    for (size_t i = 0; i < whole.size(); ++i) {
-        AccessPoint accessPoint;
-        // Exactly as long as said, so that a read beyond it is seen by the sanitizer.
-        const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(i));
-        ParseAccessPoint(cut, accessPoint);
-        for (const int value : {0, 1, 3, 0x7F, 0xFF}) {
-            Bytes changed = whole;
-            changed[i] = static_cast<uint8_t>(value);
-            ParseAccessPoint(changed, accessPoint);
-            EXPECT_LE(accessPoint.ssid.size(), kMaxSsidBytes);
-            EXPECT_EQ(4 + kBssidEntryBytes, BssidListValue(std::span(&accessPoint, 1), 1008).size());
-        }
-    }
-}
-
 TEST(BssidList, A_list_that_does_not_fit_keeps_the_strongest_in_their_order) {
     std::vector<AccessPoint> all;
     for (const int signal : {-90, -40, -60, -40, -85, -30, -60}) {
-        all.push_back(WithSignal(static_cast<uint8_t>(all.size()), signal));
+        AccessPoint& accessPoint = all.emplace_back();
+        accessPoint.bssid[5] = static_cast<uint8_t>(all.size() - 1);
+        accessPoint.signalDbm = signal;
     }
-    const struct {
-        size_t capacity;
-        std::vector<uint8_t> kept;
-    } rows[] = {
-        {4, {}},
+    const std::pair<size_t, std::vector<uint8_t>> rows[] = {
         {4 + 103, {}},
         {4 + 104, {5}},
-        {4 + 2 * 104, {1, 5}},
         {4 + 4 * 104, {1, 2, 3, 5}},
-        {4 + 7 * 104, {0, 1, 2, 3, 4, 5, 6}},
         {60000, {0, 1, 2, 3, 4, 5, 6}},
     };
-    for (const auto& row : rows) {
-        const NdisValue list = BssidListValue(all, row.capacity);
-        ASSERT_EQ(4 + row.kept.size() * kBssidEntryBytes, list.size());
-        EXPECT_EQ(row.kept.size(), FieldAt(list, 0));
-        for (size_t i = 0; i < row.kept.size(); ++i) {
-            EXPECT_EQ(row.kept[i], list[4 + i * kBssidEntryBytes + 4 + 5]);
+    for (const auto& [capacity, kept] : rows) {
+        const NdisValue list = BssidListValue(all, capacity);
+        ASSERT_EQ(4 + kept.size() * kBssidEntryBytes, list.size());
+        EXPECT_EQ(kept.size(), FieldAt(list, 0));
+        for (size_t i = 0; i < kept.size(); ++i) {
+            EXPECT_EQ(kept[i], list[4 + i * kBssidEntryBytes + 4 + 5]);
         }
     }
     EXPECT_TRUE(BssidListValue(all, 3).empty());
@@ -237,19 +186,16 @@ TEST(GenericNetlink, A_dump_brings_every_message_of_a_family_that_exists) {
     NetlinkMessages messages;
     ASSERT_EQ(0, DumpGenericNetlink("nlctrl", CTRL_CMD_GETFAMILY, 0, messages));
     const Bytes name = Attribute(CTRL_ATTR_FAMILY_NAME, Text("nlctrl") + Bytes{0});
-    const bool found = std::any_of(messages.begin(), messages.end(), [&](const Bytes& message) {
+    EXPECT_TRUE(std::any_of(messages.begin(), messages.end(), [&](const Bytes& message) {
         return std::search(message.begin(), message.end(), name.begin(), name.end()) != message.end();
-    });
-    EXPECT_TRUE(found);
+    }));
     EXPECT_EQ(ENOENT, DumpGenericNetlink("no-such-family", 1, 0, messages));
 }
 
 TEST(Radio, What_is_no_wireless_interface_has_no_values) {
     std::vector<uint8_t> value{1};
     EXPECT_EQ(helper_protocol::kResultGeneralFailure, QueryRadio("lo", 0x0D010206, 1008, value));
-    EXPECT_EQ(helper_protocol::kResultGeneralFailure, QueryRadio("lo", 0x0D010217, 1008, value));
     EXPECT_EQ(helper_protocol::kResultNotSupported, QueryRadio("lo", 0x00010101, 1008, value));
     EXPECT_EQ(helper_protocol::kResultGeneralFailure, SetRadio("lo", 0x0D01011A, {}));
-    EXPECT_EQ(helper_protocol::kResultNotSupported, SetRadio("lo", 0x0D010102, {}));
     EXPECT_EQ(1u, value.size());
 }

@@ -35,10 +35,7 @@ std::vector<DWORD> Arranged(const std::vector<DWORD>& ranks) {
 }  // namespace
 
 TEST(AdapterOrder, Default_routes_come_first_and_some_are_left_out) {
-    const struct {
-        std::vector<DWORD> ranks;
-        std::vector<DWORD> indices;
-    } rows[] = {
+    const std::pair<std::vector<DWORD>, std::vector<DWORD>> rows[] = {
         {{kWire}, {1}},
         {{kOut}, {}},
         {{kOut, kOut, kOut}, {}},
@@ -50,7 +47,7 @@ TEST(AdapterOrder, Default_routes_come_first_and_some_are_left_out) {
         {{kWire, kWireless, kAddress, kNone, kOut}, {1, 2, 3, 4}},
         {{platform::kRankHighestMetric, 0}, {2, 1}},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Arranged(row.ranks), row.indices);
+    for (const auto& [ranks, indices] : rows) {
+        EXPECT_EQ(Arranged(ranks), indices);
     }
 }

@@ -27,24 +27,14 @@ TEST(HostCommandLine, Reads_every_option) {
 }
 
 TEST(HostCommandLine, Refuses_what_it_does_not_understand) {
-    const std::vector<std::vector<std::wstring>> wrong = {{L"--sized"},
-                                                          {L"extra"},
-                                                          {L"--size"},
-                                                          {L"--size", L"240"},
-                                                          {L"--size", L"240x"},
-                                                          {L"--size", L"2x2"},
-                                                          {L"--size", L"1x320"},
-                                                          {L"--size", L"240x320x1"},
-                                                          {L"--size", L"2001x9"},
-                                                          {L"--tap", L"1;2"},
-                                                          {L"--tap", L"-1,2"},
-                                                          {L"--seconds", L"ten"},
-                                                          {L"--seconds", L"-1"},
-                                                          {L"--seconds", L""},
-                                                          {L"--reload", L"0"},
-                                                          {L"--library", L""},
-                                                          {L"--screenshot"},
-                                                          {L"--seconds", L"9999999999999"}};
+    std::vector<std::vector<std::wstring>> wrong = {{L"--sized"}, {L"extra"}, {L"--size"}, {L"--screenshot"}};
+    for (const wchar_t* size : {L"240", L"240x", L"2x2", L"1x320", L"240x320x1", L"2001x9"}) {
+        wrong.push_back({L"--size", size});
+    }
+    for (const wchar_t* seconds : {L"ten", L"-1", L"", L"9999999999999"}) {
+        wrong.push_back({L"--seconds", seconds});
+    }
+    wrong.insert(wrong.end(), {{L"--tap", L"1;2"}, {L"--tap", L"-1,2"}, {L"--reload", L"0"}, {L"--library", L""}});
     for (const std::vector<std::wstring>& arguments : wrong) {
         HostOptions options;
         std::wstring error;
