@@ -12,6 +12,7 @@ PROBE = f"{ROOT}/build/desktop/tests/probe.exe"
 class Control:
     kind: str
     enabled: bool
+    middle: tuple  # on the monitor
     text: str
 
 
@@ -42,8 +43,8 @@ class Tool:
         title, *lines = self.probe("dump", seconds).splitlines()
         controls = {}
         for line in lines:
-            number, kind, enabled, text = line.split("\t", 3)
-            controls.setdefault(int(number), Control(kind, enabled == "enabled", text))
+            number, kind, enabled, x, y, text = line.split("\t", 5)
+            controls.setdefault(int(number), Control(kind, enabled == "enabled", (int(x), int(y)), text))
         return title, controls
 
     def texts(self, *numbers):

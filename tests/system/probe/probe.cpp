@@ -1,8 +1,8 @@
 // probe.exe - reads and drives the dialogs of another program of the same session, for the system tests.
 //
 //   probe dump [SECONDS]       waits for a dialog that takes input (the topmost one; a message box is one, too) and
-//   prints
-//                              its title, then for each control: id, class, "enabled" or "disabled", text, by tabs
+//                              prints its title, then for each control: id, class, "enabled" or "disabled", the x and
+//                              y of its middle on the monitor, text, by tabs
 //   probe press ID [SECONDS]   presses a button of that dialog; returns at once
 //   probe set ID TEXT          puts a text into a control of it
 //   probe rows ID              the rows of a list view in it, columns by tabs
@@ -10,11 +10,15 @@
 //   probe post ID MESSAGE WPARAM LPARAM   the same without waiting for what it does
 //   probe screenshot FILE      writes what the dialog shows as a bitmap
 //   probe gone [SECONDS]       waits until no dialog takes input
+//   probe top                  the dialog that takes input now (0: none), and where it, or else the Today host's
+//                              screen, begins on the monitor: x, y
+//   probe usage                what the Today host holds: handles, GDI objects, USER objects, threads, KB
 //
 // SECONDS is 10 without being given. Ends with 1 when what it waits for does not come, with 2 when it is called
 // wrongly. Line ends and tabs inside a text come out as blanks.
 
-#include <windows.h>
+#include "platform/desktop/today_frame.h"
+#include "tests/system/probe/process_usage.h"
 
 #include <commctrl.h>
 
@@ -76,8 +80,11 @@ HWND WaitForDialog(double seconds) {
 }
 
 BOOL CALLBACK PrintControl(HWND control, LPARAM) {
-    printf("%d\t%s\t%s\t%s\n", GetDlgCtrlID(control), Utf8(ClassOf(control)).c_str(),
-           IsWindowEnabled(control) ? "enabled" : "disabled", TextOf(control).c_str());
+    RECT area = {};
+    GetWindowRect(control, &area);
+    printf("%d\t%s\t%s\t%ld\t%ld\t%s\n", GetDlgCtrlID(control), Utf8(ClassOf(control)).c_str(),
+           IsWindowEnabled(control) ? "enabled" : "disabled", (area.left + area.right) / 2,
+           (area.top + area.bottom) / 2, TextOf(control).c_str());
     return TRUE;
 }
 
@@ -190,6 +197,23 @@ int WaitUntilGone(double seconds) {
     return 0;
 }
 
+int ShowTop(HWND frame) {
+    HWND dialog = ActiveDialog();
+    POINT corner = {};
+    ClientToScreen(dialog != nullptr ? dialog : frame, &corner);
+    printf("%llu %ld %ld\n", reinterpret_cast<uintptr_t>(dialog), corner.x, corner.y);
+    return 0;
+}
+
+int ShowUsage(HWND frame) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(frame, &process);
+    HANDLE access = OpenProcess(PROCESS_ALL_ACCESS, FALSE, process);
+    const ProcessUsage usage = ReadUsage(access);
+    printf("%d %d %d %d %d\n", usage.handles, usage.gdiObjects, usage.userObjects, usage.threads, usage.kilobytes);
+    return 0;
+}
+
 int SendTo(HWND window, bool wait, wchar_t** arguments) {
     const auto message = static_cast<UINT>(wcstoul(arguments[0], nullptr, 0));
     const auto wParam = static_cast<WPARAM>(wcstoll(arguments[1], nullptr, 0));
@@ -214,6 +238,10 @@ int wmain(int count, wchar_t** arguments) {
     const double seconds = takesSeconds && count > secondsAt ? wcstod(arguments[secondsAt], nullptr) : kPatience;
     if (command == L"gone") {
         return WaitUntilGone(seconds);
+    }
+    if (command == L"top" || command == L"usage") {
+        HWND frame = FindWindowW(platform::kFrameClass, nullptr);
+        return frame == nullptr ? 1 : command == L"top" ? ShowTop(frame) : ShowUsage(frame);
     }
     HWND dialog = WaitForDialog(seconds);
     if (dialog == nullptr) {
