@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """bench/scan_soak.py [ROUNDS [HOSTS]] - so many scans (100) of so many hosts (60) in one program under Wine, on a network
-of namespaces. Prints what was wrong in any of them and what the scans cost. Needs root and the desktop build."""
+of namespaces. Prints what was wrong in any of them and what the scans cost. Needs root and the desktop build with the
+benchmarks, which bench/run makes."""
 import os
 import statistics
 import subprocess
@@ -8,8 +9,8 @@ import sys
 import threading
 import time
 
-from scan_networks import NamedNetwork
-from scan_test import expected_hosts, run_scans
+from scan_networks import NamedNetwork, run_scans
+from scan_test import expected_hosts
 from wine import WineSession
 
 TICKS = os.sysconf("SC_CLK_TCK")

@@ -1,17 +1,20 @@
-"""The item on a real adapter: what the kernel counted is what the month's log holds, whatever happens meanwhile."""
+"""The item on a real adapter when something breaks: what the kernel counted is what the month's log holds, or the log stays
+as it was. The ordinary day is day_test.py's."""
 import os
 import random
+import signal
 import time
 import unittest
 
 from network import Host, Network, wait_until
 from peers import MIB, Stream, transfer
-from wine import HOST, RECORD, SmallDisk, WineSession, read_log
+from wine import RECORD, ROOT, SmallDisk, WineSession, read_log
 
-BOUND_SECONDS = 400
+BOUND_SECONDS = 300
 TICK = 2.0
 LATE_TICK = 2.6  # one tick and some, on a busy machine
 READY = 20  # a host that was started has logged traffic within this time
+LIBRARY_PROBE, LIBRARY = f"{ROOT}/build/desktop/tests/library_probe.exe", f"{ROOT}/build/desktop/quorvane.dll"
 
 
 def this_hour():
@@ -42,32 +45,20 @@ class ItemTest(unittest.TestCase):
         self.host = self.wine.start_host("--size", "240x320", "--seconds", 300)
         return self.host
 
-    def assert_alive(self):
-        self.assertIsNone(self.host.poll(), "the host ended")
-
     def wait_for_growth(self):
         """The sums after the next write of a log."""
         before = self.wine.logged()
-
-        def grown():
-            self.assert_alive()
-            return (now := self.wine.logged()) != before and now
-
-        return wait_until(grown, READY, "the log grows")
+        return wait_until(lambda: (now := self.wine.logged()) != before and now, READY, "the log grows")
 
     def wait_for_rest(self):
         """(logged, counted) that belong together: a whole tick has brought nothing new."""
-        before, since = None, 0.0
 
         def rested():
-            nonlocal before, since
-            now = self.wine.logged(), self.net.counters()
-            if now != before:
-                before, since = now, time.monotonic()
-            return time.monotonic() - since > LATE_TICK
+            before = self.wine.logged(), self.net.counters()
+            time.sleep(LATE_TICK)
+            return before == (self.wine.logged(), self.net.counters()) and before
 
-        wait_until(rested, READY, "the adapter comes to rest", 0.1)
-        return before
+        return wait_until(rested, READY, "the adapter comes to rest")
 
     def start_and_rest(self):
         self.start_host()
@@ -86,18 +77,7 @@ class ItemTest(unittest.TestCase):
         while gains()[0] != gains()[1] and time.monotonic() < deadline:
             time.sleep(0.1)
         self.assertEqual(*gains())
-
-    def test_a_transfer_is_logged_as_the_kernel_counted_it(self):
-        self.enter()
-        logged, counted = self.start_and_rest()
-        transfer(self.net, 10, "device", 20 * MIB, "udp", 5)
-        transfer(self.net, "device", 10, 5 * MIB, "tcp", 2)
-        self.assert_logged_since(logged, counted)
-        received, transmitted = (now - before for before, now in zip(logged, self.wine.logged()))
-        self.assertTrue(20 * MIB < received < 22 * MIB and 5 * MIB < transmitted < 6 * MIB, (received, transmitted))
-        self.assertRegex(self.wine.value("Adapter"), r"^\{[0-9A-Fa-f-]{36}\}$")
-        self.assertEqual([self.wine.value(name) for name in ("XLocation", "TIcon", "TFormat")], [75, 1, 1])
-        self.assert_alive()
+        self.assertIsNone(self.host.poll(), "the host ended")
 
     def test_a_kill_at_any_moment_loses_at_most_the_tick_in_flight(self):
         self.enter()
@@ -125,7 +105,7 @@ class ItemTest(unittest.TestCase):
         self.assertLessEqual(len(changed), 1, "only the turn of the hour changes a second record")
         self.assertEqual(records[-1][2], 0)
 
-    def test_a_read_only_folder_loses_only_its_own_ticks(self):
+    def test_a_read_only_folder_or_a_full_disk_loses_only_its_own_ticks(self):
         disk = SmallDisk()
         self.enter(disk)
         logged, _ = self.start_and_rest()
@@ -136,12 +116,6 @@ class ItemTest(unittest.TestCase):
         disk.allow_writing(True)
         transfer(self.net, 10, "device", MIB)
         self.assert_logged_since(logged, counted)
-        self.assert_alive()
-
-    def test_a_full_disk_is_survived(self):
-        disk = SmallDisk()
-        self.enter(disk)
-        self.start_and_rest()
         os.unlink(self.wine.logs()[0])
         disk.fill()
         transfer(self.net, 10, "device", MIB, seconds=3)
@@ -151,7 +125,6 @@ class ItemTest(unittest.TestCase):
         disk.empty()
         transfer(self.net, 10, "device", MIB)
         self.assert_logged_since(logged, counted)
-        self.assert_alive()
 
     def test_a_cut_log_is_continued_behind_its_cut(self):
         self.enter()
@@ -165,13 +138,11 @@ class ItemTest(unittest.TestCase):
             data = file.read()
         self.assertTrue(data.startswith(content))
         # Behind the cut no record is found again: every tick adds one of its own.
-        added = list(RECORD.iter_unpack(data[len(content):]))
         hours.add(this_hour())
-        for day, hour, reserved, received, _ in added:
+        for day, hour, reserved, received, _ in RECORD.iter_unpack(data[len(content):]):
             self.assertIn((day, hour), hours)
             self.assertEqual(reserved, 0)
             self.assertTrue(0 < received < MIB)
-        self.assert_alive()
 
     def test_an_install_folder_that_is_missing_drops_ticks_until_it_is_there(self):
         self.enter()
@@ -182,54 +153,49 @@ class ItemTest(unittest.TestCase):
             # The first tick with traffic makes the default folders, wherever the log goes.
             wait_until(lambda: os.path.isdir(self.wine.data), READY, "the default folders")
             time.sleep(LATE_TICK)
-            self.assertEqual(os.listdir(self.wine.data), [])
-            self.assertFalse(os.path.exists(folder))
+            self.assertEqual((os.listdir(self.wine.data), os.path.exists(folder)), ([], False))
             os.mkdir(folder)
             wait_until(lambda: os.listdir(folder), READY, "the log")
         records, rest = read_log(f"{folder}/{os.listdir(folder)[0]}")
         self.assertEqual((len(records), rest), (1, b""))
-        self.assert_alive()
 
-    def test_sampling_recovers_when_the_adapter_goes_and_comes(self):
-        self.enter()
-        logged, counted = self.start_and_rest()
-        with self.subTest("down and up"):
-            self.net.switch_device(False)
-            time.sleep(LATE_TICK)
-            self.net.switch_device(True)
-            transfer(self.net, 10, "device", MIB)
-            self.assert_logged_since(logged, counted)
-        with self.subTest("deleted and made again under another index"):
-            logged, _ = self.wait_for_rest()
-            self.net.detach_device()
-            time.sleep(LATE_TICK)
-            self.assertEqual(self.wine.logged(), logged)
-            self.net.attach_device(index=77)
-            transfer(self.net, 10, "device", MIB)
-            self.assert_logged_since(logged, (0, 0))
-        self.assert_alive()
-
-    def test_a_host_without_adapter_waits_for_one(self):
+    def test_neither_a_missing_adapter_nor_a_hung_helper_stops_the_ticks(self):
         self.enter()
         self.net.detach_device()
+        helper = self.wine.start_helper()
         self.start_host()
         time.sleep(2 * LATE_TICK)
         self.assertEqual(self.wine.logs(), [])
         self.net.attach_device()
         with Stream(self.net, 10, "device"):
             self.wait_for_growth()
+            helper.send_signal(signal.SIGSTOP)
+            for _ in range(5):
+                started = time.monotonic()
+                self.wait_for_growth()
+                # One bound is 0.3 s; the machine may be busy.
+                self.assertLess(time.monotonic() - started, TICK + 1.5)
         self.assert_logged_since((0, 0), (0, 0))
-        self.assert_alive()
 
-    def test_the_library_is_loaded_and_unloaded_any_number_of_times(self):
+    def test_a_library_loaded_and_unloaded_any_number_of_times_leaves_nothing(self):
         self.enter()
-        even = r"^todayhost: (\d+) handles after the first round, \1 after round 50$"
-        rows = [(["--reload", "50"], even), (["--size", "480x640", "--reload", "50"], even), (["--seconds", "3"], "^$")]
-        for arguments, output in rows:
-            with self.subTest(arguments=arguments):
-                done = self.wine.run(HOST, *arguments)
-                self.assertEqual(done.returncode, 0)
-                self.assertRegex(done.stdout, output)
+        done = self.wine.run(LIBRARY_PROBE, "reload", "300", LIBRARY, timeout=200)
+        self.assertEqual(done.returncode, 0, done.stdout)
+        rounds = [list(map(int, line.split())) for line in done.stdout.splitlines()]
+        self.assertEqual([round[0] for round in rounds], [10, 100, 200, 300])
+        # Handles, GDI and USER objects, threads; in KB a tenth of what one icon of the strip lost with every paint is.
+        self.assertEqual(rounds[1][1:5], rounds[-1][1:5])
+        self.assertLess(rounds[-1][5] - rounds[1][5], 40)
+
+    def test_a_library_unloaded_during_a_scan_stays_until_the_last_worker_has_ended(self):
+        self.enter()
+        done = self.wine.run(LIBRARY_PROBE, "unload", LIBRARY)
+        self.assertEqual(done.returncode, 0, done.stdout)
+        lines = done.stdout.splitlines()
+        self.assertEqual(lines[:2], ["loaded 1", "loaded 0"])
+        before, after = map(int, lines[2].split()[1:])
+        self.assertGreater(before, 200)
+        self.assertLess(after, 20)
 
 
 if __name__ == "__main__":

@@ -1,14 +1,13 @@
 """A LAN of network namespaces: a bridge, the device under test, a gateway and hosts of chosen behaviour.
 
-Everything carries a prefix of its own, so several networks live side by side. A lock file held by the owner tells
-a living network from the remains of a dead one, which the next network clears away. Needs root.
+Everything carries a prefix with the owner's process id, so several networks live side by side, and the next network
+clears away what one of an owner that is gone left. Needs root.
 """
 import atexit
 import concurrent.futures
 import contextlib
 import ctypes
 import dataclasses
-import fcntl
 import glob
 import ipaddress
 import json
@@ -23,9 +22,8 @@ import tempfile
 import threading
 import time
 
-LOCKS = "/run/quorvane-network"
 CLONE_NEWNET = 0x40000000
-ECHO_REPLY, ECHO_REQUEST = 0, 8
+ECHO_REQUEST = 8
 _libc = ctypes.CDLL(None, use_errno=True)
 
 
@@ -93,7 +91,7 @@ class Network:
         self.resolver = resolver
         self.device_mac = "02:51:56:01:00:01"
         self.gateway_mac = "02:51:56:01:00:fe"
-        self.prefix = f"qv{os.getpid()}n{Network._count}-"
+        self.prefix = f"qn{os.getpid()}n{Network._count}-"
         Network._count += 1
         self._stack = contextlib.ExitStack()
         self._started = []
@@ -102,10 +100,6 @@ class Network:
 
     def __enter__(self):
         remove_remains()
-        os.makedirs(LOCKS, exist_ok=True)
-        self._lock_path = f"{LOCKS}/{self.prefix}"
-        self._lock = open(self._lock_path, "w")
-        fcntl.flock(self._lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
         self.folder = tempfile.mkdtemp(prefix=self.prefix)
         atexit.register(self.close)
         try:
@@ -119,15 +113,11 @@ class Network:
         self.close()
 
     def close(self):
-        if self._lock.closed:
-            return
         self._stack.close()
         for process in reversed(self._started):
             stop(process)
         _remove(self.prefix)
         shutil.rmtree(self.folder, ignore_errors=True)
-        os.unlink(self._lock_path)
-        self._lock.close()
         atexit.unregister(self.close)
 
     def _build(self):
@@ -269,20 +259,15 @@ class Network:
     def _answer_late(self, number, delay):
         link = self.socket(number, socket.SOCK_RAW, socket.IPPROTO_ICMP)
 
-        def answer(packet):
-            header = (packet[0] & 15) * 4
-            body = bytes([ECHO_REPLY, 0, 0, 0]) + packet[header + 4:]
-            reply = body[:2] + struct.pack("!H", _checksum(body)) + body[4:]
-            with contextlib.suppress(OSError):
-                link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
-
         def serve():
             with contextlib.suppress(OSError):
                 while packet := link.recv(2048):
-                    if packet[(packet[0] & 15) * 4] == ECHO_REQUEST:
-                        timer = threading.Timer(delay, answer, [packet])
-                        timer.daemon = True
-                        timer.start()
+                    header = (packet[0] & 15) * 4
+                    if packet[header] == ECHO_REQUEST:
+                        time.sleep(delay)
+                        body = bytes(4) + packet[header + 4:]
+                        reply = body[:2] + struct.pack("!H", _checksum(body)) + body[4:]
+                        link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
 
         serve_in_background(self, link, serve)
 
@@ -324,20 +309,18 @@ def stop(process, patience=3):
             stream.close()
 
 
+def owner_lives(prefix):
+    return os.path.exists("/proc/" + re.match(r"qn(\d+)n", prefix)[1])
+
+
 def remove_remains():
     """Clears away what networks of dead owners left."""
-    prefixes = {found[0] for name in os.listdir("/run/netns") if (found := re.match(r"qv\d+n\d+-", name))} \
-        if os.path.isdir("/run/netns") else set()
-    for prefix in prefixes:
-        try:
-            with open(f"{LOCKS}/{prefix}", "a") as lock:
-                fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
-                _remove(prefix)
-                os.unlink(lock.name)
-        except (BlockingIOError, FileNotFoundError):
-            continue
-        for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
-            shutil.rmtree(folder, ignore_errors=True)
+    names = os.listdir("/run/netns") if os.path.isdir("/run/netns") else []
+    for prefix in {found[0] for name in names if (found := re.match(r"qn\d+n\d+-", name))}:
+        if not owner_lives(prefix):
+            _remove(prefix)
+            for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
+                shutil.rmtree(folder, ignore_errors=True)
 
 
 def _remove(prefix):

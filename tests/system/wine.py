@@ -1,10 +1,12 @@
 """The Today host under Wine inside a Network: a session and a prefix of its own, its registry, its files."""
+import calendar
 import glob
 import os
 import resource
 import shutil
 import struct
 import subprocess
+import time
 
 import network
 
@@ -88,9 +90,10 @@ class WineSession:
         """Starts the Today host; the process returned is the Windows process itself, so killing it is a crash."""
         return self.net.start(self.place, ["wine", HOST, *map(str, arguments)], **self._options(options))
 
-    def start_helper(self):
-        """Starts the Linux helper in the session's namespace; programs started from now on find it."""
-        helper = self.net.start(self.place, [HELPER], stdout=subprocess.PIPE, text=True)
+    def start_helper(self, *before):
+        """Starts the Linux helper in the session's namespace; programs started from now on find it. `before` are words
+        of a command that starts it."""
+        helper = self.net.start(self.place, [*before, HELPER], stdout=subprocess.PIPE, text=True)
         for name in ("QUORVANE_HELPER_PORT", "QUORVANE_HELPER_TOKEN"):
             self.variables[name] = helper.stdout.readline().strip().removeprefix(f"export {name}=")
         return helper
@@ -124,6 +127,23 @@ class WineSession:
 
     def documents(self):
         return next(iter(glob.glob(f"{self.folder}/drive_c/users/*/Documents")))
+
+
+class Clock:
+    """The time of day of programs started with its `environment`; it stands still for nobody else."""
+
+    def __init__(self, net):
+        library, self.file = f"{net.folder}/clock_shift.so", f"{net.folder}/clock"
+        subprocess.run(["g++", "-O1", "-shared", "-fPIC", "-fno-threadsafe-statics", "-o", library,
+                        f"{ROOT}/tests/system/clock_shift.cpp"], check=True)
+        self.set(time.gmtime())
+        self.environment = {"LD_PRELOAD": library, "QUORVANE_CLOCK": self.file}
+
+    def set(self, moment):
+        """A moment as time.gmtime gives it, in UTC. Running programs have it at once."""
+        self.moment = moment
+        with open(self.file, "r+b" if os.path.exists(self.file) else "wb") as file:
+            file.write(struct.pack("<q", calendar.timegm(moment) - int(time.time())))
 
 
 class SmallDisk:
@@ -164,7 +184,7 @@ def _remove_remains():
     """Deletes the prefixes of networks that are gone."""
     for path in glob.glob(f"{ROOT}/build/wine*/system-*"):
         prefix = os.path.basename(path).removeprefix("system-").rsplit("-", 1)[0] + "-"
-        if os.path.exists(f"{network.LOCKS}/{prefix}"):
+        if network.owner_lives(prefix):
             continue
         if os.path.isdir(path):
             subprocess.run(["umount", "-l", f"{path}/{DATA_FOLDER}"], stderr=subprocess.DEVNULL)
