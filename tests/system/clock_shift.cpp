@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
-#include <sys/time.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -31,17 +30,4 @@ extern "C" int clock_gettime(clockid_t clock, timespec* now) noexcept {
         now->tv_sec += Shift();
     }
     return static_cast<int>(result);
-}
-
-extern "C" int gettimeofday(timeval* now, void*) noexcept {
-    timespec exact;
-    const int result = clock_gettime(CLOCK_REALTIME, &exact);
-    *now = {exact.tv_sec, exact.tv_nsec / 1000};
-    return result;
-}
-
-extern "C" time_t time(time_t* out) noexcept {
-    timespec now;
-    clock_gettime(CLOCK_REALTIME, &now);
-    return out != nullptr ? *out = now.tv_sec : now.tv_sec;
 }
