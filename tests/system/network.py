@@ -131,8 +131,8 @@ class Network:
             links += self._port(host.number, host.hardware)
         self.ip("lan", *links)
         self.ip("gateway", "link set lo up", "link set eth0 up", f"addr add {self.address('gateway')}/24 dev eth0")
-        # Refusals of the gateway are wanted every time, not once a second.
-        self.sysctl("gateway", {"net/ipv4/ip_forward": 1, "net/ipv4/icmp_ratelimit": 0})
+        # Refusals of the gateway are wanted every time, whatever other networks of this machine send meanwhile.
+        self.sysctl("gateway", {"net/ipv4/ip_forward": 1, "net/ipv4/icmp_ratemask": 0})
         with concurrent.futures.ThreadPoolExecutor(4) as pool:
             list(pool.map(self._raise_host, self.hosts.values()))
         self.ip("device", "link set lo up")
