@@ -14,7 +14,6 @@ from peers import DhcpClient, DhcpServer, EchoServer, NetbiosPeers, ask_node_sta
 from tool import (ADAPTER, CARD, DETECTOR, DHCP, GRAPH, OK, PING, SCANNER, SCREEN_BOTTOM, SIGNAL, USAGE, Tool)
 from wine import ROOT, Clock, WineSession, read_log
 
-BOUND_SECONDS = 500
 TICK = 2.0
 LAST_DAY = "2027-02-28"
 LEASE_SECONDS = 7200

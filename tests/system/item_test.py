@@ -9,7 +9,6 @@ from network import Host, Network, wait_until
 from peers import Stream
 from wine import RECORD, ROOT, WineSession, read_log
 
-BOUND_SECONDS = 300
 TICK = 2.0
 LATE_TICK = 2.6  # one tick and some, on a busy machine
 READY = 20  # a host that was started has logged traffic within this time

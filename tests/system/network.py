@@ -66,13 +66,12 @@ class Host:
     late (echo replies after `delay` seconds). `also`: further numbers on the same hardware address."""
     number: int
     behaviour: str = "answers"
-    mac: str = ""
     also: tuple = ()
     delay: float = 0.0
 
     @property
     def hardware(self):
-        return self.mac or f"02:51:56:00:00:{self.number:02x}"
+        return f"02:51:56:00:00:{self.number:02x}"
 
 
 def plain_hosts(count, taken=(1, 33)):
@@ -85,12 +84,11 @@ class Network:
     (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address."""
     _count = 0
 
-    def __init__(self, hosts=(), subnet="192.168.7", device_number=33, gateway_number=1, resolver=()):
+    device_mac, gateway_mac = "02:51:56:01:00:01", "02:51:56:01:00:fe"
+
+    def __init__(self, hosts=(), device_number=33):
         self.hosts = {host.number: host for host in hosts}
-        self.subnet, self.device_number, self.gateway_number = subnet, device_number, gateway_number
-        self.resolver = resolver
-        self.device_mac = "02:51:56:01:00:01"
-        self.gateway_mac = "02:51:56:01:00:fe"
+        self.device_number = device_number
         self.prefix = f"qn{os.getpid()}n{Network._count}-"
         Network._count += 1
         self._stack = contextlib.ExitStack()
@@ -138,18 +136,22 @@ class Network:
         self.ip("device", "link set lo up")
         self.attach_device()
         # A file of its own from the start: programs that are running see later changes of it, never the machine's.
-        self.set_resolver("device", *self.resolver)
+        self.set_resolver("device")
 
     def _port(self, place, mac):
         return [f"link add p{place} up master bridge type veth"
                 f" peer name eth0 address {mac} netns {self.namespace(place)}"]
 
     def _raise_host(self, host):
-        numbers = (host.number, *host.also)
         self.ip(host.number, "link set lo up", "link set eth0 up",
-                *[f"addr add {self.subnet}.{number}/24 dev eth0" for number in numbers],
+                *[f"addr add {self.address(number)}/24 dev eth0" for number in (host.number, *host.also)],
                 f"route add default via {self.address('gateway')}")
-        self.behave(host.number, host.behaviour, host.delay)
+        self.sysctl(host.number, {"net/ipv4/icmp_echo_ignore_all": int(host.behaviour in ("drops", "late"))})
+        if host.behaviour == "blackhole":
+            self.ip(host.number, f"route add blackhole {self.address('device')}/32")
+        elif host.behaviour == "late":
+            # This kernel need not have a delaying queue: replies are written by hand.
+            self._answer_late(host.number, host.delay)
 
     # Asking and telling
 
@@ -157,8 +159,8 @@ class Network:
         return f"{self.prefix}{place}"
 
     def address(self, place):
-        number = {"device": self.device_number, "gateway": self.gateway_number}.get(place, place)
-        return f"{self.subnet}.{number}"
+        numbers = {"device": self.device_number, "gateway": 1}
+        return f"192.168.7.{numbers.get(place, place)}"
 
     def ip(self, place, *commands):
         _batch(commands, self.namespace(place))
@@ -243,18 +245,7 @@ class Network:
 
         wait_until(forwards, 10, "the bridge forwards")
 
-    # Behaviours, also changed later
-
-    def behave(self, number, behaviour, delay=0.0):
-        quiet = behaviour in ("drops", "late")
-        self.sysctl(number, {"net/ipv4/icmp_echo_ignore_all": int(quiet)})
-        if behaviour == "blackhole":
-            self.ip(number, f"route add blackhole {self.address('device')}/32")
-        elif behaviour == "late":
-            # This kernel need not have a delaying queue: replies are written by hand.
-            self._answer_late(number, delay)
-        elif behaviour not in ("answers", "drops"):
-            raise ValueError(behaviour)
+    # Behaviours
 
     def _answer_late(self, number, delay):
         link = self.socket(number, socket.SOCK_RAW, socket.IPPROTO_ICMP)
@@ -352,7 +343,5 @@ def _batch(commands, namespace=None):
 
 def _checksum(data):
     total = sum(struct.unpack(f"!{len(data) // 2}H", data[:len(data) // 2 * 2]))
-    total += data[-1] << 8 if len(data) % 2 else 0
-    while total >> 16:
-        total = (total & 0xFFFF) + (total >> 16)
-    return ~total & 0xFFFF
+    total = (total & 0xFFFF) + (total >> 16)
+    return ~(total + (total >> 16)) & 0xFFFF

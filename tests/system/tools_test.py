@@ -11,7 +11,6 @@ from peers import DhcpClient, DhcpServer, EchoServer, ScriptedWebServer, http_an
 from tool import ADAPTER, DETECTOR, DHCP, PING, SCANNER, Tool
 from wine import WineSession, read_log
 
-BOUND_SECONDS = 400
 PRIMARY, FALLBACK, BLACK_HOLE = 10, 11, 12
 REAL_ADDRESS, DETECT_ADDRESS = 1083, 1084
 LEASE, RELEASE, RENEW = (1001, 1023, 1002, 1003, 1004), 1005, 1006
@@ -44,50 +43,35 @@ class PublicAddressTest(unittest.TestCase):
         self.assertEqual(shown, "198.51.100.9")
         self.assertGreater(seconds, 2, "the first name is that of a black hole")
 
-    def test_answers_of_every_kind(self):
-        long_page = b"<html>" + b"x" * 20000
-        rows = [  # pieces of the primary's answer, what is shown; the fallback answers 198.51.100.9
-            ([http_answer(b"203.0.113.7\r\n")], "203.0.113.7"),
-            ([http_answer(b"1" * 20)], "1" * 20),
-            ([http_answer(b"1" * 21)], "198.51.100.9"),
-            ([http_answer(b"\0" + long_page)], ""),
-            ([http_answer(long_page)], "198.51.100.9"),
-            ([http_answer(b"404", "404 Not Found")], "404"),
-            ([http_answer(b"203.", length=11), 0.3, b"0.113", 0.3, b".7"], "203.0.113.7"),
-            (["reset"], "198.51.100.9"),
-            ([b"SSH-2.0-OpenSSH\r\n"], "198.51.100.9"),
-            ([http_answer(b"203.0.113.7", length=20)], "203.0.113.7"),  # ends early: what came counts
-        ]
-        for pieces, expected in rows:
-            with self.subTest(pieces=[piece[:60] if isinstance(piece, bytes) else piece for piece in pieces]):
-                self.primary.pieces = pieces
-                self.primary.requests.clear()
-                shown, seconds = self.detect(self.net.address(PRIMARY), self.net.address(FALLBACK))
-                self.assertEqual(shown, expected)
-                self.assertLess(seconds, 5)
-                self.assertTrue(self.primary.requests[0].startswith(b"GET /ip/ip.php HTTP/1.1\r\n"))
-                self.assertIn(b"User-Agent: Microsoft Internet Explorer\r\n", self.primary.requests[0])
-
-    def test_dead_servers_cost_seconds(self):
+    def test_hostile_answers_are_passed_over_and_dead_servers_cost_seconds(self):
         self.net.refuse_by_gateway("10.99.0.0/16")
         address = self.net.address
-        rows = [  # the primary, the pieces that it serves
-            (address("gateway"), []),  # refuses
-            (address(99), []),         # nobody there
-            ("10.99.0.1", []),         # the gateway knows no route
-            ("no.such.name.invalid", []),
-            (address(PRIMARY), ["hold"]),                                        # silent after the request
-            (address(PRIMARY), [http_answer(b"", length=11)] + [b"2", 1] * 11),  # a byte a second
+        found, fallback = "203.0.113.7", "198.51.100.9"
+        rows = [  # the primary, the pieces that it serves, what is shown, seconds at most
+            (address(PRIMARY), [http_answer(b"203.", length=11), 0.3, b"0.113", 0.3, b".7\r\n"], found, 5),
+            (address(PRIMARY), [http_answer(b"203.0.113.7", length=20)], found, 5),  # ends early: what came counts
+            (address(PRIMARY), [http_answer(b"\0" + b"x" * 20000)], "", 5),
+            (address(PRIMARY), [http_answer(b"<html>" + b"x" * 20000)], fallback, 5),
+            (address(PRIMARY), [b"SSH-2.0-OpenSSH\r\n"], fallback, 5),
+            (address(PRIMARY), ["reset"], fallback, 5),
+            (address("gateway"), [], fallback, 5),  # refuses
+            (address(99), [], fallback, 12.5),      # nobody there
+            ("10.99.0.1", [], fallback, 12.5),      # the gateway knows no route
+            ("no.such.name.invalid", [], fallback, 12.5),
+            (address(PRIMARY), ["hold"], fallback, 12.5),                                        # silent
+            (address(PRIMARY), [http_answer(b"", length=11)] + [b"2", 1] * 11, fallback, 12.5),  # an octet a second
         ]
-        for primary, pieces in rows:
-            with self.subTest(primary=primary, pieces=len(pieces)):
+        for primary, pieces, expected, most in rows:
+            with self.subTest(primary=primary, pieces=[piece[:60] if isinstance(piece, bytes) else piece for piece in pieces]):
                 self.primary.pieces = pieces
                 shown, seconds = self.detect(primary, address(FALLBACK))
-                self.assertEqual(shown, "198.51.100.9")
-                self.assertLess(seconds, 12.5)
+                self.assertEqual(shown, expected)
+                self.assertLess(seconds, most)
         shown, seconds = self.detect(address(BLACK_HOLE), address(BLACK_HOLE))
         self.assertEqual(shown, "")
         self.assertLess(seconds, 25)
+        self.assertTrue(self.primary.requests[0].startswith(b"GET /ip/ip.php HTTP/1.1\r\n"))
+        self.assertIn(b"User-Agent: Microsoft Internet Explorer\r\n", self.primary.requests[0])
 
 
 class LeaseTest(unittest.TestCase):
