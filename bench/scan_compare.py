@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
 """bench/scan_compare.py [HOSTS...] - the detector's scan beside what a person would use instead, on the same network of
-namespaces (12, 60 and 200 hosts): the time to the complete list and what is in it. Needs root, the desktop build, fping,
+namespaces (12, 60 and 200 hosts): the time to the complete list and what is in it. Needs root, what bench/run builds, fping,
 nbtscan and nmap."""
 import re
 import sys
 import time
 
 from figures import Figures
-from scan_networks import NamedNetwork
-from scan_test import expected_hosts, run_scans
+from scan_networks import NamedNetwork, run_scans
+from scan_test import expected_hosts
 from wine import WineSession
 
 RUNS = 5

@@ -1,14 +1,15 @@
 #!/usr/bin/env python3
 """bench/scan_soak.py [ROUNDS [HOSTS]] - so many scans (100) of so many hosts (60) in one program under Wine, on a network
-of namespaces. Prints how often something was wrong in them and what the scans cost. Needs root and the desktop build."""
+of namespaces. Prints how often something was wrong in them and what the scans cost. Needs root and what bench/run
+builds."""
 import os
 import subprocess
 import sys
 import threading
 
 from figures import Figures
-from scan_networks import NamedNetwork
-from scan_test import expected_hosts, run_scans
+from scan_networks import NamedNetwork, run_scans
+from scan_test import expected_hosts
 from wine import WineSession
 
 TICKS = os.sysconf("SC_CLK_TCK")

@@ -25,9 +25,8 @@ void DrawStart(HDC context, const RECT& area) {
     const int side = 16 * scale;
     const int top = (area.bottom - side) / 2;
     if (HANDLE icon =
-            LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kProgramIcon), IMAGE_ICON, side, side, 0)) {
+            LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kProgramIcon), IMAGE_ICON, side, side, LR_SHARED)) {
         DrawIconEx(context, 4 * scale, top, static_cast<HICON>(icon), side, side, 0, nullptr, DI_NORMAL);
-        DestroyIcon(static_cast<HICON>(icon));
     }
     RECT text = area;
     text.left = scale == 1 ? kNormalStartLeft : kHiResStartLeft;

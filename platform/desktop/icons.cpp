@@ -1,4 +1,6 @@
 // A desktop's LoadIconW stretches every icon to the system's icon size; loading without a wanted size keeps its own.
+// What is drawn again and again is loaded shared, which the system keeps until the module goes: Wine 8 loses 96 bytes
+// with every other icon that is loaded and destroyed, with one a tick some megabytes a day.
 
 #include "platform/icons.h"
 
@@ -9,9 +11,8 @@ HICON LoadModuleIcon(HINSTANCE instance, int icon) {
 }
 
 void DrawModuleIcon(HDC context, HINSTANCE instance, int icon, int x, int y) {
-    if (HICON loaded = LoadModuleIcon(instance, icon)) {
-        DrawIconEx(context, x, y, loaded, 0, 0, 0, nullptr, DI_NORMAL);
-        DestroyIcon(loaded);
+    if (HANDLE loaded = LoadImageW(instance, MAKEINTRESOURCEW(icon), IMAGE_ICON, 0, 0, LR_SHARED)) {
+        DrawIconEx(context, x, y, static_cast<HICON>(loaded), 0, 0, 0, nullptr, DI_NORMAL);
     }
 }
 

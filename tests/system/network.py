@@ -1,14 +1,13 @@
 """A LAN of network namespaces: a bridge, the device under test, a gateway and hosts of chosen behaviour.
 
-Everything carries a prefix of its own, so several networks live side by side. A lock file held by the owner tells
-a living network from the remains of a dead one, which the next network clears away. Needs root.
+Everything carries a prefix with the owner's process id, so several networks live side by side, and the next network
+clears away what one of an owner that is gone left. Needs root.
 """
 import atexit
 import concurrent.futures
 import contextlib
 import ctypes
 import dataclasses
-import fcntl
 import glob
 import ipaddress
 import json
@@ -23,9 +22,8 @@ import tempfile
 import threading
 import time
 
-LOCKS = "/run/quorvane-network"
 CLONE_NEWNET = 0x40000000
-ECHO_REPLY, ECHO_REQUEST = 0, 8
+ECHO_REQUEST = 8
 _libc = ctypes.CDLL(None, use_errno=True)
 
 
@@ -68,13 +66,12 @@ class Host:
     late (echo replies after `delay` seconds). `also`: further numbers on the same hardware address."""
     number: int
     behaviour: str = "answers"
-    mac: str = ""
     also: tuple = ()
     delay: float = 0.0
 
     @property
     def hardware(self):
-        return self.mac or f"02:51:56:00:00:{self.number:02x}"
+        return f"02:51:56:00:00:{self.number:02x}"
 
 
 def plain_hosts(count, taken=(1, 33)):
@@ -87,13 +84,12 @@ class Network:
     (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address."""
     _count = 0
 
-    def __init__(self, hosts=(), subnet="192.168.7", device_number=33, gateway_number=1, resolver=()):
+    device_mac, gateway_mac = "02:51:56:01:00:01", "02:51:56:01:00:fe"
+
+    def __init__(self, hosts=(), device_number=33):
         self.hosts = {host.number: host for host in hosts}
-        self.subnet, self.device_number, self.gateway_number = subnet, device_number, gateway_number
-        self.resolver = resolver
-        self.device_mac = "02:51:56:01:00:01"
-        self.gateway_mac = "02:51:56:01:00:fe"
-        self.prefix = f"qv{os.getpid()}n{Network._count}-"
+        self.device_number = device_number
+        self.prefix = f"qn{os.getpid()}n{Network._count}-"
         Network._count += 1
         self._stack = contextlib.ExitStack()
         self._started = []
@@ -102,10 +98,6 @@ class Network:
 
     def __enter__(self):
         remove_remains()
-        os.makedirs(LOCKS, exist_ok=True)
-        self._lock_path = f"{LOCKS}/{self.prefix}"
-        self._lock = open(self._lock_path, "w")
-        fcntl.flock(self._lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
         self.folder = tempfile.mkdtemp(prefix=self.prefix)
         atexit.register(self.close)
         try:
@@ -119,15 +111,11 @@ class Network:
         self.close()
 
     def close(self):
-        if self._lock.closed:
-            return
         self._stack.close()
         for process in reversed(self._started):
             stop(process)
         _remove(self.prefix)
         shutil.rmtree(self.folder, ignore_errors=True)
-        os.unlink(self._lock_path)
-        self._lock.close()
         atexit.unregister(self.close)
 
     def _build(self):
@@ -141,25 +129,29 @@ class Network:
             links += self._port(host.number, host.hardware)
         self.ip("lan", *links)
         self.ip("gateway", "link set lo up", "link set eth0 up", f"addr add {self.address('gateway')}/24 dev eth0")
-        # Refusals of the gateway are wanted every time, not once a second.
-        self.sysctl("gateway", {"net/ipv4/ip_forward": 1, "net/ipv4/icmp_ratelimit": 0})
+        # Refusals of the gateway are wanted every time, whatever other networks of this machine send meanwhile.
+        self.sysctl("gateway", {"net/ipv4/ip_forward": 1, "net/ipv4/icmp_ratemask": 0})
         with concurrent.futures.ThreadPoolExecutor(4) as pool:
             list(pool.map(self._raise_host, self.hosts.values()))
         self.ip("device", "link set lo up")
         self.attach_device()
         # A file of its own from the start: programs that are running see later changes of it, never the machine's.
-        self.set_resolver("device", *self.resolver)
+        self.set_resolver("device")
 
     def _port(self, place, mac):
         return [f"link add p{place} up master bridge type veth"
                 f" peer name eth0 address {mac} netns {self.namespace(place)}"]
 
     def _raise_host(self, host):
-        numbers = (host.number, *host.also)
         self.ip(host.number, "link set lo up", "link set eth0 up",
-                *[f"addr add {self.subnet}.{number}/24 dev eth0" for number in numbers],
+                *[f"addr add {self.address(number)}/24 dev eth0" for number in (host.number, *host.also)],
                 f"route add default via {self.address('gateway')}")
-        self.behave(host.number, host.behaviour, host.delay)
+        self.sysctl(host.number, {"net/ipv4/icmp_echo_ignore_all": int(host.behaviour in ("drops", "late"))})
+        if host.behaviour == "blackhole":
+            self.ip(host.number, f"route add blackhole {self.address('device')}/32")
+        elif host.behaviour == "late":
+            # This kernel need not have a delaying queue: replies are written by hand.
+            self._answer_late(host.number, host.delay)
 
     # Asking and telling
 
@@ -167,8 +159,8 @@ class Network:
         return f"{self.prefix}{place}"
 
     def address(self, place):
-        number = {"device": self.device_number, "gateway": self.gateway_number}.get(place, place)
-        return f"{self.subnet}.{number}"
+        numbers = {"device": self.device_number, "gateway": 1}
+        return f"192.168.7.{numbers.get(place, place)}"
 
     def ip(self, place, *commands):
         _batch(commands, self.namespace(place))
@@ -253,36 +245,20 @@ class Network:
 
         wait_until(forwards, 10, "the bridge forwards")
 
-    # Behaviours, also changed later
-
-    def behave(self, number, behaviour, delay=0.0):
-        quiet = behaviour in ("drops", "late")
-        self.sysctl(number, {"net/ipv4/icmp_echo_ignore_all": int(quiet)})
-        if behaviour == "blackhole":
-            self.ip(number, f"route add blackhole {self.address('device')}/32")
-        elif behaviour == "late":
-            # This kernel need not have a delaying queue: replies are written by hand.
-            self._answer_late(number, delay)
-        elif behaviour not in ("answers", "drops"):
-            raise ValueError(behaviour)
+    # Behaviours
 
     def _answer_late(self, number, delay):
         link = self.socket(number, socket.SOCK_RAW, socket.IPPROTO_ICMP)
 
-        def answer(packet):
-            header = (packet[0] & 15) * 4
-            body = bytes([ECHO_REPLY, 0, 0, 0]) + packet[header + 4:]
-            reply = body[:2] + struct.pack("!H", _checksum(body)) + body[4:]
-            with contextlib.suppress(OSError):
-                link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
-
         def serve():
             with contextlib.suppress(OSError):
                 while packet := link.recv(2048):
-                    if packet[(packet[0] & 15) * 4] == ECHO_REQUEST:
-                        timer = threading.Timer(delay, answer, [packet])
-                        timer.daemon = True
-                        timer.start()
+                    header = (packet[0] & 15) * 4
+                    if packet[header] == ECHO_REQUEST:
+                        time.sleep(delay)
+                        body = bytes(4) + packet[header + 4:]
+                        reply = body[:2] + struct.pack("!H", _checksum(body)) + body[4:]
+                        link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
 
         serve_in_background(self, link, serve)
 
@@ -324,20 +300,18 @@ def stop(process, patience=3):
             stream.close()
 
 
+def owner_lives(prefix):
+    return os.path.exists("/proc/" + re.match(r"qn(\d+)n", prefix)[1])
+
+
 def remove_remains():
     """Clears away what networks of dead owners left."""
-    prefixes = {found[0] for name in os.listdir("/run/netns") if (found := re.match(r"qv\d+n\d+-", name))} \
-        if os.path.isdir("/run/netns") else set()
-    for prefix in prefixes:
-        try:
-            with open(f"{LOCKS}/{prefix}", "a") as lock:
-                fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
-                _remove(prefix)
-                os.unlink(lock.name)
-        except (BlockingIOError, FileNotFoundError):
-            continue
-        for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
-            shutil.rmtree(folder, ignore_errors=True)
+    names = os.listdir("/run/netns") if os.path.isdir("/run/netns") else []
+    for prefix in {found[0] for name in names if (found := re.match(r"qn\d+n\d+-", name))}:
+        if not owner_lives(prefix):
+            _remove(prefix)
+            for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
+                shutil.rmtree(folder, ignore_errors=True)
 
 
 def _remove(prefix):
@@ -369,7 +343,5 @@ def _batch(commands, namespace=None):
 
 def _checksum(data):
     total = sum(struct.unpack(f"!{len(data) // 2}H", data[:len(data) // 2 * 2]))
-    total += data[-1] << 8 if len(data) % 2 else 0
-    while total >> 16:
-        total = (total & 0xFFFF) + (total >> 16)
-    return ~total & 0xFFFF
+    total = (total & 0xFFFF) + (total >> 16)
+    return ~(total + (total >> 16)) & 0xFFFF

@@ -1,10 +1,12 @@
 """The Today host under Wine inside a Network: a session and a prefix of its own, its registry, its files."""
+import calendar
 import glob
 import os
 import resource
 import shutil
 import struct
 import subprocess
+import time
 
 import network
 
@@ -35,11 +37,10 @@ def read_log(path):
 
 
 class WineSession:
-    """with WineSession(net) as wine: the processes of this session see the network of that place and nothing else.
-    `prepare` is called with the prefix's folder before the session starts, for instance to mount something there."""
+    """with WineSession(net) as wine: the processes of this session see the network of that place and nothing else."""
 
-    def __init__(self, net, place="device", prepare=None, **environment):
-        self.net, self.place, self.prepare = net, place, prepare
+    def __init__(self, net, place="device", **environment):
+        self.net, self.place = net, place
         self.name = f"system-{net.prefix}{place}"
         self.environment = environment
 
@@ -48,8 +49,6 @@ class WineSession:
         self.folder = _tool("make", self.name)
         self.net.at_close(self.close)
         self.data = f"{self.folder}/{DATA_FOLDER}"
-        if self.prepare:
-            self.prepare(self)
         self.start_session()
         return self
 
@@ -88,9 +87,10 @@ class WineSession:
         """Starts the Today host; the process returned is the Windows process itself, so killing it is a crash."""
         return self.net.start(self.place, ["wine", HOST, *map(str, arguments)], **self._options(options))
 
-    def start_helper(self):
-        """Starts the Linux helper in the session's namespace; programs started from now on find it."""
-        helper = self.net.start(self.place, [HELPER], stdout=subprocess.PIPE, text=True)
+    def start_helper(self, *before):
+        """Starts the Linux helper in the session's namespace; programs started from now on find it. `before` are words
+        of a command that starts it."""
+        helper = self.net.start(self.place, [*before, HELPER], stdout=subprocess.PIPE, text=True)
         for name in ("QUORVANE_HELPER_PORT", "QUORVANE_HELPER_TOKEN"):
             self.variables[name] = helper.stdout.readline().strip().removeprefix(f"export {name}=")
         return helper
@@ -122,52 +122,31 @@ class WineSession:
         records = [record for path in self.logs() for record in read_log(path)[0]]
         return sum(record[3] for record in records), sum(record[4] for record in records)
 
-    def documents(self):
-        return next(iter(glob.glob(f"{self.folder}/drive_c/users/*/Documents")))
 
+class Clock:
+    """The time of day of programs started with its `environment`; it stands still for nobody else."""
 
-class SmallDisk:
-    """A disk of its own for the data folder, which can become full or read-only. Use as `prepare` of a session."""
+    def __init__(self, net):
+        library, self.file = f"{net.folder}/clock_shift.so", f"{net.folder}/clock"
+        subprocess.run(["g++", "-O1", "-shared", "-fPIC", "-fno-threadsafe-statics", "-o", library,
+                        f"{ROOT}/tests/system/clock_shift.cpp"], check=True)
+        self.set(time.gmtime())
+        self.environment = {"LD_PRELOAD": library, "QUORVANE_CLOCK": self.file}
 
-    def __call__(self, session):
-        self.folder = session.data
-        os.makedirs(self.folder)
-        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "quorvane-test", self.folder], check=True)
-        # Whether the session or the network ends first, the mount is gone before its folder is deleted.
-        session_close = session.close
-
-        def close():
-            subprocess.run(["umount", "-l", self.folder], stderr=subprocess.DEVNULL)
-            session_close()
-
-        session.close = close
-        session.net.at_close(close)
-
-    def allow_writing(self, allowed):
-        command = ["mount", "-o", f"remount,{'rw' if allowed else 'ro'}", self.folder]
-        # Refused while a file there is open for writing, which is a moment of every tick.
-        network.wait_until(lambda: not subprocess.run(command, stderr=subprocess.DEVNULL).returncode, 5, "the remount")
-
-    def fill(self):
-        with open(f"{self.folder}/filler", "wb", buffering=0) as file:
-            try:
-                while file.write(b"f" * 4096):
-                    pass
-            except OSError:
-                return
-
-    def empty(self):
-        os.unlink(f"{self.folder}/filler")
+    def set(self, moment):
+        """A moment as time.gmtime gives it, in UTC. Running programs have it at once."""
+        self.moment = moment
+        with open(self.file, "r+b" if os.path.exists(self.file) else "wb") as file:
+            file.write(struct.pack("<q", calendar.timegm(moment) - int(time.time())))
 
 
 def _remove_remains():
     """Deletes the prefixes of networks that are gone."""
     for path in glob.glob(f"{ROOT}/build/wine*/system-*"):
         prefix = os.path.basename(path).removeprefix("system-").rsplit("-", 1)[0] + "-"
-        if os.path.exists(f"{network.LOCKS}/{prefix}"):
+        if network.owner_lives(prefix):
             continue
         if os.path.isdir(path):
-            subprocess.run(["umount", "-l", f"{path}/{DATA_FOLDER}"], stderr=subprocess.DEVNULL)
             shutil.rmtree(path, ignore_errors=True)
         else:
             os.unlink(path)

@@ -1,20 +1,20 @@
 // probe.exe - reads and drives the dialogs of another program of the same session, for the system tests.
 //
 //   probe dump [SECONDS]       waits for a dialog that takes input (the topmost one; a message box is one, too) and
-//   prints
-//                              its title, then for each control: id, class, "enabled" or "disabled", text, by tabs
-//   probe press ID [SECONDS]   presses a button of that dialog; returns at once
+//                              prints its title, then for each control: id, class, "enabled" or "disabled", the x and
+//                              y of its middle on the monitor, text, by tabs
+//   probe press ID             presses a button of that dialog; returns at once
 //   probe set ID TEXT          puts a text into a control of it
 //   probe rows ID              the rows of a list view in it, columns by tabs
-//   probe send ID MESSAGE WPARAM LPARAM   sends a message to a control of it (ID 0: to the dialog), prints the result
-//   probe post ID MESSAGE WPARAM LPARAM   the same without waiting for what it does
-//   probe screenshot FILE      writes what the dialog shows as a bitmap
-//   probe gone [SECONDS]       waits until no dialog takes input
+//   probe top                  the dialog that takes input now (0: none), and where it, or else the Today host's
+//                              screen, begins on the monitor: x, y
+//   probe usage                what the Today host holds: handles, GDI objects, USER objects, threads, KB
 //
 // SECONDS is 10 without being given. Ends with 1 when what it waits for does not come, with 2 when it is called
 // wrongly. Line ends and tabs inside a text come out as blanks.
 
-#include <windows.h>
+#include "platform/desktop/today_frame.h"
+#include "tests/system/probe/process_usage.h"
 
 #include <commctrl.h>
 
@@ -76,8 +76,11 @@ HWND WaitForDialog(double seconds) {
 }
 
 BOOL CALLBACK PrintControl(HWND control, LPARAM) {
-    printf("%d\t%s\t%s\t%s\n", GetDlgCtrlID(control), Utf8(ClassOf(control)).c_str(),
-           IsWindowEnabled(control) ? "enabled" : "disabled", TextOf(control).c_str());
+    RECT area = {};
+    GetWindowRect(control, &area);
+    printf("%d\t%s\t%s\t%ld\t%ld\t%s\n", GetDlgCtrlID(control), Utf8(ClassOf(control)).c_str(),
+           IsWindowEnabled(control) ? "enabled" : "disabled", (area.left + area.right) / 2,
+           (area.top + area.bottom) / 2, TextOf(control).c_str());
     return TRUE;
 }
 
@@ -142,63 +145,20 @@ int PrintRows(HWND list) {
     return 0;
 }
 
-// A 24-bit bitmap, bottom row first.
-int Screenshot(HWND dialog, const wchar_t* path) {
-    RECT area = {};
-    GetWindowRect(dialog, &area);
-    BITMAPINFOHEADER info = {};
-    info.biSize = sizeof(info);
-    info.biWidth = area.right - area.left;
-    info.biHeight = area.bottom - area.top;
-    info.biPlanes = 1;
-    info.biBitCount = 24;
-    const LONG stride = (info.biWidth * 3 + 3) & ~3L;
-    std::vector<char> pixels(static_cast<size_t>(stride * info.biHeight));
-    HDC source = GetWindowDC(dialog);
-    HDC memory = CreateCompatibleDC(source);
-    HBITMAP bitmap = CreateCompatibleBitmap(source, info.biWidth, info.biHeight);
-    HGDIOBJ previous = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, info.biWidth, info.biHeight, source, 0, 0, SRCCOPY);
-    SelectObject(memory, previous);
-    GetDIBits(memory, bitmap, 0, static_cast<UINT>(info.biHeight), pixels.data(), reinterpret_cast<BITMAPINFO*>(&info),
-              DIB_RGB_COLORS);
-    FILE* file = _wfopen(path, L"wb");
-    if (file == nullptr) {
-        return 1;
-    }
-    const DWORD start = 14 + sizeof(info);
-    const DWORD sizes[] = {start + static_cast<DWORD>(pixels.size()), 0, start};
-    fwrite("BM", 1, 2, file);
-    fwrite(sizes, 1, sizeof(sizes), file);
-    fwrite(&info, 1, sizeof(info), file);
-    fwrite(pixels.data(), 1, pixels.size(), file);
-    fclose(file);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(dialog, source);
+int ShowTop(HWND frame) {
+    HWND dialog = ActiveDialog();
+    POINT corner = {};
+    ClientToScreen(dialog != nullptr ? dialog : frame, &corner);
+    printf("%llu %ld %ld\n", reinterpret_cast<uintptr_t>(dialog), corner.x, corner.y);
     return 0;
 }
 
-int WaitUntilGone(double seconds) {
-    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds * 1000);
-    while (ActiveDialog() != nullptr) {
-        if (GetTickCount64() > end) {
-            return 1;
-        }
-        Sleep(20);
-    }
-    return 0;
-}
-
-int SendTo(HWND window, bool wait, wchar_t** arguments) {
-    const auto message = static_cast<UINT>(wcstoul(arguments[0], nullptr, 0));
-    const auto wParam = static_cast<WPARAM>(wcstoll(arguments[1], nullptr, 0));
-    const auto lParam = static_cast<LPARAM>(wcstoll(arguments[2], nullptr, 0));
-    if (!wait) {
-        return PostMessageW(window, message, wParam, lParam) ? 0 : 1;
-    }
-    const LRESULT result = SendMessageW(window, message, wParam, lParam);
-    printf("%lld\n", static_cast<long long>(result));
+int ShowUsage(HWND frame) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(frame, &process);
+    HANDLE access = OpenProcess(PROCESS_ALL_ACCESS, FALSE, process);
+    const ProcessUsage usage = ReadUsage(access);
+    printf("%d %d %d %d %d\n", usage.handles, usage.gdiObjects, usage.userObjects, usage.threads, usage.kilobytes);
     return 0;
 }
 
@@ -207,37 +167,28 @@ int SendTo(HWND window, bool wait, wchar_t** arguments) {
 int wmain(int count, wchar_t** arguments) {
     constexpr double kPatience = 10;
     const std::wstring command = count > 1 ? arguments[1] : L"";
-    const bool takesId =
-        command == L"press" || command == L"set" || command == L"rows" || command == L"send" || command == L"post";
-    const int secondsAt = takesId ? 3 : 2;
-    const bool takesSeconds = command == L"dump" || command == L"press" || command == L"gone";
-    const double seconds = takesSeconds && count > secondsAt ? wcstod(arguments[secondsAt], nullptr) : kPatience;
-    if (command == L"gone") {
-        return WaitUntilGone(seconds);
+    HWND frame = FindWindowW(platform::kFrameClass, nullptr);
+    if (command == L"top" || command == L"usage") {
+        return frame == nullptr ? 1 : command == L"top" ? ShowTop(frame) : ShowUsage(frame);
     }
-    HWND dialog = WaitForDialog(seconds);
+    const bool dump = command == L"dump";
+    HWND dialog = WaitForDialog(dump && count > 2 ? wcstod(arguments[2], nullptr) : kPatience);
     if (dialog == nullptr) {
         return 1;
     }
-    const int id = takesId && count > 2 ? _wtoi(arguments[2]) : 0;
-    HWND control = id != 0 ? FindControl(dialog, id) : dialog;
-    if (command == L"dump") {
+    if (dump) {
         return Dump(dialog);
     }
-    if (command == L"press" && count > 2) {
+    const int id = count > 2 ? _wtoi(arguments[2]) : 0;
+    HWND control = FindControl(dialog, id);
+    if (command == L"press") {
         return Press(control, id);
+    }
+    if (command == L"rows") {
+        return PrintRows(control);
     }
     if (command == L"set" && count > 3) {
         return SendMessageW(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(arguments[3])) ? 0 : 1;
-    }
-    if (command == L"rows" && count > 2) {
-        return PrintRows(control);
-    }
-    if ((command == L"send" || command == L"post") && count > 5) {
-        return SendTo(control, command == L"send", arguments + 3);
-    }
-    if (command == L"screenshot" && count > 2) {
-        return Screenshot(dialog, arguments[2]);
     }
     return 2;
 }

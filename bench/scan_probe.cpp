@@ -1,20 +1,9 @@
-// scan_probe.exe - runs the detector's scan in a program of its own, for the system tests and the benchmarks.
-//
-//   scan_probe scan ROUNDS     a scan after the other; for each, a line a host that answered: "host", the ms after
-//   which
-//                              it was complete, address, hardware address or "-", name in hexadecimal digits or "-";
-//                              then "round" with the ms of the whole scan and how many hosts stayed pending. At the
-//                              end "left" with the threads and handles more than before, ms of processor time, and KB
-//                              of the largest working set.
-//   scan_probe unload DLL      opens the detector of that library by a tap, starts a scan, closes the dialog, unloads
-//   the
-//                              library while the workers run, and waits for them. Prints "loaded" 1 or 0 right
-//                              after unloading and at the end.
+// scan_probe.exe ROUNDS - runs the detector's scan in a program of its own, one scan after the other. For each, a line
+// a host that answered: "host", the ms after which it was complete, address, hardware address or "-", name in
+// hexadecimal digits or "-"; then "round" with the ms of the whole scan and how many hosts stayed pending. At the end
+// "left" with the threads and handles more than before, ms of processor time, and KB of the largest working set.
 
 #include "diagnostics/scan.h"
-#include "platform/desktop/today_frame.h"
-#include "platform/today.h"
-#include "resources/resource_ids.h"
 
 #include <psapi.h>
 #include <tlhelp32.h>
@@ -136,64 +125,8 @@ int Scan(int rounds) {
     return 0;
 }
 
-void CALLBACK DriveDetector(HWND, UINT, UINT_PTR timer, DWORD) {
-    static bool detecting = false;
-    HWND dialog = FindWindowW(L"#32770", nullptr);
-    if (dialog == nullptr) {
-        return;
-    }
-    if (!detecting) {
-        detecting = true;
-        SendMessageW(dialog, WM_COMMAND, IDC_DETECTOR_DETECT, 0);
-        return;
-    }
-    KillTimer(nullptr, timer);
-    SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-}
-
-HWND CreateFrame() {
-    WNDCLASSW frame = {};
-    frame.lpfnWndProc = DefWindowProcW;
-    frame.hInstance = GetModuleHandleW(nullptr);
-    frame.lpszClassName = platform::kFrameClass;
-    RegisterClassW(&frame);
-    return CreateWindowExW(0, frame.lpszClassName, L"Today", WS_POPUP | WS_VISIBLE, 0, 0, 240, 320, nullptr, nullptr,
-                           frame.hInstance, nullptr);
-}
-
-int Unload(const wchar_t* path) {
-    constexpr LPARAM kDetectorIcon = MAKELPARAM(190, 10);
-    constexpr DWORD kBoundMs = 20000;
-    using Initialize = HWND (*)(TODAYLISTITEM*, HWND);
-    HWND frame = CreateFrame();  // first: the library measures the screen when it is loaded
-    HMODULE library = LoadLibraryW(path);
-    const auto initialize = reinterpret_cast<Initialize>(GetProcAddress(library, MAKEINTRESOURCEA(240)));
-    TODAYLISTITEM record = {};
-    record.fEnabled = TRUE;
-    record.hinstDLL = library;
-    HWND item = initialize(&record, frame);
-    SetTimer(nullptr, 0, 300, DriveDetector);
-    SendMessageW(item, WM_LBUTTONUP, 0, kDetectorIcon);
-    const int threads = CountThreads();
-    DestroyWindow(item);
-    FreeLibrary(library);
-    printf("loaded %d\n", GetModuleHandleW(L"quorvane.dll") != nullptr);
-    fflush(stdout);
-    const DWORD start = GetTickCount();
-    while (GetModuleHandleW(L"quorvane.dll") != nullptr && GetTickCount() - start < kBoundMs) {
-        Sleep(20);
-    }
-    printf("loaded %d\n", GetModuleHandleW(L"quorvane.dll") != nullptr);
-    printf("threads %d %d\n", threads, CountThreads());
-    return 0;
-}
-
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    const std::wstring command = count > 2 ? arguments[1] : L"";
-    if (command == L"scan") {
-        return Scan(_wtoi(arguments[2]));
-    }
-    return command == L"unload" ? Unload(arguments[2]) : 2;
+    return count > 1 ? Scan(_wtoi(arguments[1])) : 2;
 }

@@ -1,0 +1,311 @@
+"""A day and two hours in the life of the real library: traffic in every hour of a scripted clock, a month that turns, and
+all that happens to a network meanwhile. Every tool is opened by taps, and what it shows stands beside what the kernel, the
+peers and their own files say."""
+import calendar
+import collections
+import json
+import os
+import re
+import time
+import unittest
+
+from network import Host, Network, wait_until
+from peers import DhcpClient, DhcpServer, EchoServer, NetbiosPeers, ask_node_status, transfer
+from tool import (ADAPTER, CARD, DETECTOR, DHCP, GRAPH, OK, PING, SCANNER, SCREEN_BOTTOM, SIGNAL, USAGE, Tool)
+from wine import ROOT, Clock, WineSession, read_log
+
+TICK = 2.0
+LAST_DAY = "2027-02-28"
+LEASE_SECONDS = 7200
+
+
+def as_mask(prefix_length):
+    bits = (1 << 32) - (1 << 32 - prefix_length)
+    return ".".join(str(bits >> shift & 255) for shift in (24, 16, 8, 0))
+
+
+def as_text(seconds):
+    parts = time.gmtime(seconds)
+    return time.strftime("%a. %b ", parts) + str(parts.tm_mday) + time.strftime(", %Y %H:%M:%S", parts)
+
+
+class DayTest(unittest.TestCase):
+    maxDiff = None
+
+    # The bookkeeping
+
+    def at(self, hour):
+        self.clock.set(time.gmtime(calendar.timegm(time.strptime(LAST_DAY, "%Y-%m-%d")) + hour * 3600 + 600))
+
+    def account(self):
+        """Books what the kernel counted since the last time to this hour, once the log has taken it."""
+
+        def agreed():
+            counted = self.net.counters()
+            gain = tuple(now - before for before, now in zip(self.counted, counted))
+            return self.wine.logged() == tuple(a + b for a, b in zip(self.booked, gain)) and (counted, gain)
+
+        self.counted, gain = wait_until(agreed, 15, "the log is what the kernel counted", 0.1)
+        self.book(gain)
+
+    def book(self, gain):
+        self.booked = tuple(a + b for a, b in zip(self.booked, gain))
+        hour = self.hours[time.strftime("%Y%m", self.clock.moment), self.clock.moment.tm_mday, self.clock.moment.tm_hour]
+        hour[0] += gain[0]
+        hour[1] += gain[1]
+
+    def send(self, hour):
+        transfer(self.net, 10, "device", 20_000 + 1_000 * hour)
+        transfer(self.net, "device", 10, 5_000 + 500 * hour)
+
+    def start_host(self):
+        """From when the adapter rests, all is accounted for; the first tick only looked."""
+        self.tool = self.enterContext(Tool(self.wine, **self.clock.environment))
+        time.sleep(TICK)
+
+        def rested():
+            before = self.net.counters(), self.wine.logged()
+            time.sleep(1.5 * TICK)
+            return before == (self.net.counters(), self.wine.logged()) and before
+
+        self.counted, logged = wait_until(rested, 30, "the adapter rests")
+        self.book([now - before for now, before in zip(logged, self.booked)])
+
+    # What other programs say
+
+    def ask_ip(self, *words):
+        return json.loads(self.net.run("device", ["ip", "-j", *words]).stdout)
+
+    def adapter(self):
+        """The fields of the adapter dialog: title, MAC, type, speed, address, mask, gateway, DNS."""
+        route = self.ask_ip("route", "show", "default")[0]
+        link, = self.ask_ip("link", "show", route["dev"])
+        address = self.ask_ip("-4", "addr", "show", route["dev"])[0]["addr_info"][0]
+        with open(f"/etc/netns/{self.net.namespace('device')}/resolv.conf") as file:
+            servers = re.findall(r"nameserver (\S+)", file.read())
+        megabits = int(self.net.run("device", ["cat", f"/sys/class/net/{route['dev']}/speed"]).stdout)
+        return [f"Adapter - {route['dev']}", link["address"].upper(), "ethernet", f"{min(megabits, 4294)} Mbps",
+                address["local"], as_mask(address["prefixlen"]), route["gateway"], servers[0]]
+
+    def lease(self):
+        """The lines of the DHCP dialog as dhclient's own lease file has them."""
+        with open(self.client.lease_file) as file:
+            last = file.read().rpartition("lease {")[2]
+        expires = calendar.timegm(time.strptime(re.search(r"expire \d (\S+ \S+);", last)[1], "%Y/%m/%d %H:%M:%S"))
+        return ["DHCP Information", re.search(r"fixed-address (\S+);", last)[1], self.net.address("gateway"),
+                as_text(expires - LEASE_SECONDS), as_text(expires)]
+
+    # What the tools say
+
+    def shows(self, expected, *numbers, seconds=20):
+        """The controls come to show that."""
+        end = time.monotonic() + seconds
+        while (shown := self.tool.texts(*numbers)) != expected and time.monotonic() < end:
+            time.sleep(0.1)
+        self.assertEqual(shown, expected)
+
+    def see_adapter(self):
+        self.tool.open(ADAPTER)
+        self.shows(self.adapter(), *range(1014, 1022))
+        self.tool.close()
+
+    def see_lease(self):
+        self.tool.open(DHCP)
+        self.shows(self.lease(), 1001, 1023, 1002, 1003, 1004)
+        self.assertEqual(self.tool.texts(1023), [self.client.address()])
+
+    def look_at_the_lease_and_the_public_address(self):
+        self.see_lease()
+        self.tool.tap(1084)
+        self.shows([self.client.address()], 1083)
+        self.assertIn(self.client.address(), self.echo.requests()[0])
+        self.tool.close()
+
+    def release_and_renew(self):
+        self.see_lease()
+        self.tool.tap(1005)
+        self.shows(["DHCP Information", "", "", "", ""], 1001, 1023, 1002, 1003, 1004)
+        self.assertEqual((self.client.address(), self.server.leases()), ("", []))
+        self.renew()
+        self.assertEqual([lease[2] for lease in self.server.leases()], self.tool.texts(1023))
+        self.tool.close()
+
+    def renew(self):
+        self.tool.tap(1006)
+        self.assertEqual(self.tool.answer(), (
+            "Infomation", "DHCP IP address renewed. Please wait a few seconds to take it effect."))
+        self.shows(self.lease(), 1001, 1023, 1002, 1003, 1004)
+        self.net.device_number = int(self.client.address().rpartition(".")[2])
+
+    def renew_at_another_server(self):
+        """The network's addresses are others now."""
+        self.server.stop()
+        os.unlink(self.server.lease_file)
+        self.server = DhcpServer(self.net, 200, 220, lease=str(LEASE_SECONDS))
+        self.see_lease()
+        self.renew()
+        self.tool.close()
+        self.assertIn(self.net.device_number, range(200, 221))
+        self.see_adapter()
+
+    def lose_the_server(self):
+        self.server.stop()
+        self.see_lease()
+        self.tool.tap(1006)
+        self.assertEqual(self.tool.answer(), ("Error", "Renew DHCP Address Error!"))
+        self.server = DhcpServer(self.net, 200, 220, lease=str(LEASE_SECONDS))
+        self.renew()
+        self.tool.close()
+
+    def switch_the_adapter_off_and_on(self):
+        self.account()
+        self.net.switch_device(False)
+        time.sleep(1.5 * TICK)
+        self.net.switch_device(True)
+        self.net.ip("device", f"route replace default via {self.net.address('gateway')}")
+
+    def change_the_adapter(self):
+        """It is pulled out and comes back under another index, with counters from 0."""
+        self.account()
+        self.net.run("device", self.client.command("-x"))  # or it goes on asking on the new adapter
+        self.net.detach_device()
+        time.sleep(1.5 * TICK)
+        self.net.attach_device(index=77)
+        self.counted = (0, 0)
+
+    def crash(self):
+        """Traffic while no host runs is nobody's."""
+        self.account()
+        self.tool.host.kill()
+        self.tool.host.wait()
+        self.send(0)
+        self.start_host()
+
+    def ping(self):
+        self.tool.open(PING)
+        for number in (10, 40, 99):
+            address = self.net.address(number)
+            pinged = self.net.run("device", ["ping", "-n", "-c1", "-W1", address]).stdout
+            hardware = self.net.neighbour(number).upper()
+            self.tool.probe("set", 1007, address)
+            self.tool.tap(1024)
+            wait_until(lambda: self.tool.texts(1025)[0] not in ("", "Pinging..."), 15, "the answer", 0.1)
+            status, trip, mac = self.tool.texts(1025, 1026, 1038)
+            if "1 received" in pinged:
+                self.assertEqual((status, mac), (f"Host ({address}) is alive", f"MAC Address: {hardware}"))
+                self.assertLess(int(re.match(r"Round Trip Time: (\d+) ms", trip)[1]), 1000)
+            else:
+                self.assertEqual(status, "Request timed out." if hardware else "Destination host unreachable.")
+        self.tool.close()
+        with open(f"{self.wine.data}/hosts.dat", "rb") as file:
+            self.assertIn(self.net.address(10).encode("utf-16-le"), file.read())
+
+    def detect(self):
+        NetbiosPeers(self.net, {2: "PRINTER"})
+        self.tool.open(DETECTOR)
+        self.assertFalse(self.tool.dialog()[1][1090].enabled)
+        self.tool.tap(1085)
+        answering = [1, 2, 10, self.net.device_number]
+        names = [b"".join(ask_node_status(self.net, "gateway", self.net.address(number))[:1]).decode()
+                 for number in answering]
+        self.assertEqual(names, ["", "PRINTER", "", ""])
+
+        def listed():
+            hardware = [*map(self.net.neighbour, answering[:3]), self.net.device_mac]
+            return self.tool.rows(1089) == [[name, self.net.address(number), mac.upper()]
+                                            for name, number, mac in zip(names, answering, hardware)]
+
+        wait_until(listed, 30, "the hosts in order", 0.2)
+        # A tap on the printer's row makes it safe.
+        x, y = self.tool.dialog()[1][1089].middle
+        self.tool.click(x - 60, y - 17)
+        caption, _ = self.tool.answer(6)
+        self.assertEqual(caption, "Question")
+        wait_until(lambda: os.path.exists(f"{self.wine.data}/slist.dat"), 10, "the safe list")
+        with open(f"{self.wine.data}/slist.dat", "rb") as file:
+            self.assertEqual(file.read().hex(":"), self.net.neighbour(2))
+        self.tool.close()
+
+    def look_for_a_radio(self):
+        with open("/proc/net/dev") as file:
+            self.assertNotIn("wlan", file.read())
+        for icon, numbers, expected in ((SCANNER, (1039, 1040), ["", ""]), (CARD, range(1049, 1054), [""] * 5),
+                                        (SIGNAL, (1067, 1068), ["-200dBm", "No Signal"])):
+            self.tool.open(icon)
+            self.shows(expected, *numbers)
+            self.tool.close()
+        self.tool.open(GRAPH)
+        time.sleep(TICK)
+        self.tool.close()
+
+    def change_the_options(self):
+        self.tool.open(60, SCREEN_BOTTOM)
+        truth = self.adapter()
+        rows = dict(self.tool.rows(1011))
+        self.assertEqual([rows[name] for name in ("Adapter", "MAC Address", "Type", "Speed", "IP Address")],
+                         [truth[0].removeprefix("Adapter - "), *truth[1:5]])
+        self.tool.tap_screen(80, 36)
+        self.shows(["75"], 1081)
+        self.tool.tap(1074)
+        self.assertEqual(self.tool.rows(1080), [["2027", "02"]])
+        self.tool.close()
+        self.tool.wait_for(lambda dialog: not dialog, "both windows close")
+        self.assertEqual(self.wine.value("TIcon"), 0)
+
+    def export(self):
+        """The day as a person takes it home."""
+        self.account()
+        self.tool.open(USAGE)
+        self.assertEqual(self.tool.texts(1065), ["Daily Traffic for Feb 2027"])
+        before, left, top = self.tool.top()
+        self.tool.click(left + 169, top + 55)
+        self.tool.wait_for(lambda dialog: dialog != before, "the export")
+        self.tool.probe("set", 1073, r"C:\day.csv")
+        self.tool.tap(OK)
+        path = f"{self.wine.folder}/drive_c/day.csv"
+        wait_until(lambda: os.path.exists(path) and os.path.getsize(path), 10, "the file")
+        while self.tool.top()[0] != before:
+            self.tool.close(OK)
+        self.tool.close()
+        with open(path) as file:
+            day = next(line for line in file if line.startswith('"Feb 28, 2027"'))
+        transmitted, received = [float(text.removesuffix("KB")) for text in re.findall(r'"([\d.]+KB)"', day)[:2]]
+        for shown, side in ((received, 0), (transmitted, 1)):
+            counted = sum(hour[side] for hour in self.hours.values()) / 1024
+            self.assertAlmostEqual(shown, counted, delta=0.01)
+
+    def test_a_day_and_two_hours(self):
+        self.net = self.enterContext(Network([Host(2), Host(10), Host(40, "drops")], device_number=None))
+        self.server = DhcpServer(self.net, lease=str(LEASE_SECONDS))
+        self.client = DhcpClient(self.net)
+        self.net.device_number = int(self.client.address().rpartition(".")[2])
+        with open(f"{ROOT}/docs/echo-server.md") as file:
+            location = re.search(r"(?m)^    location = [^}]*}", file.read())[0]
+        self.echo = EchoServer(self.net, location=location)
+        self.wine = self.enterContext(WineSession(self.net, TZ="UTC"))
+        self.clock = Clock(self.net)
+        self.wine.start_helper()
+        self.wine.set_value("EchoHost", self.net.address("gateway"))
+        self.hours, self.booked = collections.defaultdict(lambda: [0, 0]), (0, 0)
+        self.at(0)
+        self.start_host()
+        events = {1: self.see_adapter, 3: self.look_at_the_lease_and_the_public_address, 5: self.look_for_a_radio,
+                  7: self.switch_the_adapter_off_and_on, 9: self.release_and_renew, 10: self.ping,
+                  12: self.renew_at_another_server, 14: self.lose_the_server, 16: self.change_the_adapter,
+                  17: self.see_adapter, 18: self.crash, 20: self.change_the_options, 22: self.detect, 23: self.export}
+        for hour in range(26):
+            self.at(hour)
+            if hour in events:
+                events[hour]()
+            self.send(hour)
+            self.account()
+            self.assertIsNone(self.tool.host.poll(), "the host ended")
+        self.assertEqual([os.path.basename(path) for path in self.wine.logs()], ["202702.log", "202703.log"])
+        logged = {(os.path.basename(path)[:6], day, hour): [received, transmitted]
+                  for path in self.wine.logs() for day, hour, _, received, transmitted in read_log(path)[0]}
+        self.assertEqual(logged, self.hours)
+        self.assertEqual(len(logged), 26)
+
+
+if __name__ == "__main__":
+    unittest.main()
