@@ -68,7 +68,7 @@ class DayTest(unittest.TestCase):
             time.sleep(1.5 * TICK)
             return before == (self.net.counters(), self.wine.logged()) and before
 
-        self.counted, logged = wait_until(rested, 30, "the adapter rests")
+        self.counted, logged = wait_until(rested, 60, "the adapter rests")
         self.book([now - before for now, before in zip(logged, self.booked)])
 
     # What other programs say

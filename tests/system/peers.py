@@ -189,7 +189,7 @@ class EchoServer:
                              for kind in ("client_body", "proxy", "fastcgi", "uwsgi", "scgi"))
         with open(f"{folder}/nginx.conf", "w") as file:
             file.write(f"daemon off; master_process off; user root; pid {folder}/pid; error_log {folder}/error.log;\n"
-                       f"events {{ }}\nhttp {{ access_log {folder}/access.log; default_type text/plain; {temporary}\n"
+                       f"events {{ }}\nhttp {{ access_log {folder}/access.log; keepalive_timeout 0; default_type text/plain; {temporary}\n"
                        f"server {{ listen 80; root {folder}/root; {location or ''} }} }}\n")
         self.access_log = f"{folder}/access.log"
         self.process = net.start(place, ["nginx", "-c", f"{folder}/nginx.conf", "-e", f"{folder}/error.log"])
