@@ -1,6 +1,6 @@
-"""A day and two hours in the life of the real library: traffic in every hour of a scripted clock, a month that turns, and
-all that happens to a network meanwhile. Every tool is opened by taps, and what it shows stands beside what the kernel, the
-peers and their own files say."""
+"""A day and two hours in the life of the real library: traffic in every hour of a scripted clock, a month that turns,
+and all that happens to a network meanwhile. Every tool is opened by taps, and what it shows stands beside what the
+kernel, the peers and their own files say."""
 import calendar
 import collections
 import json
@@ -50,7 +50,8 @@ class DayTest(unittest.TestCase):
 
     def book(self, gain):
         self.booked = tuple(a + b for a, b in zip(self.booked, gain))
-        hour = self.hours[time.strftime("%Y%m", self.clock.moment), self.clock.moment.tm_mday, self.clock.moment.tm_hour]
+        now = self.clock.moment
+        hour = self.hours[time.strftime("%Y%m", now), now.tm_mday, now.tm_hour]
         hour[0] += gain[0]
         hour[1] += gain[1]
 

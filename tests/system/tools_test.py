@@ -136,11 +136,11 @@ class PingTest(unittest.TestCase):
         net.refuse_by_gateway("10.99.0.0/16")
         behind = net.redirect_by_gateway("10.77.0.0/24", 10)
         tool = self.enterContext(Tool(self.enterContext(WineSession(net)), PING))
-        rows = [  # host, status, the round trip's least and most milliseconds
+        rows = [  # host, status, least and most milliseconds; for a second after a redirection a gateway refuses nothing
+            ("10.99.1.1", "Destination host unreachable.", None, None),
             (net.address(50), f"Host ({net.address(50)}) is alive", 2000, 2900),
             (net.address("device"), f"Host ({net.address('device')}) is alive", 0, 500),
             (behind, f"Host ({behind}) is alive", 0, 500),
-            ("10.99.1.1", "Destination host unreachable.", None, None),
             ("x" * 99, "Unknown host: " + "x" * 99, None, None)]
         for host, status, least, most in rows:
             with self.subTest(host=host):
