@@ -213,7 +213,7 @@ std::string Trace::Leftovers() const {
     std::string text;
     for (const char* kind : {"context", "memory", "bitmap", "picture", "pen", "font", "icon"}) {
         for (const auto& [handle, name] : names) {
-            text += name.rfind(kind, 0) == 0 ? name + "\n" : "";
+            text += name.rfind(kind, 0) == 0 && kept.count(handle) == 0 ? name + "\n" : "";
         }
     }
     return text;

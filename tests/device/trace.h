@@ -37,6 +37,7 @@ struct Trace {
     std::string strip, dialogs;  // the lines so far: without and with a dialog open
     int dialogsOpen = 0;
     std::map<uint64_t, std::string> names;            // handles in use
+    std::set<uint64_t> kept;                          // handles that the system itself destroys
     std::map<uint64_t, std::set<uint64_t>> selected;  // by context
     std::map<std::string, std::string> controls;      // as last written
     std::function<const void*(uint64_t address, size_t bytes)> memory;

@@ -48,6 +48,11 @@ struct Recorded<name, Result(WINAPI*)(Values...)> {
         if constexpr (std::is_same_v<Function, decltype(&SelectObject)>) {
             player->trace.Select(arguments[0], arguments[1], AsNumber(result));
         }
+        if constexpr (std::is_same_v<Function, decltype(&LoadImageW)>) {
+            if ((arguments[5] & LR_SHARED) != 0) {
+                player->trace.kept.insert(AsNumber(result));
+            }
+        }
         return result;
     }
     static void Install() {
