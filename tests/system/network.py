@@ -301,7 +301,8 @@ def stop(process, patience=3):
 
 
 def owner_lives(prefix):
-    return os.path.exists("/proc/" + re.match(r"qn(\d+)n", prefix)[1])
+    owner = re.match(r"qn(\d+)n", prefix)
+    return owner is not None and os.path.exists(f"/proc/{owner[1]}")
 
 
 def remove_remains():
