@@ -7,7 +7,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <sstream>
 
 namespace {
@@ -18,8 +17,7 @@ std::map<std::pair<std::string, uint32_t>, std::string> ReadImportNames() {
     std::ifstream list(QUORVANE_IMPORTS);
     for (std::string line; std::getline(list, line);) {
         std::istringstream words(line);
-        std::string function;
-        std::string library;
+        std::string function, library;
         uint32_t ordinal = 0;
         if (words >> function >> library >> ordinal && function[0] != '#') {
             names[{library, ordinal}] = function;
@@ -29,12 +27,11 @@ std::map<std::pair<std::string, uint32_t>, std::string> ReadImportNames() {
 }
 
 void BindImports(Bed& bed, PeImage& image) {
-    const auto names = ReadImportNames();
+    auto names = ReadImportNames();
     for (const ImageImport& import : image.imports) {
-        std::string name = import.name;
-        if (name.empty()) {
-            const auto found = names.find({import.library, import.ordinal});
-            name = found != names.end() ? found->second : import.library + '@' + std::to_string(import.ordinal);
+        const std::string name = import.name.empty() ? names[{import.library, import.ordinal}] : import.name;
+        if (bed.standIns.count(name) == 0) {
+            AddFault(bed, import.library + '@' + std::to_string(import.ordinal) + name + " has no stand-in");
         }
         const Address address = StandInAddress(bed, name);
         memcpy(image.bytes.data() + import.slot, &address, sizeof(address));
@@ -59,9 +56,8 @@ std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& fold
     std::ifstream stream(library, std::ios::binary);
     const std::vector<char> file{std::istreambuf_iterator<char>(stream), {}};
     PeImage image;
-    const std::string problem = LayOutImage({reinterpret_cast<const uint8_t*>(file.data()), file.size()}, image);
-    if (!problem.empty()) {
-        AddFault(*bed, library + ": " + problem);
+    if (!LayOutImage({reinterpret_cast<const uint8_t*>(file.data()), file.size()}, image)) {
+        AddFault(*bed, library + " is not what a handheld loads");
         bed->processor->dead = true;
         return bed;
     }
@@ -120,11 +116,6 @@ bool Free(Bed& bed, Address block) {
     return true;
 }
 
-uint32_t BlockBytes(Bed& bed, Address block) {
-    const auto found = bed.processor->memory.blocks.find(block);
-    return found == bed.processor->memory.blocks.end() ? 0 : found->second;
-}
-
 size_t LiveBlocks(const Bed& bed) {
     return bed.processor->memory.blocks.size();
 }
@@ -135,34 +126,26 @@ uint32_t AddObject(Bed& bed, std::unique_ptr<Object> object) {
     return bed.nextHandle;
 }
 
-namespace {
-
-// Down one level of the resource tree: the entry of that number, or the first (number 0, for the language).
-std::optional<uint32_t> FindEntry(Bed& bed, Address directory, uint32_t number) {
-    const uint32_t named = ReadGuest<uint16_t>(bed, directory + 12);
-    const uint32_t count = named + ReadGuest<uint16_t>(bed, directory + 14);
-    for (uint32_t i = named; i < count; ++i) {
-        const Address entry = directory + 16 + i * 8;
-        if (number == 0 || ReadGuest<uint32_t>(bed, entry) == number) {
-            return ReadGuest<uint32_t>(bed, entry + 4) & 0x7FFFFFFF;
-        }
-    }
-    return std::nullopt;
-}
-
-}  // namespace
-
-std::optional<Resource> FindGuestResource(Bed& bed, uint32_t type, uint32_t id) {
+// Down the three levels of the tree: kind, number, and the first language.
+Address FindGuestResource(Bed& bed, uint32_t type, uint32_t id) {
+    constexpr uint32_t kFirstEntry = 16, kEntryBytes = 8, kOffset = 0x7FFFFFFF;
     const Address root = bed.imageBase + bed.processor->resources;
-    std::optional<uint32_t> offset = bed.processor->resources != 0 ? std::optional<uint32_t>(0) : std::nullopt;
-    for (const uint32_t number : {type, id, 0u}) {
-        offset = offset ? FindEntry(bed, root + *offset, number) : std::nullopt;
+    Address directory = root;
+    for (const uint32_t number : {type, id, 0U}) {
+        const uint32_t named = ReadGuest<uint16_t>(bed, directory + 12);
+        const uint32_t count = named + ReadGuest<uint16_t>(bed, directory + 14);
+        Address found = 0;
+        for (uint32_t i = named; i < count && found == 0; ++i) {
+            const Address entry = directory + kFirstEntry + i * kEntryBytes;
+            const bool matches = number == 0 || ReadGuest<uint32_t>(bed, entry) == number;
+            found = matches ? root + (ReadGuest<uint32_t>(bed, entry + 4) & kOffset) : 0;
+        }
+        if (found == 0) {
+            return 0;
+        }
+        directory = found;
     }
-    if (!offset) {
-        return std::nullopt;
-    }
-    return Resource{bed.imageBase + ReadGuest<uint32_t>(bed, root + *offset),
-                    ReadGuest<uint32_t>(bed, root + *offset + 4)};
+    return bed.imageBase + ReadGuest<uint32_t>(bed, directory);
 }
 
 std::string Faults(const Bed& bed) {

@@ -1,26 +1,21 @@
-// tests/device/bed.h - a model of the handheld's processor with the built quorvane.dll in it, and of the system around
-// it.
+// tests/device/bed.h - a model of the handheld's processor with the built quorvane.dll in it: loaded, relocated and
+// bound as the handheld's loader does it. Every function that it imports is a stand-in on the host, found by name,
+// which may call back into the guest (CallGuest), any number deep.
 //
-// The library is loaded, relocated and bound as the handheld's loader does it; every function that it imports is a
-// stand-in: a host function found by name. The guest runs until it calls an import; then the guest stands still, the
-// stand-in runs on the host and may call back into the guest (CallGuest), any number deep.
-//
-// Whatever the real system would punish, or would do differently, is written down in `faults`: an access that is not
-// aligned to its size, an access outside the mapped memory or against its section's rights, a callee-saved register
-// that a call did not preserve, an unknown import, a stack that is used up. After a fault in the guest's own code the
-// calls under way return 0 and later ones do nothing. A test ends with `EXPECT_EQ(Faults(*bed), "")`.
+// Whatever the real system would punish, or would do differently, is written down in `faults`. After a fault in the
+// guest's own code the calls under way return 0 and later ones do nothing. A test ends with `EXPECT_EQ(Faults(*bed),
+// "")`.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <typeindex>
-#include <typeinfo>
 #include <unordered_map>
 #include <vector>
 
@@ -30,29 +25,13 @@ using Address = uint32_t;
 // The arguments of one call of an import: the first four words are registers, the others lie on the guest's stack.
 struct Arguments {
     Bed& bed;
+    const std::string& function;
     uint32_t registers[4];
     Address stack;
     uint32_t operator[](size_t index) const;
-    int32_t Signed(size_t index) const { return static_cast<int32_t>((*this)[index]); }
 };
 
-// Returns what the guest finds in r0.
-using StandIn = uint32_t (*)(Bed& bed, const Arguments& arguments);
-struct StandInRow {
-    const char* name;  // as in platform/device/imports.txt
-    StandIn call;
-};
-
-// The tables of stand-ins; OpenBed knows all of them. One file each, `<name>_stand_ins.cpp`.
-std::span<const StandInRow> KernelStandIns();    // memory, time, modules, threads
-std::span<const StandInRow> FileStandIns();      // files in a host folder
-std::span<const StandInRow> TextStandIns();      // wcs... and conversion between wide and narrow
-std::span<const StandInRow> RegistryStandIns();  // in memory
-std::span<const StandInRow> NetworkStandIns();   // adapters, counters, ARP, echo, the wireless driver
-std::span<const StandInRow> SocketStandIns();    // Winsock, connection manager, internet library
-std::span<const StandInRow> WindowStandIns();    // windows, messages, timers
-std::span<const StandInRow> GdiStandIns();       // recorded
-std::span<const StandInRow> DialogStandIns();    // dialogs, common controls, property sheet, shell
+using StandIn = std::function<uint32_t(const Arguments& arguments)>;  // returns what the guest finds in r0
 
 // A kernel, window or GDI object behind a handle. Derive, add, find by handle and type.
 struct Object {
@@ -65,17 +44,13 @@ enum class Core {
     Arm925ThumbSystem,  // the system is Thumb code, as later handhelds have it: calls and returns have to exchange
 };
 
-struct LocalTime {
-    uint16_t year, month, weekday, day, hour, minute, second, millisecond;  // SYSTEMTIME
-};
-
 struct Figures {
     uint64_t instructions = 0;  // executed by the guest since the bed was opened
     uint32_t deepestStack = 0;  // bytes in use at most, nested calls and workers (on their own stacks) included
     uint64_t imports = 0;       // calls of stand-ins
 };
 
-struct Processor;  // the model itself; bed.cpp only
+struct Processor;  // the model itself
 
 struct Bed {
     std::unique_ptr<Processor> processor;
@@ -87,27 +62,24 @@ struct Bed {
     std::unordered_map<std::type_index, std::shared_ptr<void>> parts;
     uint32_t nextHandle = 0x1000;
     uint32_t lastError = 0;
-    uint32_t tickCount = 1000;  // GetTickCount, ms; Sleep advances it
-    LocalTime localTime = {2004, 2, 0, 29, 12, 0, 0, 0};
     std::string folder;  // host folder that plays the device's root "\"
 
     Bed();
     ~Bed();
 };
 
-// Maps, relocates and binds the library at `base` (0: the base it prefers). A library that cannot be loaded is a fault.
+// Maps, relocates and binds the library at `base` (0: the base it prefers). A library that cannot be loaded, and an
+// import without a stand-in, is a fault.
 std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base = 0,
                              Core core = Core::Arm925);
-// Calls the entry point, with DLL_PROCESS_ATTACH (false: it refused) or DLL_PROCESS_DETACH. What the system keeps when
-// the library goes (registry, screen) is copied from bed to bed by its part.
+// Calls the entry point, with DLL_PROCESS_ATTACH (false: it refused) or DLL_PROCESS_DETACH.
 bool AttachLibrary(Bed& bed);
 void DetachLibrary(Bed& bed);
 // A bed with `code` (ARM words) at kSnippetBase instead of a library, for tests of the bed itself.
 std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code, Core core = Core::Arm925);
 inline constexpr Address kSnippetBase = 0x00010000;
 
-// All faults so far, one a line.
-std::string Faults(const Bed& bed);
+std::string Faults(const Bed& bed);  // all so far, one a line
 void AddFault(Bed& bed, const std::string& text);
 
 // Calls guest code and returns r0. Arguments beyond the fourth go onto the stack.
@@ -116,13 +88,11 @@ uint32_t CallGuest(Bed& bed, Address function, std::initializer_list<uint32_t> a
 uint32_t CallGuestThread(Bed& bed, Address function, uint32_t argument);
 void EndGuestThread(Bed& bed);                        // for stand-ins of what ends the calling thread
 Address ExportByOrdinal(Bed& bed, uint32_t ordinal);  // 0: none
-// Where guest code can call the stand-in of that name (as an import's address, or GetProcAddressW's); 0: none.
+// Where guest code can call the stand-in of that name (as an import's address, or GetProcAddressW's).
 Address StandInAddress(Bed& bed, const std::string& name);
-const std::vector<std::string>& ImportNames(const Bed& bed);  // all that the library was bound to, and found since
 
 // The guest's memory, seen from the host. Null and a fault if the guest's code itself could not read all of it (or
-// write it, when `writes`). Host views are valid until the block is freed. They need not be aligned: use ReadGuest and
-// WriteGuest, or memcpy.
+// write it, when `writes`). Host views are valid until the block is freed, and need not be aligned.
 uint8_t* GuestMemory(Bed& bed, Address address, size_t bytes, bool writes = false);
 
 template <class Value>
@@ -134,14 +104,13 @@ Value ReadGuest(Bed& bed, Address address) {
     return value;
 }
 
+void WriteBytes(Bed& bed, Address to, const void* bytes, size_t count);
+
 template <class Value>
 void WriteGuest(Bed& bed, Address address, const Value& value) {
-    if (uint8_t* memory = GuestMemory(bed, address, sizeof(Value), true)) {
-        memcpy(memory, &value, sizeof(Value));
-    }
+    WriteBytes(bed, address, &value, sizeof(Value));
 }
 
-void WriteBytes(Bed& bed, Address to, const void* bytes, size_t count);
 std::u16string ReadText(Bed& bed, Address text);  // wide, up to its terminator; null gives an empty text
 std::string ReadNarrow(Bed& bed, Address text);
 void WriteText(Bed& bed, Address text, std::u16string_view value);  // with terminator
@@ -152,11 +121,9 @@ std::u16string Widen(std::string_view text);
 // The guest's heap (LocalAlloc). Zeroed, aligned to 8; an access outside the live blocks is a fault.
 Address Allocate(Bed& bed, uint32_t bytes);
 bool Free(Bed& bed, Address block);
-uint32_t BlockBytes(Bed& bed, Address block);  // 0: no block
 size_t LiveBlocks(const Bed& bed);
 
-// Handles.
-uint32_t AddObject(Bed& bed, std::unique_ptr<Object> object);
+uint32_t AddObject(Bed& bed, std::unique_ptr<Object> object);  // its handle
 template <class Kind>
 Kind* FindObject(Bed& bed, uint32_t handle) {
     const auto found = bed.objects.find(handle);
@@ -169,11 +136,10 @@ bool RemoveObject(Bed& bed, uint32_t handle) {
         AddFault(bed, "released what is no " + std::string(typeid(Kind).name()));
         return false;
     }
-    bed.objects.erase(handle);
-    return true;
+    return bed.objects.erase(handle) != 0;
 }
 
-// State of a file of stand-ins, made on first use: `Part<GdiState>(bed)`.
+// State of a file of stand-ins, made on first use: `Part<Disk>(bed)`.
 template <class State>
 State& Part(Bed& bed) {
     std::shared_ptr<void>& part = bed.parts[std::type_index(typeid(State))];
@@ -183,9 +149,5 @@ State& Part(Bed& bed) {
     return *static_cast<State*>(part.get());
 }
 
-// A resource of the library: numeric type (RT_...) and id.
-struct Resource {
-    Address data;
-    uint32_t bytes;
-};
-std::optional<Resource> FindGuestResource(Bed& bed, uint32_t type, uint32_t id);
+// A resource of the library by its numeric type (RT_...) and id; 0: none.
+Address FindGuestResource(Bed& bed, uint32_t type, uint32_t id);

@@ -27,7 +27,7 @@ TEST_P(Snippet, Is_judged_by_what_it_does) {
     auto bed = OpenSnippet(row.code);
     const Address block = Allocate(*bed, 10);
     const Address probe = StandInAddress(*bed, "Probe");
-    bed->standIns["Probe"] = [](Bed&, const Arguments& arguments) { return arguments[0] + arguments[5]; };
+    bed->standIns["Probe"] = [](const Arguments& arguments) { return arguments[0] + arguments[5]; };
     StandInAddress(*bed, "Nothing");
     const uint32_t result = CallGuest(*bed, kSnippetBase, {block, probe, 3, 4, 5});
     if (row.fault[0] == 0) {

@@ -15,61 +15,59 @@ struct Call {
 struct MessageRow {
     const char* kind;  // null: of every kind
     uint32_t message;
-    uint32_t (*answer)(const Call& call);
+    int64_t (*answer)(const Call& call);
 };
 
-// LVITEMW
-enum ItemField : uint32_t {
-    kMask = 0,
-    kRow = 4,
-    kColumn = 8,
-    kState = 12,
-    kItemText = 20,
-    kRoom = 24,
-    kImage = 28,
-    kData = 32
-};
+// Words of an LVITEMW.
+constexpr uint32_t kMask = 0, kRow = 4, kColumn = 8, kItemText = 20, kRoom = 24, kImage = 28, kData = 32;
 constexpr uint32_t kHasText = 1, kHasImage = 2, kHasData = 4;
 
 uint32_t Field(const Call& call, uint32_t field) {
     return ReadGuest<uint32_t>(call.bed, call.lParam + field);
 }
 
-uint32_t Ignore(const Call&) {
+std::u16string TextOf(const Call& call) {
+    return ReadText(call.bed, call.lParam);
+}
+
+int64_t Ignore(const Call&) {
     return 1;
 }
 
-uint32_t SetText(const Call& call) {
-    call.control.text = ReadText(call.bed, call.lParam);
+int64_t SetText(const Call& call) {
+    call.control.text = TextOf(call);
     return 1;
 }
 
-uint32_t ResetList(const Call& call) {
+int64_t ResetList(const Call& call) {
     call.control.items.clear();
     call.control.selected = -1;
     call.control.text.clear();
     return 0;
 }
 
-uint32_t AddEntry(const Call& call) {
-    call.control.items.push_back(ReadText(call.bed, call.lParam));
-    return static_cast<uint32_t>(call.control.items.size() - 1);
+int64_t DeleteItems(const Call& call) {
+    call.control.rows.clear();
+    return call.control.selected = -1;
 }
 
-uint32_t ChooseEntry(const Call& call) {
+int64_t AddEntry(const Call& call) {
+    call.control.items.push_back(TextOf(call));
+    return static_cast<int64_t>(call.control.items.size() - 1);
+}
+
+int64_t ChooseEntry(const Call& call) {
     call.control.selected = call.wParam < call.control.items.size() ? static_cast<int32_t>(call.wParam) : -1;
     call.control.text = call.control.selected >= 0 ? call.control.items[call.wParam] : u"";
     return call.wParam;
 }
 
-uint32_t SetDate(const Call& call) {
-    for (uint32_t i = 0; i < 8; ++i) {
-        call.control.date[i] = ReadGuest<uint16_t>(call.bed, call.lParam + 2 * i);
-    }
+int64_t SetDate(const Call& call) {
+    call.control.date = ReadGuest<std::array<uint16_t, 8>>(call.bed, call.lParam);
     return 1;
 }
 
-uint32_t InsertColumn(const Call& call) {
+int64_t InsertColumn(const Call& call) {
     const uint32_t heading = (Field(call, 0) & 4) != 0 ? Field(call, 12) : 0;
     call.control.columns.insert(call.control.columns.begin() + call.wParam,
                                 {ReadText(call.bed, heading), static_cast<int32_t>(Field(call, 8))});
@@ -78,6 +76,11 @@ uint32_t InsertColumn(const Call& call) {
 
 ListRow* RowOf(const Call& call, uint32_t row) {
     return row < call.control.rows.size() ? &call.control.rows[row] : nullptr;
+}
+
+std::u16string* CellOf(const Call& call) {
+    ListRow* row = RowOf(call, call.wParam);
+    return row != nullptr && Field(call, kColumn) < row->cells.size() ? &row->cells[Field(call, kColumn)] : nullptr;
 }
 
 void TakeItem(const Call& call, ListRow& row) {
@@ -89,15 +92,15 @@ void TakeItem(const Call& call, ListRow& row) {
     row.data = (mask & kHasData) != 0 ? Field(call, kData) : row.data;
 }
 
-uint32_t InsertItem(const Call& call) {
-    const auto place = std::min<size_t>(Field(call, kRow), call.control.rows.size());
+int64_t InsertItem(const Call& call) {
+    const auto place = static_cast<ptrdiff_t>(std::min<size_t>(Field(call, kRow), call.control.rows.size()));
     ListRow row = {std::vector<std::u16string>(std::max<size_t>(1, call.control.columns.size())), 0, 0};
     TakeItem(call, row);
-    call.control.rows.insert(call.control.rows.begin() + static_cast<std::ptrdiff_t>(place), row);
-    return static_cast<uint32_t>(place);
+    call.control.rows.insert(call.control.rows.begin() + place, row);
+    return place;
 }
 
-uint32_t SetItem(const Call& call) {
+int64_t SetItem(const Call& call) {
     ListRow* row = RowOf(call, Field(call, kRow));
     if (row != nullptr) {
         TakeItem(call, *row);
@@ -105,7 +108,7 @@ uint32_t SetItem(const Call& call) {
     return row != nullptr;
 }
 
-uint32_t GetItem(const Call& call) {
+int64_t GetItem(const Call& call) {
     const ListRow* row = RowOf(call, Field(call, kRow));
     if (row != nullptr) {
         WriteGuest(call.bed, call.lParam + kImage, row->image);
@@ -114,36 +117,32 @@ uint32_t GetItem(const Call& call) {
     return row != nullptr;
 }
 
-uint32_t SetItemText(const Call& call) {
-    ListRow* row = RowOf(call, call.wParam);
-    if (row != nullptr && Field(call, kColumn) < row->cells.size()) {
-        row->cells[Field(call, kColumn)] = ReadText(call.bed, Field(call, kItemText));
+int64_t SetItemText(const Call& call) {
+    std::u16string* cell = CellOf(call);
+    if (cell != nullptr) {
+        *cell = ReadText(call.bed, Field(call, kItemText));
     }
-    return row != nullptr;
+    return cell != nullptr;
 }
 
-uint32_t GetItemText(const Call& call) {
-    const ListRow* row = RowOf(call, call.wParam);
-    const uint32_t room = Field(call, kRoom);
-    if (row == nullptr || Field(call, kColumn) >= row->cells.size() || room == 0) {
-        return 0;
+int64_t GetItemText(const Call& call) {
+    const std::u16string* cell = CellOf(call);
+    if (cell != nullptr && Field(call, kRoom) != 0) {
+        WriteText(call.bed, Field(call, kItemText), cell->substr(0, Field(call, kRoom) - 1));
     }
-    WriteText(call.bed, Field(call, kItemText), row->cells[Field(call, kColumn)].substr(0, room - 1));
-    return 1;
+    return cell != nullptr;
 }
 
 // By data alone: LVFINDINFOW's flags, text, data.
-uint32_t FindItem(const Call& call) {
-    for (uint32_t i = 0; i < call.control.rows.size(); ++i) {
-        if (call.control.rows[i].data == Field(call, 8)) {
-            return i;
-        }
-    }
-    return 0xFFFFFFFF;
+int64_t FindItem(const Call& call) {
+    const auto& rows = call.control.rows;
+    const auto found =
+        std::find_if(rows.begin(), rows.end(), [&](const ListRow& row) { return row.data == Field(call, 8); });
+    return found != rows.end() ? found - rows.begin() : -1;
 }
 
 // The guest's comparison says 1 for rows that are to be swapped, and otherwise 0.
-uint32_t SortItems(const Call& call) {
+int64_t SortItems(const Call& call) {
     auto& rows = call.control.rows;
     for (size_t i = 1; i < rows.size(); ++i) {
         for (size_t j = i;
@@ -159,35 +158,30 @@ constexpr char kButton[] = "button", kCombo[] = "combobox", kList[] = "syslistvi
 
 constexpr MessageRow kMessages[] = {
     {nullptr, 0x000C, SetText},
-    {kButton, 0x00F0, [](const Call& call) { return static_cast<uint32_t>(call.control.check); }},
-    {kButton, 0x00F1, [](const Call& call) { return static_cast<uint32_t>(call.control.check = call.wParam); }},
+    {kButton, 0x00F0, [](const Call& call) { return call.control.check; }},
+    {kButton, 0x00F1, [](const Call& call) { return call.control.check = call.wParam; }},
     {kEdit, 0x00C5, Ignore},   // EM_LIMITTEXT
     {kCombo, 0x0141, Ignore},  // CB_LIMITTEXT
     {kCombo, 0x0143, AddEntry},
-    {kCombo, 0x0147, [](const Call& call) { return static_cast<uint32_t>(call.control.selected); }},
+    {kCombo, 0x0147, [](const Call& call) { return call.control.selected; }},
     {kCombo, 0x014B, ResetList},
     {kCombo, 0x014E, ChooseEntry},
-    {kCombo, 0x014F, [](const Call& call) -> uint32_t { return call.control.droppedDown = call.wParam != 0; }},
-    {kCombo, 0x0157, [](const Call& call) -> uint32_t { return call.control.droppedDown; }},
-    {kProgress, 0x0402, [](const Call& call) { return static_cast<uint32_t>(call.control.position = call.wParam); }},
+    {kCombo, 0x014F, [](const Call& call) -> int64_t { return call.control.droppedDown = call.wParam != 0; }},
+    {kCombo, 0x0157, [](const Call& call) -> int64_t { return call.control.droppedDown; }},
+    {kProgress, 0x0402, [](const Call& call) { return call.control.position = call.wParam; }},
     {kSpin, 0x0465, Ignore},  // UDM_SETRANGE
     {kSpin, 0x0467, Ignore},  // UDM_SETPOS; the library writes the number next to it itself
     {kSpin, 0x2007, Ignore},  // CCM_SETVERSION
     {kPicker, 0x1002, SetDate},
     {kPicker, 0x1032, Ignore},  // DTM_SETFORMATW
     {kList, 0x1003, Ignore},    // LVM_SETIMAGELIST
-    {kList, 0x1004, [](const Call& call) { return static_cast<uint32_t>(call.control.rows.size()); }},
-    {kList, 0x1009,
-     [](const Call& call) {
-         call.control.rows.clear();
-         call.control.selected = -1;
-         return 1U;
-     }},
-    {kList, 0x100C, [](const Call& call) { return static_cast<uint32_t>(call.control.selected); }},
-    {kList, 0x102B, [](const Call& call) { return static_cast<uint32_t>(call.control.selected = call.wParam); }},
+    {kList, 0x1004, [](const Call& call) { return static_cast<int64_t>(call.control.rows.size()); }},
+    {kList, 0x1009, DeleteItems},
+    {kList, 0x100C, [](const Call& call) { return call.control.selected; }},
+    {kList, 0x102B, [](const Call& call) { return call.control.selected = call.wParam; }},
     {kList, 0x1030, SortItems},
     {kList, 0x1036, Ignore},  // styles
-    {kList, 0x1037, [](const Call&) { return 0U; }},
+    {kList, 0x1037, [](const Call&) -> int64_t { return 0; }},
     {kList, 0x104B, GetItem},
     {kList, 0x104C, SetItem},
     {kList, 0x104D, InsertItem},
@@ -196,14 +190,6 @@ constexpr MessageRow kMessages[] = {
     {kList, 0x1073, GetItemText},
     {kList, 0x1074, SetItemText},
 };
-
-std::string Joined(const ListRow& row) {
-    std::string text = std::to_string(row.image);
-    for (const std::u16string& cell : row.cells) {
-        text += "|" + Narrow(cell);
-    }
-    return text;
-}
 
 }  // namespace
 
@@ -215,12 +201,12 @@ uint32_t SendToControl(Bed& bed, Window& control, uint32_t message, uint32_t wPa
         AddFault(bed, "message " + std::to_string(message) + " to a " + control.kind);
         return 0;
     }
-    return row->answer({bed, control, wParam, lParam});
+    return static_cast<uint32_t>(row->answer({bed, control, wParam, lParam}));
 }
 
 ControlState DescribeWindow(const Window& control) {
-    ControlState state = {
-        control.id, control.kind, Narrow(control.text), control.enabled, control.check, control.selected, {}};
+    ControlState state = {control.id,      control.kind,  Narrow(control.text),
+                          control.enabled, control.check, control.selected};
     for (const std::u16string& item : control.items) {
         state.items.push_back(Narrow(item));
     }
@@ -228,13 +214,15 @@ ControlState DescribeWindow(const Window& control) {
         state.items.push_back(Narrow(column.heading) + " " + std::to_string(column.width));
     }
     for (const ListRow& row : control.rows) {
-        state.items.push_back(Joined(row));
+        state.items.push_back(std::to_string(row.image));
+        for (const std::u16string& cell : row.cells) {
+            state.items.back() += "|" + Narrow(cell);
+        }
     }
     if (control.kind == kProgress) {
         state.text = std::to_string(control.position);
     } else if (control.kind == kPicker) {
-        state.text = std::to_string(control.date[0]) + "-" + std::to_string(control.date[1]) + "-" +
-                     std::to_string(control.date[3]);
+        state.text = DateText(control.date);
     }
     return state;
 }

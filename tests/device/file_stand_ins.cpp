@@ -1,10 +1,10 @@
-// Files: the device's root "\" is a host folder. Names are kept as they are written, sharing is enforced.
+// Files: the device's root "\" is a host folder. Names are kept as they are written.
 
+#include "tests/device/stand_in.h"
 #include "tests/device/stand_in_state.h"
 
 #include <fcntl.h>
 #include <fnmatch.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,190 +12,153 @@
 
 namespace {
 
+namespace files = std::filesystem;
+
 constexpr uint32_t kInvalidHandle = 0xFFFFFFFF;
 constexpr uint32_t kRead = 0x80000000;
 constexpr uint32_t kWrite = 0x40000000;
-enum Disposition { kCreateNew = 1, kCreateAlways, kOpenExisting, kOpenAlways };
-enum Error { kFileNotFound = 2, kSharingViolation = 32, kAlreadyExists = 183, kDiskFull = 112 };
+enum Error { kFileNotFound = 2, kSharingViolation = 32, kFileExists = 80, kDiskFull = 112, kAlreadyExists = 183 };
 
 struct File : KernelObject {
     int descriptor;
-    uint32_t access, share;
-    std::string path;
+    files::path path;
     ~File() override { close(descriptor); }
 };
 
 struct Search : Object {
-    std::vector<std::filesystem::path> names;
+    std::vector<files::path> names;
     size_t next = 0;
 };
 
-std::string HostPath(Bed& bed, Address text) {
-    std::string path = Narrow(ReadText(bed, text));
+files::path HostPath(Bed& bed, const std::u16string& text) {
+    std::string path = Narrow(text);
     if (path.empty() || path[0] != '\\') {
         AddFault(bed, "names a file without its folder: " + path);
     }
     std::replace(path.begin(), path.end(), '\\', '/');
-    return bed.folder + path;
+    return files::path(bed.folder + path).lexically_normal();
 }
 
-uint32_t Fail(Bed& bed, uint32_t error, uint32_t result) {
+uint32_t Fail(Bed& bed, uint32_t error, uint32_t result = 0) {
     bed.lastError = error;
     return result;
 }
 
-// Whether no open handle forbids, nor is forbidden, this kind of access.
-bool MayShare(Bed& bed, const std::string& path, uint32_t access, uint32_t share) {
-    const auto allowed = [](uint32_t sharing) {
-        return ((sharing & 1) != 0 ? kRead : 0) | ((sharing & 2) != 0 ? kWrite : 0);
-    };
-    return std::none_of(bed.objects.begin(), bed.objects.end(), [&](const auto& entry) {
+// Nothing is opened twice, so that it does not matter what handles would share.
+bool IsOpen(Bed& bed, const files::path& path) {
+    return std::any_of(bed.objects.begin(), bed.objects.end(), [&](const auto& entry) {
         const auto* file = dynamic_cast<const File*>(entry.second.get());
-        return file != nullptr &&
-               std::filesystem::path(file->path).lexically_normal() == std::filesystem::path(path).lexically_normal() &&
-               ((access & ~allowed(file->share)) != 0 || (file->access & ~allowed(share)) != 0);
+        return file != nullptr && file->path == path;
     });
 }
 
-uint32_t CreateFileW(Bed& bed, const Arguments& a) {
-    if (ReadText(bed, a[0]) == u"UIO1:") {
+uint32_t CreateFileW(Bed& bed, std::u16string name, uint32_t access, uint32_t, uint32_t, uint32_t disposition) {
+    if (name == u"UIO1:") {
         const uint32_t driver = OpenDriver(bed);
         return driver != 0 ? driver : Fail(bed, kFileNotFound, kInvalidHandle);
     }
-    constexpr int kFlags[] = {0, O_CREAT | O_EXCL, O_CREAT | O_TRUNC, 0, O_CREAT};
+    constexpr std::array kFlags = {0, O_CREAT | O_EXCL, O_CREAT | O_TRUNC, 0, O_CREAT};  // by disposition
     Disk& disk = Part<Disk>(bed);
-    const std::string path = HostPath(bed, a[0]);
-    if (++disk.opens == disk.failingOpen || !MayShare(bed, path, a[1], a[2])) {
+    const files::path path = HostPath(bed, name);
+    if (++disk.opens == disk.failingOpen || IsOpen(bed, path)) {
         return Fail(bed, kSharingViolation, kInvalidHandle);
     }
-    const int mode = (a[1] & kWrite) == 0 ? O_RDONLY : (a[1] & kRead) == 0 ? O_WRONLY : O_RDWR;
-    const int descriptor = a[4] > kOpenAlways ? -1 : open(path.c_str(), mode | kFlags[a[4]] | O_CLOEXEC, 0644);
+    const int mode = (access & kWrite) == 0 ? O_RDONLY : (access & kRead) == 0 ? O_WRONLY : O_RDWR;
+    const int descriptor = open(path.c_str(), mode | kFlags.at(disposition) | O_CLOEXEC, 0644);
     if (descriptor < 0) {
-        return Fail(bed, errno == EEXIST ? 80 : kFileNotFound, kInvalidHandle);
+        return Fail(bed, errno == EEXIST ? kFileExists : kFileNotFound, kInvalidHandle);
     }
     auto file = std::make_unique<File>();
     file->descriptor = descriptor;
-    file->access = a[1];
-    file->share = a[2];
     file->path = path;
     return AddObject(bed, std::move(file));
 }
 
-// Reading and writing: handle, buffer, bytes, bytes done, no overlapping.
-uint32_t Transfer(Bed& bed, const Arguments& a, bool writes) {
+template <bool writes>
+bool Transfer(Bed& bed, File& file, Address buffer, uint32_t bytes, Address doneBytes) {
     Disk& disk = Part<Disk>(bed);
-    const File* file = FindObject<File>(bed, a[0]);
-    uint8_t* buffer = GuestMemory(bed, a[1], a[2], !writes);
-    WriteGuest(bed, a[3], uint32_t{0});
-    if (file == nullptr || buffer == nullptr || (!writes && disk.failingReads > 0 && disk.failingReads-- > 0)) {
-        return 0;
+    uint8_t* memory = GuestMemory(bed, buffer, bytes, !writes);
+    WriteGuest(bed, doneBytes, uint32_t{0});
+    if (memory == nullptr || (!writes && disk.failingReads > 0 && disk.failingReads-- > 0)) {
+        return false;
     }
     if (writes && ++disk.writes >= disk.fullAtWrite && disk.fullAtWrite != 0) {
-        return Fail(bed, kDiskFull, 0);
+        return Fail(bed, kDiskFull) != 0;
     }
-    const ssize_t done = writes ? write(file->descriptor, buffer, a[2]) : read(file->descriptor, buffer, a[2]);
-    WriteGuest(bed, a[3], static_cast<uint32_t>(std::max<ssize_t>(done, 0)));
+    const ssize_t done = writes ? write(file.descriptor, memory, bytes) : read(file.descriptor, memory, bytes);
+    WriteGuest(bed, doneBytes, static_cast<uint32_t>(std::max<ssize_t>(done, 0)));
     return done >= 0;
 }
 
-uint32_t GetFileSize(Bed& bed, const Arguments& a) {
-    struct stat status = {};
-    const File* file = FindObject<File>(bed, a[0]);
-    return file != nullptr && fstat(file->descriptor, &status) == 0 ? static_cast<uint32_t>(status.st_size)
-                                                                    : kInvalidHandle;
+uint32_t DeleteFileW(Bed& bed, std::u16string name) {
+    const files::path path = HostPath(bed, name);
+    return IsOpen(bed, path) ? Fail(bed, kSharingViolation) : unlink(path.c_str()) == 0;
 }
 
-uint32_t SetFilePointer(Bed& bed, const Arguments& a) {
-    const File* file = FindObject<File>(bed, a[0]);
-    return file == nullptr ? kInvalidHandle
-                           : static_cast<uint32_t>(lseek(file->descriptor, a.Signed(1), static_cast<int>(a[3])));
-}
-
-bool IsOpen(Bed& bed, const std::string& path) {
-    return !MayShare(bed, path, kRead | kWrite, 0);
-}
-
-uint32_t DeleteFileW(Bed& bed, const Arguments& a) {
-    const std::string path = HostPath(bed, a[0]);
-    return IsOpen(bed, path) ? Fail(bed, kSharingViolation, 0) : unlink(path.c_str()) == 0;
-}
-
-uint32_t MoveFileW(Bed& bed, const Arguments& a) {
-    const std::string from = HostPath(bed, a[0]);
-    const std::string to = HostPath(bed, a[1]);
-    if (std::filesystem::exists(to)) {
-        return Fail(bed, kAlreadyExists, 0);
+uint32_t MoveFileW(Bed& bed, std::u16string name, std::u16string target) {
+    const files::path from = HostPath(bed, name);
+    const files::path to = HostPath(bed, target);
+    if (files::exists(to) || IsOpen(bed, from)) {
+        return Fail(bed, files::exists(to) ? kAlreadyExists : kSharingViolation);
     }
-    return IsOpen(bed, from) ? Fail(bed, kSharingViolation, 0) : rename(from.c_str(), to.c_str()) == 0;
-}
-
-uint32_t CreateDirectoryW(Bed& bed, const Arguments& a) {
-    return mkdir(HostPath(bed, a[0]).c_str(), 0755) == 0 ? 1 : Fail(bed, kAlreadyExists, 0);
+    return rename(from.c_str(), to.c_str()) == 0;
 }
 
 // WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
-bool WriteFound(Bed& bed, Search& search, Address record) {
-    constexpr uint32_t kArchive = 0x20;
-    constexpr uint32_t kDirectory = 0x10;
+bool FindNextFileW(Bed& bed, Search& search, Address record) {
+    constexpr uint32_t kArchive = 0x20, kDirectory = 0x10;
     if (search.next == search.names.size()) {
         return false;
     }
-    const std::filesystem::path& path = search.names[search.next++];
-    const bool directory = std::filesystem::is_directory(path);
+    const files::path& path = search.names[search.next++];
+    const bool directory = files::is_directory(path);
     WriteGuest(bed, record, std::array<uint8_t, 560>{});
     WriteGuest(bed, record, directory ? kDirectory : kArchive);
-    WriteGuest(bed, record + 32, directory ? 0 : static_cast<uint32_t>(std::filesystem::file_size(path)));
-    WriteText(bed, record + 40, Widen(path.filename().string()));
+    WriteGuest(bed, record + 32, directory ? 0 : static_cast<uint32_t>(files::file_size(path)));
+    WriteText(bed, record + 40, path.filename().u16string());
     return true;
 }
 
-uint32_t FindFirstFileW(Bed& bed, const Arguments& a) {
-    const std::filesystem::path pattern = HostPath(bed, a[0]);
+uint32_t FindFirstFileW(Bed& bed, std::u16string name, Address record) {
+    const files::path pattern = HostPath(bed, name);
     auto search = std::make_unique<Search>();
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(pattern.parent_path(), error)) {
+    for (const auto& entry : files::directory_iterator(pattern.parent_path(), error)) {
         if (fnmatch(pattern.filename().c_str(), entry.path().filename().c_str(), FNM_CASEFOLD) == 0) {
             search->names.push_back(entry.path());
         }
     }
     std::sort(search->names.begin(), search->names.end());
-    return WriteFound(bed, *search, a[1]) ? AddObject(bed, std::move(search))
-                                          : Fail(bed, kFileNotFound, kInvalidHandle);
+    return FindNextFileW(bed, *search, record) ? AddObject(bed, std::move(search))
+                                               : Fail(bed, kFileNotFound, kInvalidHandle);
 }
 
-uint32_t FindNextFileW(Bed& bed, const Arguments& a) {
-    auto* search = FindObject<Search>(bed, a[0]);
-    return search != nullptr && WriteFound(bed, *search, a[1]);
+bool GetSpecialFolder(Bed& bed, uint32_t, Address path, uint32_t folder) {
+    constexpr uint32_t kPersonal = 0x05, kProgramFiles = 0x26;
+    WriteText(bed, path, Widen(folder == kPersonal ? device_script::kDocuments : device_script::kProgramFiles));
+    return folder == kPersonal || folder == kProgramFiles;
 }
-
-uint32_t SHGetSpecialFolderPathW(Bed& bed, const Arguments& a) {
-    constexpr uint32_t kPersonal = 0x05;
-    constexpr uint32_t kProgramFiles = 0x26;
-    if (a[2] != kPersonal && a[2] != kProgramFiles) {
-        return 0;
-    }
-    WriteText(bed, a[1], a[2] == kPersonal ? u"\\My Documents" : u"\\Program Files");
-    return 1;
-}
-
-constexpr StandInRow kRows[] = {
-    {"CreateFileW", CreateFileW},
-    {"ReadFile", [](Bed& bed, const Arguments& a) { return Transfer(bed, a, false); }},
-    {"WriteFile", [](Bed& bed, const Arguments& a) { return Transfer(bed, a, true); }},
-    {"GetFileSize", GetFileSize},
-    {"SetFilePointer", SetFilePointer},
-    {"DeleteFileW", DeleteFileW},
-    {"MoveFileW", MoveFileW},
-    {"CreateDirectoryW", CreateDirectoryW},
-    {"FindFirstFileW", FindFirstFileW},
-    {"FindNextFileW", FindNextFileW},
-    {"FindClose", [](Bed& bed, const Arguments& a) -> uint32_t { return RemoveObject<Search>(bed, a[0]); }},
-    {"SHGetSpecialFolderPath", SHGetSpecialFolderPathW},
-    {"SHGetSpecialFolderPathW", SHGetSpecialFolderPathW},
-};
 
 }  // namespace
 
-std::span<const StandInRow> FileStandIns() {
-    return kRows;
+StandInTable FileStandIns() {
+    return {
+        {"CreateFileW", CreateFileW},
+        {"ReadFile", Transfer<false>},
+        {"WriteFile", Transfer<true>},
+        {"GetFileSize", [](Bed&, File& file) { return files::file_size(file.path); }},
+        {"SetFilePointer",
+         [](Bed&, File& file, int32_t distance, uint32_t, int from) { return lseek(file.descriptor, distance, from); }},
+        {"DeleteFileW", DeleteFileW},
+        {"MoveFileW", MoveFileW},
+        {"CreateDirectoryW",
+         [](Bed& bed, std::u16string name) {
+             return files::create_directory(HostPath(bed, name)) ? 1 : Fail(bed, kAlreadyExists);
+         }},
+        {"FindFirstFileW", FindFirstFileW},
+        {"FindNextFileW", FindNextFileW},
+        {"FindClose", RemoveObject<Search>},
+        {"SHGetSpecialFolderPath", GetSpecialFolder},
+        {"SHGetSpecialFolderPathW", GetSpecialFolder},
+    };
 }

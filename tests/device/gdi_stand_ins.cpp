@@ -1,8 +1,7 @@
 // Drawing: every call is written down, nothing is drawn. A handle of something else, or one released twice, is a fault.
 
+#include "tests/device/stand_in.h"
 #include "tests/device/window_state.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -20,23 +19,12 @@ uint32_t KindOf(Bed& bed, uint32_t object) {
     return isFirst ? object - kSelectedAtFirst : name[0] == 'f' ? kFont : name.rfind("pe", 0) == 0 ? kPen : kBitmap;
 }
 
-template <size_t Size>
-struct FunctionName {
-    char text[Size];
-    consteval FunctionName(const char (&name)[Size]) { std::copy_n(name, Size, text); }  // NOLINT: implicit on purpose
-};
-
-uint32_t LastHandle(const CallShape& shape, const Arguments& a) {
-    const std::string letters = shape.arguments;
-    return a[letters.rfind('h')];
-}
-
-template <FunctionName name>
+// What a shape says all of.
 uint32_t Record(Bed& bed, const Arguments& a) {
-    const CallShape& shape = ShapeOf(name.text);
-    const std::string made = NoteCall(bed, name.text, a);
+    const CallShape& shape = ShapeOf(a.function);
+    const std::string made = NoteCall(a);
     if (shape.releases) {
-        return RemoveObject<Drawing>(bed, LastHandle(shape, a));
+        return RemoveObject<Drawing>(bed, a[std::string(shape.arguments).rfind('h')]);
     }
     if (made.empty()) {
         return 1;
@@ -51,23 +39,22 @@ uint32_t SelectObject(Bed& bed, const Arguments& a) {
         AddFault(bed, "selects into what is no context");
     }
     const uint32_t kind = KindOf(bed, a[1]);
-    const auto [held, first] = Part<Selections>(bed).held.try_emplace({a[0], kind}, kSelectedAtFirst + kind);
-    const uint32_t before = held->second;
-    held->second = a[1];
-    NoteCall(bed, "SelectObject", a);
+    uint32_t& held = Part<Selections>(bed).held.try_emplace({a[0], kind}, kSelectedAtFirst + kind).first->second;
+    const uint32_t before = std::exchange(held, a[1]);
+    NoteCall(a);
     TraceOf(bed).Select(a[0], a[1], before);
     return before;
 }
 
 // PAINTSTRUCT: context, erase, rectangle, 10 more words.
 uint32_t BeginPaint(Bed& bed, const Arguments& a) {
-    const uint32_t context = Record<"BeginPaint">(bed, a);
+    const uint32_t context = Record(bed, a);
     WriteGuest(bed, a[1], std::array<uint32_t, 16>{context});
     return context;
 }
 
-uint32_t EndPaint(Bed& bed, const Arguments& a) {
-    NoteCall(bed, "EndPaint", a);
+bool EndPaint(Bed& bed, const Arguments& a) {
+    NoteCall(a);
     const auto context = ReadGuest<uint32_t>(bed, a[1]);
     TraceOf(bed).names.erase(context);
     return RemoveObject<Drawing>(bed, context);
@@ -78,7 +65,7 @@ uint32_t DrawTextW(Bed& bed, const Arguments& a) {
     constexpr uint32_t kMeasure = 0x400;  // DT_CALCRECT
     constexpr int32_t kHeight = 12;
     if ((a[4] & kMeasure) == 0) {
-        return Record<"DrawTextW">(bed, a);
+        return Record(bed, a);
     }
     auto area = ReadGuest<std::array<int32_t, 4>>(bed, a[3]);
     area[2] = area[0] + device_script::kCharacterWidth * static_cast<int32_t>(ReadText(bed, a[1]).size());
@@ -87,47 +74,22 @@ uint32_t DrawTextW(Bed& bed, const Arguments& a) {
     return kHeight;
 }
 
-uint32_t GetTextFaceW(Bed& bed, const Arguments& a) {
-    WriteText(bed, a[2], u"Tahoma");
-    return 7;
-}
-
-constexpr StandInRow kRows[] = {
-    {"BeginPaint", BeginPaint},
-    {"BitBlt", Record<"BitBlt">},
-    {"CreateCompatibleBitmap", Record<"CreateCompatibleBitmap">},
-    {"CreateCompatibleDC", Record<"CreateCompatibleDC">},
-    {"CreateFontIndirectW", Record<"CreateFontIndirectW">},
-    {"CreatePen", Record<"CreatePen">},
-    {"DeleteDC", Record<"DeleteDC">},
-    {"DeleteObject", Record<"DeleteObject">},
-    {"DestroyIcon", Record<"DestroyIcon">},
-    {"DrawIconEx", Record<"DrawIconEx">},
-    {"DrawTextW", DrawTextW},
-    {"EndPaint", EndPaint},
-    {"FillRect", Record<"FillRect">},
-    {"GetDC", Record<"GetDC">},
-    {"GetPixel", [](Bed&, const Arguments&) { return 0U; }},
-    {"GetStockObject", Record<"GetStockObject">},
-    {"GetSysColorBrush", [](Bed&, const Arguments&) { return 1U; }},
-    {"GetTextFaceW", GetTextFaceW},
-    {"ImageList_Create", Record<"ImageList_Create">},
-    {"ImageList_Destroy", Record<"ImageList_Destroy">},
-    {"ImageList_ReplaceIcon", Record<"ImageList_ReplaceIcon">},
-    {"LoadBitmapW", Record<"LoadBitmapW">},
-    {"LoadIconW", Record<"LoadIconW">},
-    {"Polyline", Record<"Polyline">},
-    {"ReleaseDC", Record<"ReleaseDC">},
-    {"SelectObject", SelectObject},
-    {"SetBkColor", Record<"SetBkColor">},
-    {"SetBkMode", Record<"SetBkMode">},
-    {"SetPixel", Record<"SetPixel">},
-    {"SetTextColor", Record<"SetTextColor">},
-    {"StretchBlt", Record<"StretchBlt">},
-};
-
 }  // namespace
 
-std::span<const StandInRow> GdiStandIns() {
-    return kRows;
+StandInTable GdiStandIns() {
+    StandInTable table;
+    for (const CallShape& shape : CallShapes()) {
+        table.push_back({shape.name, Record});
+    }
+    const StandInTable others = {
+        {"BeginPaint", BeginPaint},
+        {"DrawTextW", DrawTextW},
+        {"EndPaint", EndPaint},
+        {"GetPixel", [](Bed&) { return 0; }},
+        {"GetSysColorBrush", Ignore},
+        {"GetTextFaceW", [](Bed& bed, uint32_t, uint32_t, Address face) { return WriteText(bed, face, u"Tahoma"), 7; }},
+        {"SelectObject", SelectObject},
+    };
+    table.insert(table.end(), others.begin(), others.end());
+    return table;
 }

@@ -8,11 +8,7 @@ template <class Text>
 Text ReadUnits(Bed& bed, Address address) {
     using Unit = typename Text::value_type;
     Text text;
-    while (address != 0) {
-        const auto unit = ReadGuest<Unit>(bed, address);
-        if (unit == 0) {
-            break;
-        }
+    while (const auto unit = address != 0 ? ReadGuest<Unit>(bed, address) : Unit{0}) {
         text += unit;
         address += sizeof(Unit);
     }
@@ -53,9 +49,5 @@ std::string Narrow(std::u16string_view text) {
 }
 
 std::u16string Widen(std::string_view text) {
-    std::u16string wide;
-    for (const char letter : text) {
-        wide += static_cast<uint8_t>(letter);
-    }
-    return wide;
+    return {text.begin(), text.end()};
 }

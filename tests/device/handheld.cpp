@@ -71,15 +71,6 @@ std::string Handheld::ReadData(const std::string& name) const {
 void Handheld::OnWorldChanged(const World& world) {
     if (bed != nullptr) {
         Part<World>(*bed) = world;
-        bed->tickCount = world.tickCount;
-        bed->localTime = {static_cast<uint16_t>(world.year),
-                          static_cast<uint16_t>(world.month),
-                          0,
-                          static_cast<uint16_t>(world.day),
-                          static_cast<uint16_t>(world.hour),
-                          device_script::kMinute,
-                          device_script::kSecond,
-                          0};
     }
 }
 
@@ -87,6 +78,11 @@ uint64_t Handheld::Attach() {
     bed = OpenBed(Setting("QUORVANE_DEVICE_LIBRARY"), folder, base, core);
     Part<WindowState>(*bed).player = &player;
     Part<Registry>(*bed) = registry;
+    player.trace.memory = [this](uint64_t address, size_t bytes) -> const void* {
+        static constexpr uint8_t kNothing[256] = {};
+        const uint8_t* memory = GuestMemory(*bed, static_cast<Address>(address), bytes);
+        return memory != nullptr ? memory : kNothing;
+    };
     OnWorldChanged(player.world);
     EXPECT_TRUE(AttachLibrary(*bed));
     const uint32_t host = AddWindow(*bed, "host", 0, 0);
@@ -96,7 +92,6 @@ uint64_t Handheld::Attach() {
 }
 
 void Handheld::Detach() {
-    std::erase_if(player.trace.names, [](const auto& name) { return name.second == "item"; });
     DetachLibrary(*bed);
     Free(*bed, record);
     registry = Part<Registry>(*bed);
@@ -105,11 +100,14 @@ void Handheld::Detach() {
 }
 
 void Handheld::OpenOptions() {
-    const auto resource = FindGuestResource(*bed, 5, IDD_TODAY_OPTIONS);
-    const uint32_t dialog =
-        OpenDialog(*bed, "dialog 500", resource ? resource->data : 0, 0, ExportByOrdinal(*bed, 241));
-    player.RunDialog(dialog);
-    EndWindow(*bed, dialog);
+    const Address source = FindGuestResource(*bed, 5, IDD_TODAY_OPTIONS);
+    player.RunDialog(OpenDialog(*bed, "dialog 500", source, 0, ExportByOrdinal(*bed, 241)));
+}
+
+void Handheld::CloseWindow(uint64_t window) {
+    if (FindWindow(*bed, static_cast<uint32_t>(window)) != nullptr) {
+        RemoveWindow(*bed, static_cast<uint32_t>(window));
+    }
 }
 
 int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {
@@ -125,40 +123,15 @@ int64_t Handheld::SendData(uint64_t window, uint32_t message, uint64_t wParam, s
     return result;
 }
 
-int64_t Handheld::Notify(uint64_t window, uint32_t control, int32_t code, std::span<const uint32_t> data) {
-    constexpr uint32_t kNotify = 0x004E;
-    std::vector<uint32_t> notice = {static_cast<uint32_t>(Control(window, control)), control,
-                                    static_cast<uint32_t>(code)};
-    notice.insert(notice.end(), data.begin(), data.end());
-    return SendData(window, kNotify, control, notice);
-}
-
-void Handheld::Refresh(uint64_t item, uint32_t message) {
-    const int64_t result = Send(item, message, 0, record);
-    player.trace.Add("  result " + std::to_string(result) + " height " +
-                     std::to_string(ReadGuest<uint32_t>(*bed, record + kRecordHeight)));
-}
-
-uint64_t Handheld::Context(uint64_t) {
-    Name(*bed, 1, "the host's");
-    return 1;
+uint32_t Handheld::RecordedHeight() {
+    return ReadGuest<uint32_t>(*bed, record + kRecordHeight);
 }
 
 std::vector<ControlState> Handheld::Controls(uint64_t window) {
     std::vector<ControlState> states;
     const Window* dialog = FindWindow(*bed, static_cast<uint32_t>(window));
-    for (size_t i = 0; dialog != nullptr && i < dialog->children.size(); ++i) {
-        states.push_back(DescribeWindow(*FindWindow(*bed, dialog->children[i])));
+    for (const uint32_t child : dialog != nullptr ? dialog->children : std::vector<uint32_t>()) {
+        states.push_back(DescribeWindow(*FindWindow(*bed, child)));
     }
     return states;
-}
-
-std::vector<uint64_t> Handheld::ShownPages() {
-    std::vector<uint64_t> shown;
-    for (const WindowState::Page& page : Part<WindowState>(*bed).pages) {
-        if (page.window != 0) {
-            shown.push_back(page.window);
-        }
-    }
-    return shown;
 }

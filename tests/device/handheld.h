@@ -34,15 +34,16 @@ struct Handheld : System {
     uint64_t Attach() override;
     void Detach() override;
     void OpenOptions() override;
+    uint64_t OpenPage(uint32_t page) override { return ::OpenPage(*bed, page); }
+    void CloseWindow(uint64_t window) override;
     int64_t Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) override;
     int64_t SendData(uint64_t window, uint32_t message, uint64_t wParam, std::span<const uint32_t> data) override;
-    int64_t Notify(uint64_t window, uint32_t control, int32_t code, std::span<const uint32_t> data) override;
-    void Refresh(uint64_t item, uint32_t message) override;
+    uint32_t WordsOfHandle() const override { return 1; }
+    uint64_t Record() override { return record; }
+    uint32_t RecordedHeight() override;
     uint64_t Control(uint64_t window, uint32_t id) override {
         return FindControl(*bed, static_cast<uint32_t>(window), id);
     }
-    uint64_t Context(uint64_t window) override;
-    uint64_t ShowPage(uint32_t page) override { return ::ShowPage(*bed, page); }
-    std::vector<uint64_t> ShownPages() override;
+    uint64_t Context(uint64_t) override { return 1; }
     std::vector<ControlState> Controls(uint64_t window) override;
 };

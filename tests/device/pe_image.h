@@ -1,4 +1,5 @@
-// tests/device/pe_image.h - a PE32 library for ARM handhelds, laid out as its loader lays it out, before binding.
+// tests/device/pe_image.h - a PE32 library for ARM handhelds, laid out as its loader lays it out, before binding. What
+// is wrong in its headers and tables, tests/device/check-library tells.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +27,7 @@ struct ImageImport {
 struct PeImage {
     uint32_t base;               // where `bytes` belong now
     uint32_t entry;              // from the base
-    uint32_t resources;          // from the base; 0: none
+    uint32_t resources;          // from the base
     std::vector<uint8_t> bytes;  // headers and sections
     std::vector<ImageSection> sections;
     std::vector<ImageImport> imports;
@@ -34,9 +35,7 @@ struct PeImage {
     std::map<uint32_t, uint32_t> exports;  // ordinal, address from the base
 };
 
-// Returns what is wrong with the file, or an empty text. Only what a Windows CE 4.2 loader for ARM accepts passes:
-// PE32, machine 0x1C0, a relocatable DLL of subsystem 9 (version 4.20 at most), sections in order and apart, none both
-// writable and executable, HIGHLOW relocations inside writable or read-only data or code, everything within the file.
-std::string LayOutImage(std::span<const uint8_t> file, PeImage& image);
+// False for what is no PE file for ARM, reaches outside of itself, or has a section that is writable and executable.
+bool LayOutImage(std::span<const uint8_t> file, PeImage& image);
 
 void RelocateImage(PeImage& image, uint32_t base);

@@ -4,6 +4,8 @@
 
 #include "tests/device/processor.h"
 
+#include "tests/device/stand_in.h"
+
 #include <unicorn/unicorn.h>
 
 #include <algorithm>
@@ -25,10 +27,11 @@ constexpr uint64_t kEndless = 500'000'000;   // instructions
 constexpr uint32_t kFlags = 0xF0000000;      // N, Z, C, V of the status register
 
 enum Register { kR4 = 4, kR12 = 12, kSp = 13, kLr = 14, kPc = 15, kStatus = 16, kRegisters = 17 };
-int registerIds[kRegisters] = {UC_ARM_REG_R0,  UC_ARM_REG_R1,  UC_ARM_REG_R2,  UC_ARM_REG_R3, UC_ARM_REG_R4,
-                               UC_ARM_REG_R5,  UC_ARM_REG_R6,  UC_ARM_REG_R7,  UC_ARM_REG_R8, UC_ARM_REG_R9,
-                               UC_ARM_REG_R10, UC_ARM_REG_R11, UC_ARM_REG_R12, UC_ARM_REG_SP, UC_ARM_REG_LR,
-                               UC_ARM_REG_PC,  UC_ARM_REG_CPSR};
+int RegisterId(int number) {
+    constexpr int kSpecial[] = {UC_ARM_REG_SP, UC_ARM_REG_LR, UC_ARM_REG_PC, UC_ARM_REG_CPSR};
+    return number < kSp ? UC_ARM_REG_R0 + number : kSpecial[number - kSp];
+}
+
 struct Registers {
     uint32_t values[kRegisters];
 };
@@ -36,14 +39,14 @@ struct Registers {
 Registers ReadRegisters(Bed& bed) {
     Registers registers = {};
     for (int i = 0; i < kRegisters; ++i) {
-        uc_reg_read(bed.processor->engine, registerIds[i], &registers.values[i]);
+        uc_reg_read(bed.processor->engine, RegisterId(i), &registers.values[i]);
     }
     return registers;
 }
 
 void WriteRegisters(Bed& bed, const Registers& registers) {
     for (int i = 0; i < kRegisters; ++i) {
-        uc_reg_write(bed.processor->engine, registerIds[i], &registers.values[i]);
+        uc_reg_write(bed.processor->engine, RegisterId(i), &registers.values[i]);
     }
 }
 
@@ -110,10 +113,10 @@ void CallStandIn(Bed& bed) {
         WriteRegisters(bed, registers);
         return Kill(bed, "calls " + name + ", which has no stand-in,");
     }
-    Arguments arguments{bed, {}, registers.values[kSp]};
+    Arguments arguments{bed, name, {}, registers.values[kSp]};
     std::copy_n(registers.values, 4, arguments.registers);
     ++bed.figures.imports;
-    registers.values[0] = standIn->second(bed, arguments);
+    registers.values[0] = standIn->second(arguments);
     PoisonRegisters(registers);
     registers.values[kPc] = back;
     WriteRegisters(bed, registers);
@@ -217,9 +220,9 @@ std::unique_ptr<Bed> NewBed(Core core) {
     uc_open(UC_ARCH_ARM, UC_MODE_ARM, &processor.engine);
     uc_ctl_set_cpu_model(processor.engine, core == Core::StrongArm ? UC_CPU_ARM_SA1110 : UC_CPU_ARM_TI925T);
     processor.systemMode = core == Core::Arm925ThumbSystem ? 1 : 0;
-    for (const auto& table : {KernelStandIns(), FileStandIns(), TextStandIns(), RegistryStandIns(), NetworkStandIns(),
-                              SocketStandIns(), WindowStandIns(), GdiStandIns(), DialogStandIns()}) {
-        for (const StandInRow& row : table) {
+    for (const auto& standIns : {GdiStandIns, KernelStandIns, FileStandIns, TextStandIns, RegistryStandIns,
+                                 NetworkStandIns, SocketStandIns, WindowStandIns, DialogStandIns}) {
+        for (const StandInRow& row : standIns()) {
             bed->standIns[row.name] = row.call;
         }
     }
@@ -283,8 +286,4 @@ Address StandInAddress(Bed& bed, const std::string& name) {
 
 uint32_t Arguments::operator[](size_t index) const {
     return index < 4 ? registers[index] : ReadGuest<uint32_t>(bed, stack + static_cast<uint32_t>(index - 4) * 4);
-}
-
-const std::vector<std::string>& ImportNames(const Bed& bed) {
-    return bed.processor->trapNames;
 }

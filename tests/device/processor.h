@@ -8,7 +8,7 @@
 struct Processor {
     uc_engine* engine = nullptr;
     GuestMap memory;
-    std::vector<std::string> trapNames;
+    std::deque<std::string> trapNames;  // stand-ins hold on to theirs
     std::map<std::string, Address> traps;
     std::map<uint32_t, uint32_t> exports;
     uint32_t entry = 0;  // from the image's base, as the exports and the resources

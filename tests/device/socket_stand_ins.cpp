@@ -1,13 +1,10 @@
 // Winsock with datagrams to the script's hosts, the connection manager, and the internet library.
 
-#include "tests/device/player.h"
+#include "tests/device/stand_in.h"
 #include "tests/device/stand_in_state.h"
 #include "tests/support/node_status_reply.h"
 
 #include <arpa/inet.h>
-#include <strings.h>
-
-#include <algorithm>
 
 namespace {
 
@@ -26,151 +23,135 @@ struct HostEntry {
     Address record = 0;
 };
 
-uint32_t NewInternet(Bed& bed, const Arguments&) {
-    return AddObject(bed, std::make_unique<Internet>());
+template <class Kind>
+uint32_t New(Bed& bed) {
+    return AddObject(bed, std::make_unique<Kind>());
 }
 
-uint32_t SendTo(Bed& bed, const Arguments& a) {
+uint32_t SetBlocking(Bed& bed, Socket& socket, uint32_t command, Address value) {
+    constexpr uint32_t kNonBlocking = 0x8004667E;
+    socket.blocks = ReadGuest<uint32_t>(bed, value) == 0;
+    return command == kNonBlocking ? 0 : kFailed;
+}
+
+uint32_t SendTo(Bed& bed, Socket& socket, Address data, uint32_t bytes, uint32_t, Address to) {
     constexpr uint16_t kNodeStatusPort = 137;
-    auto* socket = FindObject<Socket>(bed, a[0]);
-    if (socket == nullptr || GuestMemory(bed, a[1], a[2]) == nullptr || socket->blocks) {
+    if (GuestMemory(bed, data, bytes) == nullptr || socket.blocks) {
         return kFailed;
     }
-    const device_script::Host* host = FindHost(ReadGuest<uint32_t>(bed, a[4] + 4));
-    if (host != nullptr && host->name != nullptr && ntohs(ReadGuest<uint16_t>(bed, a[4] + 2)) == kNodeStatusPort) {
-        socket->waiting = NodeStatusReply({host->name});
+    const device_script::Host* host = device_script::FindHost(ReadGuest<uint32_t>(bed, to + 4));
+    if (host != nullptr && host->name != nullptr && ntohs(ReadGuest<uint16_t>(bed, to + 2)) == kNodeStatusPort) {
+        socket.waiting = NodeStatusReply({host->name});
     }
-    return a[2];
+    return bytes;
 }
 
-// Sets are a count and the sockets. One that has nothing will not get it by waiting.
-uint32_t Select(Bed& bed, const Arguments& a) {
-    uint32_t ready = 0;
-    for (uint32_t i = 0; i < ReadGuest<uint32_t>(bed, a[1]); ++i) {
-        const auto handle = ReadGuest<uint32_t>(bed, a[1] + 4 + i * 4);
-        const auto* socket = FindObject<Socket>(bed, handle);
-        if (socket != nullptr && !socket->waiting.empty()) {
-            WriteGuest(bed, a[1] + 4 + ready++ * 4, handle);
+// A set is a count and the sockets.
+bool IsInSet(Bed& bed, uint32_t socket, Address set) {
+    for (uint32_t i = 0; i < ReadGuest<uint32_t>(bed, set); ++i) {
+        if (ReadGuest<uint32_t>(bed, set + 4 + i * 4) == socket) {
+            return true;
         }
     }
-    WriteGuest(bed, a[1], ready);
-    WriteGuest(bed, a[3], uint32_t{0});
+    return false;
+}
+
+// A socket that has nothing will not get it by waiting.
+uint32_t Select(Bed& bed, uint32_t, Address readable, uint32_t, Address exceptional) {
+    uint32_t ready = 0;
+    for (uint32_t i = 0; i < ReadGuest<uint32_t>(bed, readable); ++i) {
+        const auto handle = ReadGuest<uint32_t>(bed, readable + 4 + i * 4);
+        const auto* socket = FindObject<Socket>(bed, handle);
+        if (socket != nullptr && !socket->waiting.empty()) {
+            WriteGuest(bed, readable + 4 + ready++ * 4, handle);
+        }
+    }
+    WriteGuest(bed, readable, ready);
+    WriteGuest(bed, exceptional, uint32_t{0});
     return ready;
 }
 
-uint32_t IsInSet(Bed& bed, const Arguments& a) {
-    for (uint32_t i = 0; i < ReadGuest<uint32_t>(bed, a[1]); ++i) {
-        if (ReadGuest<uint32_t>(bed, a[1] + 4 + i * 4) == a[0]) {
-            return 1;
-        }
-    }
-    return 0;
-}
-
-uint32_t ReceiveFrom(Bed& bed, const Arguments& a) {
-    auto* socket = FindObject<Socket>(bed, a[0]);
-    if (socket == nullptr || socket->waiting.empty() || socket->waiting.size() > a[2]) {
+size_t ReceiveFrom(Bed& bed, Socket& socket, Address buffer, uint32_t room) {
+    if (socket.waiting.empty() || socket.waiting.size() > room) {
         return kFailed;
     }
-    const std::vector<uint8_t> datagram = std::move(socket->waiting);
-    WriteBytes(bed, a[1], datagram.data(), datagram.size());
-    return static_cast<uint32_t>(datagram.size());
+    const std::vector<uint8_t> datagram = std::move(socket.waiting);
+    WriteBytes(bed, buffer, datagram.data(), datagram.size());
+    return datagram.size();
 }
 
 // The entry belongs to Winsock and is there until the next call.
-uint32_t GetHostByName(Bed& bed, const Arguments& a) {
-    const std::string name = ReadNarrow(bed, a[0]);
-    const auto* host =
-        std::find_if(std::begin(device_script::kHosts), std::end(device_script::kHosts), [&](const auto& candidate) {
-            return candidate.dnsName != nullptr && strcasecmp(candidate.dnsName, name.c_str()) == 0;
-        });
-    if (host == std::end(device_script::kHosts)) {
+Address GetHostByName(Bed& bed, std::string name) {
+    const device_script::Host* host = device_script::FindHostNamed(name);
+    if (host == nullptr) {
         return 0;
     }
     Address& entry = Part<HostEntry>(bed).record;
     entry = entry != 0 ? entry : Allocate(bed, 32);
-    const uint32_t words[] = {a[0], 0, 0x00040002, entry + 16, entry + 24, 0, htonl(0xC0A80700U | host->lastByte)};
+    const uint32_t words[] = {0, 0, 0x00040002, entry + 16, entry + 24, 0, device_script::AddressOf(*host)};
     WriteGuest(bed, entry, words);
     return entry;
 }
 
-uint32_t EstablishConnection(Bed& bed, const Arguments& a) {
-    if (ReadGuest<uint32_t>(bed, a[0]) != 64) {
-        return kNoInterface;
+uint32_t EndWinsock(Bed& bed) {
+    Address& entry = Part<HostEntry>(bed).record;
+    if (entry != 0) {
+        Free(bed, entry);
     }
-    WriteGuest(bed, a[1], AddObject(bed, std::make_unique<Connection>()));
+    entry = 0;
     return 0;
 }
 
-uint32_t ReadBody(Bed& bed, const Arguments& a) {
-    constexpr std::string_view kBody = device_script::kEchoBody;
-    auto* internet = FindObject<Internet>(bed, a[0]);
-    if (internet == nullptr) {
-        return 0;
+uint32_t EstablishConnection(Bed& bed, Address request, Address connection) {
+    if (ReadGuest<uint32_t>(bed, request) != 64) {
+        return kNoInterface;
     }
-    const std::string_view rest = kBody.substr(internet->read).substr(0, a[2]);
-    WriteBytes(bed, a[1], rest.data(), rest.size());
-    internet->read += rest.size();
-    WriteGuest(bed, a[3], static_cast<uint32_t>(rest.size()));
-    return 1;
+    WriteGuest(bed, connection, New<Connection>(bed));
+    return 0;
 }
 
-constexpr StandInRow kRows[] = {
-    {"WSAStartup",
-     [](Bed& bed, const Arguments& a) {
-         WriteGuest(bed, a[1], std::array<uint8_t, 400>{});
-         return 0U;
-     }},
-    {"WSACleanup",
-     [](Bed& bed, const Arguments&) {
-         Address& entry = Part<HostEntry>(bed).record;
-         if (entry != 0) {
-             Free(bed, entry);
-             entry = 0;
-         }
-         return 0U;
-     }},
-    {"socket", [](Bed& bed, const Arguments&) { return AddObject(bed, std::make_unique<Socket>()); }},
-    {"closesocket", [](Bed& bed, const Arguments& a) { return RemoveObject<Socket>(bed, a[0]) ? 0 : kFailed; }},
-    {"ioctlsocket",
-     [](Bed& bed, const Arguments& a) {
-         constexpr uint32_t kNonBlocking = 0x8004667E;
-         auto* socket = FindObject<Socket>(bed, a[0]);
-         if (socket == nullptr || a[1] != kNonBlocking) {
-             return kFailed;
-         }
-         socket->blocks = ReadGuest<uint32_t>(bed, a[2]) == 0;
-         return 0U;
-     }},
-    {"sendto", SendTo},
-    {"select", Select},
-    {"__WSAFDIsSet", IsInSet},
-    {"recvfrom", ReceiveFrom},
-    {"gethostbyname", GetHostByName},
-    {"inet_addr", [](Bed& bed, const Arguments& a) { return inet_addr(ReadNarrow(bed, a[0]).c_str()); }},
-    {"htons", [](Bed&, const Arguments& a) -> uint32_t { return htons(static_cast<uint16_t>(a[0])); }},
-    {"htonl", [](Bed&, const Arguments& a) { return htonl(a[0]); }},
-    {"ntohl", [](Bed&, const Arguments& a) { return ntohl(a[0]); }},
-    {"ConnMgrEstablishConnection", EstablishConnection},
-    {"ConnMgrConnectionStatus",
-     [](Bed& bed, const Arguments& a) {
-         constexpr uint32_t kConnected = 16;
-         WriteGuest(bed, a[1], kConnected);
-         return 0U;
-     }},
-    {"ConnMgrReleaseConnection",
-     [](Bed& bed, const Arguments& a) { return RemoveObject<Connection>(bed, a[0]) ? 0 : kFailed; }},
-    {"ConnMgrProviderMessage", [](Bed&, const Arguments&) { return kNoInterface; }},
-    {"InternetOpenW", NewInternet},
-    {"InternetConnectW", NewInternet},
-    {"HttpOpenRequestW", NewInternet},
-    {"HttpSendRequestW", [](Bed&, const Arguments&) { return 1U; }},
-    {"InternetReadFile", ReadBody},
-    {"InternetCloseHandle", [](Bed& bed, const Arguments& a) -> uint32_t { return RemoveObject<Internet>(bed, a[0]); }},
-};
+uint32_t GetConnectionStatus(Bed& bed, Connection&, Address status) {
+    constexpr uint32_t kConnected = 16;
+    WriteGuest(bed, status, kConnected);
+    return 0;
+}
+
+void ReadBody(Bed& bed, Internet& internet, Address buffer, uint32_t room, Address bytes) {
+    const std::string_view rest = std::string_view(device_script::kEchoBody).substr(internet.read).substr(0, room);
+    WriteBytes(bed, buffer, rest.data(), rest.size());
+    internet.read += rest.size();
+    WriteGuest(bed, bytes, static_cast<uint32_t>(rest.size()));
+}
 
 }  // namespace
 
-std::span<const StandInRow> SocketStandIns() {
-    return kRows;
+StandInTable SocketStandIns() {
+    return {
+        {"WSAStartup",
+         [](Bed& bed, uint32_t, Address data) { return WriteGuest(bed, data, std::array<uint8_t, 400>{}), 0; }},
+        {"WSACleanup", EndWinsock},
+        {"socket", New<Socket>},
+        {"closesocket", [](Bed& bed, uint32_t socket) { return RemoveObject<Socket>(bed, socket) ? 0 : kFailed; }},
+        {"ioctlsocket", SetBlocking},
+        {"sendto", SendTo},
+        {"select", Select},
+        {"__WSAFDIsSet", IsInSet},
+        {"recvfrom", ReceiveFrom},
+        {"gethostbyname", GetHostByName},
+        {"inet_addr", [](Bed&, std::string text) { return inet_addr(text.c_str()); }},
+        {"htons", [](Bed&, uint16_t value) { return htons(value); }},
+        {"htonl", [](Bed&, uint32_t value) { return htonl(value); }},
+        {"ntohl", [](Bed&, uint32_t value) { return ntohl(value); }},
+        {"ConnMgrEstablishConnection", EstablishConnection},
+        {"ConnMgrConnectionStatus", GetConnectionStatus},
+        {"ConnMgrReleaseConnection",
+         [](Bed& bed, uint32_t handle) { return RemoveObject<Connection>(bed, handle) ? 0 : kFailed; }},
+        {"ConnMgrProviderMessage", [](Bed&) { return kNoInterface; }},
+        {"InternetOpenW", New<Internet>},
+        {"InternetConnectW", New<Internet>},
+        {"HttpOpenRequestW", New<Internet>},
+        {"HttpSendRequestW", Ignore},
+        {"InternetReadFile", ReadBody},
+        {"InternetCloseHandle", RemoveObject<Internet>},
+    };
 }

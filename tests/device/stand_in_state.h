@@ -3,7 +3,7 @@
 #pragma once
 
 #include "tests/device/bed.h"
-#include "tests/device/script.h"
+#include "tests/device/player.h"
 
 #include <deque>
 #include <map>
@@ -48,9 +48,6 @@ void RunThreads(Bed& bed);
 struct Modules {
     int libraryUses = 1;  // of the library itself
 };
-
-// Who in the script's network has that address (network byte order); null: nobody.
-const device_script::Host* FindHost(uint32_t address);
 
 // The wireless driver "UIO1:", opened as a file; 0: there is none.
 uint32_t OpenDriver(Bed& bed);

@@ -9,43 +9,21 @@
 
 namespace {
 
+// clang-format off
 constexpr CallShape kShapes[] = {
-    {"BeginPaint", "h-", "paint"},
-    {"BitBlt", "hiiiihiix"},
-    {"CreateCompatibleBitmap", "-ii", "bitmap"},
-    {"CreateCompatibleDC", "-", "memory"},
-    {"CreateFontIndirectW", "f", "font"},
-    {"CreatePen", "iic", "pen"},
-    {"CreateProcessW", "-s--------"},
-    {"DeleteDC", "h", "", true},
-    {"DeleteObject", "h", "", true},
-    {"DestroyIcon", "h", "", true, true},
-    {"DrawIconEx", "hiih----x"},
-    {"DrawTextW", "hsirx"},
-    {"EndDialog", "hi"},
-    {"EndPaint", "h-"},
-    {"FillRect", "hrh"},
-    {"GetDC", "h", "context"},
-    {"GetStockObject", "i", "stock", false, true},
-    {"ImageList_Create", "iixii", "images"},
-    {"ImageList_Destroy", "h", "", true},
-    {"ImageList_ReplaceIcon", "hih"},
-    {"InvalidateRect", "h-i"},
-    {"KillTimer", "hi"},
-    {"LoadBitmapW", "-i", "picture"},
-    {"LoadIconW", "-i", "icon", false, true},
-    {"LoadImageW", "-i----", "icon", false, true},
-    {"MessageBoxW", "hssx"},
-    {"Polyline", "hpi"},
-    {"ReleaseDC", "-h", "", true},
-    {"SelectObject", "hh"},
-    {"SetBkColor", "hc"},
-    {"SetBkMode", "hi"},
-    {"SetPixel", "hiic"},
-    {"SetTextColor", "hc"},
-    {"SetTimer", "hii-"},
-    {"StretchBlt", "hiiiihiiiix"},
+    {"BeginPaint", "h-", "paint"}, {"BitBlt", "hiiiihiix"}, {"CreateCompatibleBitmap", "-ii", "bitmap"},
+    {"CreateCompatibleDC", "-", "memory"}, {"CreateFontIndirectW", "f", "font"}, {"CreatePen", "iic", "pen"},
+    {"CreateProcessW", "-s--------"}, {"DeleteDC", "h", "", true}, {"DeleteObject", "h", "", true},
+    {"DestroyIcon", "h", "", true, true}, {"DrawIconEx", "hiih----x"}, {"DrawTextW", "hsirx"}, {"EndDialog", "hi"},
+    {"EndPaint", "h-"}, {"FillRect", "hrh"}, {"GetDC", "h", "context"}, {"GetStockObject", "i", "stock", false, true},
+    {"ImageList_Create", "iixii", "images"}, {"ImageList_Destroy", "h", "", true}, {"ImageList_ReplaceIcon", "hih"},
+    {"InvalidateRect", "h-i"}, {"KillTimer", "hi"}, {"LoadBitmapW", "-i", "picture"},
+    {"LoadIconW", "-i", "icon", false, true}, {"LoadImageW", "-i----", "icon", false, true}, {"MessageBoxW", "hssx"},
+    {"Polyline", "hpi"}, {"ReleaseDC", "-h", "", true}, {"SelectObject", "hh"}, {"SetBkColor", "hc"},
+    {"SetBkMode", "hi"}, {"SetPixel", "hiic"}, {"SetTextColor", "hc"}, {"SetTimer", "hii-"},
+    {"StretchBlt", "hiiiihiiiix"}
 };
+// clang-format on
 
 template <class... Values>
 std::string Print(const char* format, Values... values) {
@@ -97,6 +75,17 @@ std::string ArgumentText(const Trace& trace, char letter, uint64_t value, uint64
     }
 }
 
+// Of a memory context: the lowest that no other one has.
+std::string FreeNumber(const std::map<uint64_t, std::string>& names) {
+    std::string number;
+    for (int i = 1; number.empty(); ++i) {
+        const std::string wanted = "memory " + std::to_string(i);
+        const bool isUsed = std::any_of(names.begin(), names.end(), [&](const auto& n) { return n.second == wanted; });
+        number = isUsed ? "" : std::to_string(i);
+    }
+    return number;
+}
+
 std::string Describe(const ControlState& control) {
     std::string line = std::to_string(control.id) + " " + control.kind + " \"" + control.text + '"';
     line += control.enabled ? "" : " disabled";
@@ -108,6 +97,10 @@ std::string Describe(const ControlState& control) {
 }
 
 }  // namespace
+
+std::string DateText(std::span<const uint16_t, 8> date) {
+    return Print("%d-%d-%d", date[0], date[1], date[3]);
+}
 
 std::span<const CallShape> CallShapes() {
     return kShapes;
@@ -163,18 +156,18 @@ std::string Trace::Note(const CallShape& shape, std::span<const uint64_t> argume
         }
         names.erase(handle);
     }
-    std::string name = shape.makes;
-    if (name == "memory") {
-        const auto inUse = [&](const std::string& wanted) {
-            return std::any_of(names.begin(), names.end(), [&](const auto& n) { return n.second == wanted; });
-        };
-        int number = 1;
-        while (inUse("memory " + std::to_string(number))) {
-            ++number;
-        }
-        texts = " " + std::to_string(number);
+    if (shape.makes == std::string_view("memory")) {
+        texts = " " + FreeNumber(names);
     }
-    return name.empty() ? name : name + texts;
+    return shape.makes[0] != 0 ? shape.makes + texts : "";
+}
+
+void Trace::NoteWatermark(uint64_t window, uint32_t right, uint32_t bottom) {
+    Add("watermark of " + NameOf(window) + " " + std::to_string(right) + " " + std::to_string(bottom));
+}
+
+void Trace::NoteKeyboard(uint64_t window, bool isShown) {
+    Add((isShown ? "keyboard for " : "no keyboard for ") + NameOf(window));
 }
 
 void Trace::Select(uint64_t context, uint64_t object, uint64_t before) {

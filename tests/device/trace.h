@@ -22,15 +22,17 @@ struct CallShape {
 const CallShape& ShapeOf(const std::string& name);  // ends the program for an unknown one
 std::span<const CallShape> CallShapes();
 
+std::string DateText(std::span<const uint16_t, 8> date);  // of a SYSTEMTIME
+
 // A control of a dialog as a person sees it.
 struct ControlState {
     int32_t id;
     std::string kind;  // window class, small letters
     std::string text;
     bool enabled;
-    int64_t check;                   // buttons
-    int64_t selected;                // index in a list, -1 without
-    std::vector<std::string> items;  // of a list; a list view's columns, then rows: cells and image
+    int64_t check = 0;                    // buttons
+    int64_t selected = -1;                // index in a list, -1 without
+    std::vector<std::string> items = {};  // of a list; a list view's columns, then rows: cells and image
 };
 
 struct Trace {
@@ -48,6 +50,8 @@ struct Trace {
     // Writes a call down, before it is made, and gives what its result is to be called ("" for none).
     std::string Note(const CallShape& shape, std::span<const uint64_t> arguments);
     void Select(uint64_t context, uint64_t object, uint64_t before);
+    void NoteWatermark(uint64_t window, uint32_t right, uint32_t bottom);
+    void NoteKeyboard(uint64_t window, bool isShown);
     // A dialog or page of that name opens; and it is gone, with all that is named after it.
     void Open(const std::string& name);
     void Close(uint64_t window);

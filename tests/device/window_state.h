@@ -22,29 +22,26 @@ struct Window : Object {
     std::string kind;  // class, small letters; "dialog" for dialogs and pages
     uint32_t parent = 0;
     int32_t id = 0;
-    uint32_t style = 0;
     Address procedure = 0;  // of the guest; 0: a system's control or the host's own window
     std::u16string text;
     bool enabled = true;
-    int32_t area[4] = {};            // x, y, width, height
-    std::vector<uint32_t> children;  // in the template's order
+    std::array<int32_t, 4> area = {};  // x, y, width, height
+    std::vector<uint32_t> children;    // in the template's order
     int64_t check = 0, selected = -1, position = 0;
     bool droppedDown = false;
-    uint16_t date[8] = {};
+    std::array<uint16_t, 8> date = {};
     std::vector<std::u16string> items;  // of a drop-down list
     std::vector<ListColumn> columns;
     std::vector<ListRow> rows;
 };
 
 struct WindowState {
-    Player* player = nullptr;  // none: a test without a script, whose trace is `spare`
-    Trace spare;
+    Player* player = nullptr;
     std::map<std::u16string, Address> classes;
     std::map<Address, uint32_t> templates;  // the number of each that was found
     struct Page {
         uint32_t templateNumber;
         Address procedure;
-        uint32_t window;  // 0 until it is shown
     };
     std::vector<Page> pages;  // of the open sheet
     uint32_t sheet = 0, taskbar = 0;
@@ -56,7 +53,7 @@ inline constexpr uint32_t kSelectedAtFirst = 0x0BAD0000;
 Trace& TraceOf(Bed& bed);
 void Name(Bed& bed, uint32_t handle, const std::string& name);
 // Writes the call down, with the arguments that its shape names, and gives what its result is to be called.
-std::string NoteCall(Bed& bed, const char* name, const Arguments& arguments);
+std::string NoteCall(const Arguments& arguments);
 
 Window* FindWindow(Bed& bed, uint32_t handle);
 uint32_t AddWindow(Bed& bed, const std::string& kind, uint32_t parent, Address procedure);
@@ -68,5 +65,4 @@ ControlState DescribeWindow(const Window& control);
 
 // Dialogs for the script's side.
 uint32_t OpenDialog(Bed& bed, const std::string& name, Address dialogTemplate, uint32_t parent, Address procedure);
-void EndWindow(Bed& bed, uint32_t dialog);  // with what is named after it in the trace
-uint32_t ShowPage(Bed& bed, uint32_t page);
+uint32_t OpenPage(Bed& bed, uint32_t page);

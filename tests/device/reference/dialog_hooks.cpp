@@ -21,7 +21,6 @@ Opening opening;
 
 struct Sheet {
     std::vector<PROPSHEETPAGEW> pages;
-    std::vector<HWND> windows;  // null until the page is shown
     HWND parent;
 };
 Sheet sheet;
@@ -71,41 +70,27 @@ HWND OpenWindow(const std::string& name, const DLGTEMPLATE* source, HWND parent,
                                       FirstProcedure, 0);
 }
 
-void EndWindow(HWND window) {
-    DestroyWindow(window);
-    player->trace.Close(Number(window));
-}
-
 INT_PTR WINAPI RunScriptedDialog(HINSTANCE, const DLGTEMPLATE* source, HWND owner, DLGPROC procedure, LPARAM) {
     ForgetMeasuring();
-    HWND dialog = OpenWindow("dialog " + std::to_string(templateNumber), source, owner, procedure);
-    player->RunDialog(Number(dialog));
-    EndWindow(dialog);
+    player->RunDialog(Number(OpenWindow("dialog " + std::to_string(templateNumber), source, owner, procedure)));
     return IDOK;
 }
 
 BOOL WINAPI EndScriptedDialog(HWND dialog, INT_PTR result) {
-    const uint64_t values[] = {Number(dialog), static_cast<uint64_t>(result)};
-    player->trace.Note(ShapeOf("EndDialog"), values);
+    NoteCall("EndDialog", dialog, result);
     player->ended = Number(dialog);
     return TRUE;
 }
 
 INT_PTR WINAPI RunScriptedSheet(const PROPSHEETHEADERW* header) {
     ForgetMeasuring();
-    sheet = {{header->ppsp, header->ppsp + header->nPages}, std::vector<HWND>(header->nPages), header->hwndParent};
-    player->RunSheet();
-    for (HWND page : sheet.windows) {
-        if (page != nullptr) {
-            EndWindow(page);
-        }
-    }
+    sheet = {{header->ppsp, header->ppsp + header->nPages}, header->hwndParent};
+    player->RunSheet(header->nPages);
     return 1;
 }
 
 int WINAPI AnswerBox(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags) {
-    const uint64_t values[] = {Number(owner), Number(text), Number(caption), flags};
-    player->trace.Note(ShapeOf("MessageBoxW"), values);
+    NoteCall("MessageBoxW", owner, text, caption, flags);
     return static_cast<int>(player->AnswerMessageBox());
 }
 
@@ -114,86 +99,82 @@ BOOL WINAPI KeepMessage(HWND window, UINT message, WPARAM wParam, LPARAM) {
     return TRUE;
 }
 
-std::string NarrowText(const std::wstring& text) {
-    return player->trace.TextAt(Number(text.c_str()));
+using Text = std::array<wchar_t, 256>;
+
+template <class Data>
+int Ask(HWND window, UINT message, int64_t wParam, Data* data) {
+    return static_cast<int>(SendMessageW(window, message, static_cast<WPARAM>(wParam), reinterpret_cast<LPARAM>(data)));
 }
 
-std::wstring Text(HWND window) {
-    wchar_t text[256] = {};
-    GetWindowTextW(window, text, 256);
-    return text;
+int Ask(HWND window, UINT message, int64_t wParam = 0) {
+    return Ask<void>(window, message, wParam, nullptr);
 }
 
 std::string Cell(HWND list, int row, int column) {
-    wchar_t text[256] = {};
+    Text text = {};
     LVITEMW item = {};
     item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = 256;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return NarrowText(text);
+    item.pszText = text.data();
+    item.cchTextMax = text.size();
+    Ask(list, LVM_GETITEMTEXTW, row, &item);
+    return TextOf(text.data());
 }
 
 void DescribeList(HWND list, ControlState& state) {
-    const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
-    const auto columns = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
-    for (int column = 0; column < columns; ++column) {
-        wchar_t text[64] = {};
-        LVCOLUMNW record = {};
-        record.mask = LVCF_TEXT | LVCF_WIDTH;
-        record.pszText = text;
-        record.cchTextMax = 64;
-        SendMessageW(list, LVM_GETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&record));
-        state.items.push_back(NarrowText(text) + " " + std::to_string(record.cx));
+    Text text = {};
+    LVCOLUMNW column = {};
+    column.mask = LVCF_TEXT | LVCF_WIDTH;
+    column.pszText = text.data();
+    column.cchTextMax = text.size();
+    int columns = 0;
+    for (; Ask(list, LVM_GETCOLUMNW, columns, &column) != 0; ++columns) {
+        state.items.push_back(TextOf(text.data()) + " " + std::to_string(column.cx));
     }
-    const auto rows = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < Ask(list, LVM_GETITEMCOUNT); ++row) {
         LVITEMW item = {};
         item.mask = LVIF_IMAGE;
         item.iItem = row;
-        SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        std::string line = std::to_string(item.iImage);
-        for (int column = 0; column < columns; ++column) {
-            line += "|" + Cell(list, row, column);
+        Ask(list, LVM_GETITEMW, 0, &item);
+        state.items.push_back(std::to_string(item.iImage));
+        for (int cell = 0; cell < columns; ++cell) {
+            state.items.back() += "|" + Cell(list, row, cell);
         }
-        state.items.push_back(line);
     }
-    state.selected = SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+    state.selected = Ask(list, LVM_GETNEXTITEM, -1, reinterpret_cast<void*>(LVNI_SELECTED));
 }
 
 void DescribeCombo(HWND combo, ControlState& state) {
-    const auto count = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
-    for (int i = 0; i < count; ++i) {
-        wchar_t text[256] = {};
-        SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
-        state.items.push_back(NarrowText(text));
+    for (int i = 0; i < Ask(combo, CB_GETCOUNT); ++i) {
+        Text text = {};
+        Ask(combo, CB_GETLBTEXT, i, text.data());
+        state.items.push_back(TextOf(text.data()));
     }
-    state.selected = SendMessageW(combo, CB_GETCURSEL, 0, 0);
+    state.selected = Ask(combo, CB_GETCURSEL);
+}
+
+std::string KindOf(HWND control) {
+    Text kind = {};
+    GetClassNameW(control, kind.data(), kind.size());
+    std::transform(kind.begin(), kind.end(), kind.begin(), towlower);
+    return TextOf(kind.data());
 }
 
 ControlState Describe(HWND control) {
-    wchar_t kind[64] = {};
-    GetClassNameW(control, kind, 64);
-    std::transform(std::begin(kind), std::end(kind), std::begin(kind), towlower);
-    ControlState state = {GetDlgCtrlID(control),
-                          NarrowText(kind),
-                          NarrowText(Text(control)),
-                          IsWindowEnabled(control) != FALSE,
-                          0,
-                          -1,
-                          {}};
+    Text text = {};
+    GetWindowTextW(control, text.data(), text.size());
+    ControlState state = {GetDlgCtrlID(control), KindOf(control), TextOf(text.data()), IsWindowEnabled(control) != 0};
     if (state.kind == "button") {
-        state.check = SendMessageW(control, BM_GETCHECK, 0, 0);
+        state.check = Ask(control, BM_GETCHECK);
     } else if (state.kind == "combobox") {
         DescribeCombo(control, state);
     } else if (state.kind == "syslistview32") {
         DescribeList(control, state);
     } else if (state.kind == "msctls_progress32") {
-        state.text = std::to_string(SendMessageW(control, PBM_GETPOS, 0, 0));
+        state.text = std::to_string(Ask(control, PBM_GETPOS));
     } else if (state.kind == "sysdatetimepick32") {
-        SYSTEMTIME date = {};
-        SendMessageW(control, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&date));
-        state.text = std::to_string(date.wYear) + "-" + std::to_string(date.wMonth) + "-" + std::to_string(date.wDay);
+        std::array<uint16_t, 8> date = {};
+        Ask(control, DTM_GETSYSTEMTIME, 0, date.data());
+        state.text = DateText(date);
     }
     return state;
 }
@@ -203,32 +184,16 @@ ControlState Describe(HWND control) {
 std::vector<ControlState> ControlsOf(HWND dialog) {
     std::vector<ControlState> controls;
     for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr; control = GetWindow(control, GW_HWNDNEXT)) {
-        wchar_t kind[16] = {};
-        GetClassNameW(control, kind, 16);
-        if (wcscmp(kind, L"#32770") != 0) {  // a sheet's page
+        if (KindOf(control) != "#32770") {  // a sheet's page
             controls.push_back(Describe(control));
         }
     }
     return controls;
 }
 
-uint64_t ShowPageOfSheet(uint32_t page) {
-    HWND& window = sheet.windows.at(page);
-    if (window == nullptr) {
-        const PROPSHEETPAGEW& record = sheet.pages[page];
-        window = OpenWindow("page " + std::to_string(page), record.pResource, sheet.parent, record.pfnDlgProc);
-    }
-    return Number(window);
-}
-
-std::vector<uint64_t> PagesOfSheet() {
-    std::vector<uint64_t> shown;
-    for (HWND page : sheet.windows) {
-        if (page != nullptr) {
-            shown.push_back(Number(page));
-        }
-    }
-    return shown;
+uint64_t OpenPageOfSheet(uint32_t page) {
+    const PROPSHEETPAGEW& record = sheet.pages.at(page);
+    return Number(OpenWindow("page " + std::to_string(page), record.pResource, sheet.parent, record.pfnDlgProc));
 }
 
 void OpenOptionsDialog() {
@@ -239,11 +204,13 @@ void OpenOptionsDialog() {
 }
 
 void ScriptDialogs() {
-    ReplaceImport("DialogBoxIndirectParamW", reinterpret_cast<void*>(RunScriptedDialog));
-    ReplaceImport("EndDialog", reinterpret_cast<void*>(EndScriptedDialog));
-    ReplaceImport("PropertySheetW", reinterpret_cast<void*>(RunScriptedSheet));
-    ReplaceImport("MessageBoxW", reinterpret_cast<void*>(AnswerBox));
-    ReplaceImport("PostMessageW", reinterpret_cast<void*>(KeepMessage));
-    findResource =
-        reinterpret_cast<decltype(findResource)>(ReplaceImport("FindResourceW", reinterpret_cast<void*>(NoteTemplate)));
+    const std::pair<const char*, void*> rows[] = {{"DialogBoxIndirectParamW", Pointer(RunScriptedDialog)},
+                                                  {"EndDialog", Pointer(EndScriptedDialog)},
+                                                  {"PropertySheetW", Pointer(RunScriptedSheet)},
+                                                  {"MessageBoxW", Pointer(AnswerBox)},
+                                                  {"PostMessageW", Pointer(KeepMessage)}};
+    for (const auto& [name, replacement] : rows) {
+        ReplaceImport(name, replacement);
+    }
+    findResource = reinterpret_cast<decltype(findResource)>(ReplaceImport("FindResourceW", Pointer(NoteTemplate)));
 }

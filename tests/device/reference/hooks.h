@@ -21,11 +21,31 @@ void ScriptSystem();
 
 // Dialogs, property sheets and message boxes, which the script drives without a message loop.
 void ScriptDialogs();
-std::vector<uint64_t> PagesOfSheet();
-uint64_t ShowPageOfSheet(uint32_t page);
+uint64_t OpenPageOfSheet(uint32_t page);
 void OpenOptionsDialog();
 std::vector<ControlState> ControlsOf(HWND dialog);
 
 inline uint64_t Number(const void* handle) {
     return reinterpret_cast<uint64_t>(handle);
+}
+
+inline HWND Handle(uint64_t number) {
+    return reinterpret_cast<HWND>(number);
+}
+
+inline std::string TextOf(const wchar_t* text) {
+    return player->trace.TextAt(Number(text));
+}
+
+// For tables of replacements.
+template <class Function>
+void* Pointer(Function function) {
+    return reinterpret_cast<void*>(+function);
+}
+
+// Writes a call down from within its replacement.
+template <class... Values>
+void NoteCall(const char* function, Values... values) {
+    const uint64_t arguments[] = {(uint64_t)values...};
+    player->trace.Note(ShapeOf(function), arguments);
 }

@@ -20,15 +20,6 @@ struct FunctionName {
     consteval FunctionName(const char (&name)[Size]) { std::copy_n(name, Size, text); }  // NOLINT: implicit on purpose
 };
 
-template <class Value>
-uint64_t AsNumber(Value value) {
-    if constexpr (std::is_pointer_v<Value>) {
-        return reinterpret_cast<uint64_t>(value);
-    } else {
-        return static_cast<uint64_t>(value);
-    }
-}
-
 template <FunctionName name, class Function>
 struct Recorded;
 
@@ -39,18 +30,18 @@ struct Recorded<name, Result(WINAPI*)(Values...)> {
 
     static Result WINAPI Call(Values... values) {
         static const CallShape& shape = ShapeOf(name.text);
-        const uint64_t arguments[] = {AsNumber(values)...};
+        const uint64_t arguments[] = {(uint64_t)values...};
         const std::string made = player->trace.Note(shape, arguments);
         const Result result = original(values...);
         if (!made.empty()) {
-            player->trace.names[AsNumber(result)] = made;
+            player->trace.names[(uint64_t)result] = made;
         }
         if constexpr (std::is_same_v<Function, decltype(&SelectObject)>) {
-            player->trace.Select(arguments[0], arguments[1], AsNumber(result));
+            player->trace.Select(arguments[0], arguments[1], (uint64_t)result);
         }
         if constexpr (std::is_same_v<Function, decltype(&LoadImageW)>) {
             if ((arguments[5] & LR_SHARED) != 0) {
-                player->trace.kept.insert(AsNumber(result));
+                player->trace.kept.insert((uint64_t)result);
             }
         }
         return result;
@@ -70,7 +61,7 @@ int WINAPI DrawOrMeasure(HDC context, const wchar_t* text, int count, RECT* area
     return 12;
 }
 
-#define RECORD(function) Recorded<#function, decltype(&function)>::Install()
+#define RECORDED(function) Recorded<#function, decltype(&function)>::Install
 
 }  // namespace
 
@@ -94,34 +85,37 @@ void* ReplaceImport(const char* function, void* replacement) {
 }
 
 void RecordCalls() {
-    RECORD(BeginPaint);
-    RECORD(BitBlt);
-    RECORD(CreateCompatibleBitmap);
-    RECORD(CreateCompatibleDC);
-    RECORD(CreateFontIndirectW);
-    RECORD(CreatePen);
-    RECORD(DeleteDC);
-    RECORD(DeleteObject);
-    RECORD(DestroyIcon);
-    RECORD(DrawIconEx);
-    RECORD(DrawTextW);
+    constexpr void (*kInstall[])() = {RECORDED(BeginPaint),
+                                      RECORDED(BitBlt),
+                                      RECORDED(CreateCompatibleBitmap),
+                                      RECORDED(CreateCompatibleDC),
+                                      RECORDED(CreateFontIndirectW),
+                                      RECORDED(CreatePen),
+                                      RECORDED(DeleteDC),
+                                      RECORDED(DeleteObject),
+                                      RECORDED(DestroyIcon),
+                                      RECORDED(DrawIconEx),
+                                      RECORDED(DrawTextW),
+                                      RECORDED(EndPaint),
+                                      RECORDED(FillRect),
+                                      RECORDED(GetDC),
+                                      RECORDED(GetStockObject),
+                                      RECORDED(ImageList_Create),
+                                      RECORDED(ImageList_Destroy),
+                                      RECORDED(ImageList_ReplaceIcon),
+                                      RECORDED(InvalidateRect),
+                                      RECORDED(LoadBitmapW),
+                                      RECORDED(LoadImageW),
+                                      RECORDED(Polyline),
+                                      RECORDED(ReleaseDC),
+                                      RECORDED(SelectObject),
+                                      RECORDED(SetBkColor),
+                                      RECORDED(SetBkMode),
+                                      RECORDED(SetPixel),
+                                      RECORDED(SetTextColor),
+                                      RECORDED(StretchBlt)};
+    for (void (*install)() : kInstall) {
+        install();
+    }
     ReplaceImport("DrawTextW", reinterpret_cast<void*>(DrawOrMeasure));
-    RECORD(EndPaint);
-    RECORD(FillRect);
-    RECORD(GetDC);
-    RECORD(GetStockObject);
-    RECORD(ImageList_Create);
-    RECORD(ImageList_Destroy);
-    RECORD(ImageList_ReplaceIcon);
-    RECORD(InvalidateRect);
-    RECORD(LoadBitmapW);
-    RECORD(LoadImageW);
-    RECORD(Polyline);
-    RECORD(ReleaseDC);
-    RECORD(SelectObject);
-    RECORD(SetBkColor);
-    RECORD(SetBkMode);
-    RECORD(SetPixel);
-    RECORD(SetTextColor);
-    RECORD(StretchBlt);
 }

@@ -2,10 +2,11 @@
 // leaves in FOLDER what the library as ARM code has to leave too: the handheld's folders, strip.txt, dialogs.txt and
 // registry.txt.
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
+#include <set>
 
 #include "item/item_state.h"
 #include "item/item_window.h"
@@ -28,12 +29,12 @@ std::vector<uint8_t> Bytes(const void* data, size_t size) {
     return {bytes, bytes + size};
 }
 
-scripted::Adapter MakeAdapter(const Adapter& row, uint32_t index, uint32_t received, uint32_t transmitted) {
+scripted::Adapter MakeAdapter(const Adapter& row, const World::AdapterState& now) {
     const auto text = [](const char* value) { return std::string(value != nullptr ? value : ""); };
     scripted::Adapter adapter;
     adapter.name = row.name;
     adapter.description = row.description;
-    adapter.index = index;
+    adapter.index = now.index;
     adapter.hardwareAddress = Bytes(row.mac, sizeof(row.mac));
     adapter.address = row.address;
     adapter.mask = row.mask;
@@ -51,22 +52,21 @@ scripted::Adapter MakeAdapter(const Adapter& row, uint32_t index, uint32_t recei
     adapter.primaryWins = text(row.wins[0]);
     adapter.secondaryWins = text(row.wins[1]);
     adapter.speed = row.speed;
-    adapter.received = received;
-    adapter.transmitted = transmitted;
+    adapter.received = now.received;
+    adapter.transmitted = now.transmitted;
     return adapter;
 }
 
 std::optional<platform::EchoReply> AnswerEcho(uint32_t address, DWORD) {
-    for (const Host& host : kHosts) {
-        if (address == (0x0007A8C0 | static_cast<uint32_t>(host.lastByte) << 24)) {
-            platform::EchoReply reply = {};
-            reply.address = address;
-            reply.roundTripTime = host.roundTripMs;
-            reply.timeToLive = 64;
-            return reply;
-        }
+    const Host* host = FindHost(address);
+    if (host == nullptr) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    platform::EchoReply reply = {};
+    reply.address = address;
+    reply.roundTripTime = host->roundTripMs;
+    reply.timeToLive = 64;
+    return reply;
 }
 
 void FillWireless(const World& world) {
@@ -84,16 +84,15 @@ void FillWireless(const World& world) {
 
 LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == platform::kFrameKeyboardMessage) {
-        player->trace.Add(std::string(wParam != 0 ? "keyboard for " : "no keyboard for ") +
-                          player->trace.NameOf(static_cast<uint64_t>(lParam)));
+        player->trace.NoteKeyboard(static_cast<uint64_t>(lParam), wParam != 0);
         return 0;
     }
     if (message != TODAYM_DRAWWATERMARK) {
         return DefWindowProcW(window, message, wParam, lParam);
     }
     const auto& request = *reinterpret_cast<const TODAYDRAWWATERMARKINFO*>(lParam);
-    player->trace.Add("watermark of " + player->trace.NameOf(Number(request.hwnd)) + " " +
-                      std::to_string(request.rc.right) + " " + std::to_string(request.rc.bottom));
+    player->trace.NoteWatermark(Number(request.hwnd), static_cast<uint32_t>(request.rc.right),
+                                static_cast<uint32_t>(request.rc.bottom));
     return TRUE;
 }
 
@@ -103,16 +102,13 @@ struct Desktop : System {
     void OnWorldChanged(const World& world) override {
         scripted::Reset();
         for (size_t i = 0; i < std::size(kAdapters); ++i) {
-            const auto& now = world.adapters[i];
-            if (now.up) {
-                scripted::system.adapters.push_back(
-                    MakeAdapter(kAdapters[i], now.index, now.received, now.transmitted));
+            if (world.adapters[i].up) {
+                scripted::system.adapters.push_back(MakeAdapter(kAdapters[i], world.adapters[i]));
             }
         }
         for (const Host& row : kHosts) {
             if (row.mac != nullptr) {
-                scripted::system.arp.push_back(
-                    {0x0007A8C0 | static_cast<uint32_t>(row.lastByte) << 24, Bytes(row.mac, 6)});
+                scripted::system.arp.push_back({AddressOf(row), Bytes(row.mac, 6)});
             }
         }
         scripted::system.echo = AnswerEcho;
@@ -135,39 +131,25 @@ struct Desktop : System {
     }
     void Detach() override {
         DestroyWindow(hostWindow);
-        std::erase_if(player->trace.names, [](const auto& name) { return name.second == "item"; });
         UnregisterItemWindowClass();
     }
     void OpenOptions() override { OpenOptionsDialog(); }
+    uint64_t OpenPage(uint32_t page) override { return OpenPageOfSheet(page); }
+    void CloseWindow(uint64_t window) override { DestroyWindow(Handle(window)); }
     int64_t Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) override {
-        return SendMessageW(reinterpret_cast<HWND>(window), message, wParam, static_cast<LPARAM>(lParam));
+        return SendMessageW(Handle(window), message, wParam, static_cast<LPARAM>(lParam));
     }
     int64_t SendData(uint64_t window, uint32_t message, uint64_t wParam, std::span<const uint32_t> data) override {
         return Send(window, message, wParam, Number(data.data()));
     }
-    int64_t Notify(uint64_t window, uint32_t control, int32_t code, std::span<const uint32_t> data) override {
-        std::vector<uint8_t> notice(sizeof(NMHDR) + data.size_bytes());
-        const NMHDR header = {GetDlgItem(reinterpret_cast<HWND>(window), static_cast<int>(control)), control,
-                              static_cast<UINT>(code)};
-        memcpy(notice.data(), &header, sizeof(header));
-        std::copy_n(reinterpret_cast<const uint8_t*>(data.data()), data.size_bytes(), notice.data() + sizeof(header));
-        return Send(window, WM_NOTIFY, control, Number(notice.data()));
-    }
-    void Refresh(uint64_t item, uint32_t message) override {
-        const int64_t result = Send(item, message, 0, Number(&record));
-        player->trace.Add("  result " + std::to_string(result) + " height " + std::to_string(record.cyp));
-    }
+    uint32_t WordsOfHandle() const override { return 2; }
+    uint64_t Record() override { return Number(&record); }
+    uint32_t RecordedHeight() override { return record.cyp; }
     uint64_t Control(uint64_t window, uint32_t id) override {
-        return Number(GetDlgItem(reinterpret_cast<HWND>(window), static_cast<int>(id)));
+        return Number(GetDlgItem(Handle(window), static_cast<int>(id)));
     }
-    uint64_t Context(uint64_t window) override {
-        const uint64_t context = Number(GetWindowDC(reinterpret_cast<HWND>(window)));
-        player->trace.names[context] = "the host's";
-        return context;
-    }
-    uint64_t ShowPage(uint32_t page) override { return ShowPageOfSheet(page); }
-    std::vector<uint64_t> ShownPages() override { return PagesOfSheet(); }
-    std::vector<ControlState> Controls(uint64_t window) override { return ControlsOf(reinterpret_cast<HWND>(window)); }
+    uint64_t Context(uint64_t window) override { return Number(GetWindowDC(Handle(window))); }
+    std::vector<ControlState> Controls(uint64_t window) override { return ControlsOf(Handle(window)); }
 };
 
 void WriteText(const files::path& path, const std::string& text) {
@@ -176,29 +158,22 @@ void WriteText(const files::path& path, const std::string& text) {
 
 // A value a line, by name: texts in quotes, numbers as such. (A text's length differs: a desktop adds a terminator.)
 std::string RegistryText() {
-    std::vector<std::string> lines;
+    std::set<std::string> lines;
+    wchar_t name[64];
+    wchar_t text[256] = {};
+    DWORD units = 64, type = 0, bytes = sizeof(text);
     HKEY key = nullptr;
     RegOpenKeyExW(HKEY_LOCAL_MACHINE, kItemKey, 0, KEY_READ, &key);
-    for (DWORD index = 0;; ++index) {
-        wchar_t name[64];
-        wchar_t text[256] = {};
-        DWORD units = 64, type = 0, bytes = sizeof(text) - sizeof(wchar_t);
-        if (RegEnumValueW(key, index, name, &units, nullptr, &type, reinterpret_cast<BYTE*>(text), &bytes) != 0) {
-            break;
-        }
+    for (DWORD index = 0;
+         RegEnumValueW(key, index, name, &units, nullptr, &type, reinterpret_cast<BYTE*>(text), &bytes) == 0; ++index) {
         DWORD number = 0;
         memcpy(&number, text, sizeof(number));
-        const std::string value =
-            type == REG_SZ ? '"' + player->trace.TextAt(Number(text)) + '"' : std::to_string(number);
-        lines.push_back(player->trace.TextAt(Number(name)) + " " + value + "\n");
+        lines.insert(TextOf(name) + " " + (type == REG_SZ ? '"' + TextOf(text) + '"' : std::to_string(number)) + "\n");
+        units = 64;
+        bytes = sizeof(text);
     }
     RegCloseKey(key);
-    std::sort(lines.begin(), lines.end());
-    std::string all;
-    for (const std::string& line : lines) {
-        all += line;
-    }
-    return all;
+    return std::accumulate(lines.begin(), lines.end(), std::string());
 }
 
 const files::path kFolders[] = {"C:\\Program Files\\Ostrik", "C:\\My Documents"};

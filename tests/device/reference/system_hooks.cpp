@@ -4,8 +4,7 @@
 #include "tests/device/reference/hooks.h"
 
 #include "platform/desktop/today_frame.h"
-
-#include <algorithm>
+#include "tests/support/node_status_reply.h"
 
 using namespace device_script;
 
@@ -17,22 +16,8 @@ std::wstring Wide(const char* text) {
     return {text, text + strlen(text)};
 }
 
-const Host* FindHost(uint32_t address) {
-    const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts),
-                                     [&](const Host& host) { return host.lastByte == address >> 24; });
-    return found == std::end(kHosts) ? nullptr : found;
-}
-
 void WINAPI ScriptedLocalTime(SYSTEMTIME* time) {
-    const World& world = player->world;
-    *time = {static_cast<WORD>(world.year),
-             static_cast<WORD>(world.month),
-             0,
-             static_cast<WORD>(world.day),
-             static_cast<WORD>(world.hour),
-             kMinute,
-             kSecond,
-             0};
+    memcpy(time, player->world.time.data(), sizeof(*time));
 }
 
 BOOL WINAPI ScriptedFolder(HWND, wchar_t* path, int folder, BOOL) {
@@ -40,13 +25,10 @@ BOOL WINAPI ScriptedFolder(HWND, wchar_t* path, int folder, BOOL) {
     return TRUE;
 }
 
-// The item has the strip's size, every other window the screen's.
 BOOL WINAPI ScriptedClientArea(HWND window, RECT* area) {
     const World& world = player->world;
-    const bool hiRes = std::max(world.screenWidth, world.screenHeight) > 320;
     const bool isItem = player->trace.NameOf(Number(window)) == "item";
-    *area = {0, 0, static_cast<LONG>(world.screenWidth), static_cast<LONG>(world.screenHeight)};
-    area->bottom = isItem ? (hiRes ? 40 : 24) : area->bottom;
+    *area = {0, 0, static_cast<LONG>(world.screenWidth), static_cast<LONG>(world.HeightOf(isItem))};
     return TRUE;
 }
 
@@ -57,20 +39,17 @@ int WINAPI ScriptedFace(HDC, int, wchar_t* face) {
 
 BOOL WINAPI NoteProgram(const wchar_t*, wchar_t* arguments, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL, DWORD,
                         void*, const wchar_t*, STARTUPINFOW*, PROCESS_INFORMATION*) {
-    const uint64_t values[10] = {0, Number(arguments)};
-    player->trace.Note(ShapeOf("CreateProcessW"), values);
+    NoteCall("CreateProcessW", 0, arguments, 0, 0, 0, 0, 0, 0, 0, 0);
     return FALSE;
 }
 
 UINT_PTR WINAPI NoteTimer(HWND window, UINT_PTR timer, UINT period, TIMERPROC) {
-    const uint64_t values[] = {Number(window), timer, period, 0};
-    player->trace.Note(ShapeOf("SetTimer"), values);
+    NoteCall("SetTimer", window, timer, period, 0);
     return timer;
 }
 
 BOOL WINAPI NoteTimerEnd(HWND window, UINT_PTR timer) {
-    const uint64_t values[] = {Number(window), timer};
-    player->trace.Note(ShapeOf("KillTimer"), values);
+    NoteCall("KillTimer", window, timer);
     return TRUE;
 }
 
@@ -94,27 +73,19 @@ int WINAPI HasAnswered(SOCKET, fd_set*) {
     return host != nullptr && host->name != nullptr;
 }
 
-int WINAPI ReadAnswer(SOCKET, char* reply, int, int, sockaddr*, int*) {
-    constexpr int kBytes = 57 + 18;
-    std::fill_n(reply, kBytes, char{0});
-    reply[56] = 1;
-    std::fill_n(reply + 57, 15, ' ');
-    const char* name = FindHost(askedHost)->name;
-    std::copy_n(name, strlen(name), reply + 57);
-    return kBytes;
+int WINAPI ReadAnswer(SOCKET, char* buffer, int, int, sockaddr*, int*) {
+    const std::vector<uint8_t> reply = NodeStatusReply({FindHost(askedHost)->name});
+    std::copy(reply.begin(), reply.end(), buffer);
+    return static_cast<int>(reply.size());
 }
 
 hostent* WINAPI FindByName(const char* name) {
     static uint32_t address;
     static char* addresses[] = {reinterpret_cast<char*>(&address), nullptr};
     static hostent entry = {nullptr, nullptr, AF_INET, sizeof(address), addresses};
-    for (const Host& host : kHosts) {
-        if (host.dnsName != nullptr && _stricmp(host.dnsName, name) == 0) {
-            address = 0x0007A8C0 | static_cast<uint32_t>(host.lastByte) << 24;
-            return &entry;
-        }
-    }
-    return nullptr;
+    const Host* host = FindHostNamed(name);
+    address = host != nullptr ? AddressOf(*host) : 0;
+    return host != nullptr ? &entry : nullptr;
 }
 
 // The host's window is the frame that the desktop takes for the screen. It has no taskbar.
@@ -130,18 +101,10 @@ HDC WINAPI GetScreen(HWND window, HRGN, DWORD) {
     return context;
 }
 
-template <class Function>
-void* Pointer(Function function) {
-    return reinterpret_cast<void*>(+function);
-}
-
 }  // namespace
 
 void ScriptSystem() {
-    const struct {
-        const char* name;
-        void* replacement;
-    } rows[] = {
+    const std::pair<const char*, void*> rows[] = {
         {"GetLocalTime", Pointer(ScriptedLocalTime)},
         {"GetTickCount", Pointer([] { return player->world.tickCount; })},
         {"GetTimeZoneInformation",
@@ -165,8 +128,8 @@ void ScriptSystem() {
         {"recvfrom", Pointer(ReadAnswer)},
         {"gethostbyname", Pointer(FindByName)},
     };
-    for (const auto& row : rows) {
-        ReplaceImport(row.name, row.replacement);
+    for (const auto& [name, replacement] : rows) {
+        ReplaceImport(name, replacement);
     }
     createThread = reinterpret_cast<decltype(createThread)>(ReplaceImport("CreateThread", Pointer(RunThread)));
 }
