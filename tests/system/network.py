@@ -8,6 +8,7 @@ import concurrent.futures
 import contextlib
 import ctypes
 import dataclasses
+import fcntl
 import glob
 import ipaddress
 import json
@@ -306,13 +307,15 @@ def owner_lives(prefix):
 
 
 def remove_remains():
-    """Clears away what networks of dead owners left."""
-    names = os.listdir("/run/netns") if os.path.isdir("/run/netns") else []
-    for prefix in {found[0] for name in names if (found := re.match(r"qn\d+n\d+-", name))}:
-        if not owner_lives(prefix):
-            _remove(prefix)
-            for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
-                shutil.rmtree(folder, ignore_errors=True)
+    """Clears away what networks of dead owners left; one process at a time."""
+    with open("/run/quorvane-network.lock", "w") as lock:
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        names = os.listdir("/run/netns") if os.path.isdir("/run/netns") else []
+        for prefix in {found[0] for name in names if (found := re.match(r"qn\d+n\d+-", name))}:
+            if not owner_lives(prefix):
+                _remove(prefix)
+                for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
+                    shutil.rmtree(folder, ignore_errors=True)
 
 
 def _remove(prefix):
