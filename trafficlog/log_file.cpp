@@ -25,6 +25,13 @@ void WriteRecord(HANDLE file, const TrafficLogRecord& record) {
     WriteFile(file, &record, sizeof(record), &written, nullptr);
 }
 
+// Written anywhere else, the sums would count twice or overwrite another hour.
+void RewriteRecord(HANDLE file, size_t offset, const TrafficLogRecord& record) {
+    if (MoveTo(file, offset)) {
+        WriteRecord(file, record);
+    }
+}
+
 enum class Search { Found, NoRecord, Unreadable };
 
 // Adds to the record of that hour if the file has it; otherwise the file stands at its end. A cut tail matches nothing,
@@ -42,10 +49,7 @@ Search AddToExistingRecord(HANDLE file, const TrafficLogRecord& increment) {
             if (record.day == increment.day && record.hour == increment.hour) {
                 record.received += increment.received;
                 record.transmitted += increment.transmitted;
-                // Written anywhere else, the sums would count twice or overwrite another hour.
-                if (MoveTo(file, offset + i * sizeof(record))) {
-                    WriteRecord(file, record);
-                }
+                RewriteRecord(file, offset + i * sizeof(record), record);
                 return Search::Found;
             }
         }
