@@ -16,11 +16,14 @@ list(FILTER desktop_sources EXCLUDE REGEX "/(${screen_pattern})\\.cpp$")
 
 add_library(quorvane_shows STATIC ${shows_sources})
 target_link_libraries(quorvane_shows PRIVATE quorvane_product_flags PUBLIC quorvane_decides)
+precompile(quorvane_shows)
 
 add_library(platform_desktop_screen STATIC ${screen_sources})
 target_link_libraries(platform_desktop_screen PRIVATE quorvane_product_flags PUBLIC quorvane_flags)
+precompile(platform_desktop_screen)
 add_library(platform_desktop_services STATIC ${desktop_sources})
 target_link_libraries(platform_desktop_services PRIVATE quorvane_product_flags PUBLIC quorvane_flags)
+precompile(platform_desktop_services)
 
 file(GLOB resource_files CONFIGURE_DEPENDS resources/*.rc resources/*.h resources/icons/* resources/bitmaps/*)
 set_source_files_properties(resources/quorvane.rc PROPERTIES
@@ -38,6 +41,7 @@ target_link_options(quorvane PRIVATE -static-libgcc -Wl,--no-insert-timestamp -W
 file(GLOB demo_sources CONFIGURE_DEPENDS platform/demo/*.cpp)
 add_library(platform_demo STATIC ${demo_sources} platform/desktop/native_wifi_records.cpp)
 target_link_libraries(platform_demo PRIVATE quorvane_product_flags PUBLIC quorvane_flags)
+precompile(platform_demo)
 add_library(quorvane-demo SHARED item/module.cpp resources/quorvane.rc item/quorvane.def)
 set_target_properties(quorvane-demo PROPERTIES PREFIX "" LINKER_LANGUAGE C)
 target_link_libraries(quorvane-demo PRIVATE
@@ -50,6 +54,7 @@ if(host_sources)
     add_executable(todayhost WIN32 ${host_sources})
     set_source_files_properties(host/todayhost.rc PROPERTIES COMPILE_OPTIONS "-I${CMAKE_SOURCE_DIR}")
     target_link_libraries(todayhost PRIVATE quorvane_flags ${system_libraries})
+    precompile(todayhost)
     target_link_options(todayhost PRIVATE -static -municode -Wl,--no-insert-timestamp)
 
     # The control panel that the strip's last two icons start.

@@ -27,9 +27,11 @@ set(linker_script ${CMAKE_SOURCE_DIR}/platform/device/ce.ld)
 
 add_library(quorvane_shows STATIC ${shows_sources})
 target_link_libraries(quorvane_shows PRIVATE quorvane_product_flags PUBLIC quorvane_decides)
+precompile(quorvane_shows)
 file(GLOB device_sources CONFIGURE_DEPENDS platform/device/*.cpp)
 add_library(platform_device STATIC ${device_sources})
 target_link_libraries(platform_device PRIVATE quorvane_product_flags)
+precompile(platform_device)
 # What GetProcAddress finds is cast to its true type.
 target_compile_options(platform_device PRIVATE -Wno-cast-function-type)
 
