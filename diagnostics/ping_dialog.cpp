@@ -69,6 +69,7 @@ void OnInit(HWND dialog) {
     LoadHostList(combo);
     wchar_t host[kHostTextUnits] = {};
     ReadStringSetting(kLastHostValue, host);
+    host[kHostUnits - 1] = 0;  // the limit above holds for what is typed alone
     SetWindowTextW(combo, host);
     HideKeyboard(dialog);
 }

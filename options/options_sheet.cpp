@@ -62,6 +62,7 @@ extern "C" INT_PTR CALLBACK CustomItemOptionsDlgProc(HWND dialog, UINT message, 
         case WM_CTLCOLORSTATIC:
             return ColorHeader(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
         default:
+            // Not DefWindowProcW, as a window would: the dialog manager does what is left over.
             return FALSE;
     }
 }
