@@ -156,10 +156,6 @@ bool Exchange(const helper_protocol::Request& request, const Bound& bound, uint3
            helper_protocol::DecodeResult(body, result, rest);
 }
 
-bool IsPausing() {
-    return connection.hasFailed && GetTickCount() - connection.failedAt < kHelperPauseMs;
-}
-
 }  // namespace
 
 bool HasHelper() {
@@ -169,6 +165,10 @@ bool HasHelper() {
 
 uint32_t HelperConnectionNumber() {
     return connection.isOpen ? connection.number : 0;
+}
+
+bool IsHelperPausing() {
+    return connection.hasFailed && GetTickCount() - connection.failedAt < kHelperPauseMs;
 }
 
 void CloseHelper() {
@@ -191,7 +191,7 @@ bool ExchangeWithHelper(const helper_protocol::Request& request, HelperPatience 
     const bool isSensible = request.kind == helper_protocol::RequestKind::kRadioBinding ||
                             helper_protocol::IsInterfaceName(request.interfaceName);
     const bool isLong = patience == HelperPatience::Long;
-    if (!isSensible || request.value.size() > kHelperValueBytes || (!isLong && IsPausing())) {
+    if (!isSensible || request.value.size() > kHelperValueBytes || (!isLong && IsHelperPausing())) {
         result = ERROR_GEN_FAILURE;
         return false;
     }

@@ -89,19 +89,15 @@ struct ScopedInternet {
     }
 };
 
-bool ReadBody(Exchange& exchange, const ScopedInternet& request) {
-    while (exchange.bodyBytes < kMaxBodyBytes && AtomicLoad(&exchange.abandoned) == 0) {
-        DWORD read = 0;
-        if (!request.library.readFile(request.handle, exchange.body + exchange.bodyBytes,
-                                      kMaxBodyBytes - exchange.bodyBytes, &read)) {
-            return false;
-        }
-        if (read == 0) {
-            break;
-        }
+// What came before a read failed is the body.
+void ReadBody(Exchange& exchange, const ScopedInternet& request) {
+    DWORD read = 0;
+    while (exchange.bodyBytes < kMaxBodyBytes && AtomicLoad(&exchange.abandoned) == 0 &&
+           request.library.readFile(request.handle, exchange.body + exchange.bodyBytes,
+                                    kMaxBodyBytes - exchange.bodyBytes, &read) &&
+           read != 0) {
         exchange.bodyBytes += read;
     }
-    return true;
 }
 
 // Under Wine the library would wait for minutes for a server that swallows packets.
@@ -124,7 +120,11 @@ bool RunExchange(Exchange& exchange) {
     const ScopedInternet request(library, library.openRequest(connection.handle, nullptr, exchange.path, nullptr,
                                                               nullptr, nullptr, exchange.flags, exchange.context));
     request.LimitWaits();
-    return library.sendRequest(request.handle, nullptr, 0, nullptr, 0) && ReadBody(exchange, request);
+    if (!library.sendRequest(request.handle, nullptr, 0, nullptr, 0)) {
+        return false;
+    }
+    ReadBody(exchange, request);
+    return true;
 }
 
 DWORD WINAPI ExchangeThread(void* parameter) {

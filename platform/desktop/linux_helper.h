@@ -25,6 +25,8 @@ inline constexpr DWORD kHelperChangeMs = 25000;
 inline constexpr DWORD kHelperPauseMs = 5000;
 // How long the desktop's radio takes the wireless adapter to be the one that the helper named.
 inline constexpr DWORD kRadioBindingMs = 5000;
+// How long, from when it was last named, the adapter outlives a helper that does not answer: one pause and some.
+inline constexpr DWORD kRadioMissedMs = kRadioBindingMs + 2 * kHelperPauseMs;
 
 inline constexpr size_t kHelperNameUnits = 128;
 // The longest value of a query: one that fits the 1,024-byte NDIS request fits here.
@@ -55,6 +57,9 @@ DWORD HelperRadioSet(const wchar_t* name, uint32_t oid, std::span<const uint8_t>
 
 // Tells one connection from the next: 0 while there is none.
 uint32_t HelperConnectionNumber();
+
+// True while queries answer "no" at once because the helper failed shortly before.
+bool IsHelperPausing();
 
 // Closes the connection, if there is one, and forgets a failure; the next request connects anew.
 void CloseHelper();

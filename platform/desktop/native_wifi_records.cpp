@@ -103,12 +103,14 @@ uint32_t NdisWepStatus(DOT11_CIPHER_ALGORITHM cipher) {
     switch (cipher) {
         case DOT11_CIPHER_ALGO_NONE:
             return 1;
+        case DOT11_CIPHER_ALGO_WEP40:
+        case DOT11_CIPHER_ALGO_WEP104:
+        case DOT11_CIPHER_ALGO_WEP:
+            return 0;
         case DOT11_CIPHER_ALGO_TKIP:
             return 4;  // Ndis802_11Encryption2Enabled
-        case DOT11_CIPHER_ALGO_CCMP:
-            return 6;  // Ndis802_11Encryption3Enabled
         default:
-            return 0;
+            return 6;  // Ndis802_11Encryption3Enabled: CCMP and what came after it
     }
 }
 

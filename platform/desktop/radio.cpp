@@ -16,20 +16,26 @@ namespace {
 struct HelperRadio {
     wchar_t name[kHelperNameUnits];
     wchar_t description[kHelperNameUnits];
-    uint32_t connection;  // by which it was found; 0: it was not
+    bool isThere;
+    uint32_t connection;  // by which it was found
     DWORD foundAt;        // GetTickCount
 };
 HelperRadio helperRadio;
 
 bool FindHelperRadio() {
-    const bool known = helperRadio.connection != 0 && helperRadio.connection == HelperConnectionNumber();
-    if (known && GetTickCount() - helperRadio.foundAt < kRadioBindingMs) {
+    const DWORD age = GetTickCount() - helperRadio.foundAt;
+    if (helperRadio.isThere && helperRadio.connection == HelperConnectionNumber() && age < kRadioBindingMs) {
         return true;
     }
-    const bool found = HelperRadioBinding(helperRadio.name, helperRadio.description);
-    helperRadio.connection = found ? HelperConnectionNumber() : 0;
-    helperRadio.foundAt = GetTickCount();
-    return found;
+    if (HelperRadioBinding(helperRadio.name, helperRadio.description)) {
+        helperRadio.isThere = true;
+        helperRadio.connection = HelperConnectionNumber();
+        helperRadio.foundAt = GetTickCount();
+        return true;
+    }
+    // A helper that was late once has not lost the adapter: an open scanner would take that for its end.
+    helperRadio.isThere = helperRadio.isThere && IsHelperPausing() && age < kRadioMissedMs;
+    return helperRadio.isThere;
 }
 
 bool IsHelperRadio(HANDLE radio) {

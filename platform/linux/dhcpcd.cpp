@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
+
 #include "platform/linux/command.h"
 #include "platform/linux/dhcp_clients.h"
 #include "platform/linux/lease_reports.h"
@@ -13,16 +16,28 @@ namespace {
 
 using helper_protocol::LeaseState;
 
-// When the lease file was written; 0 when there is none. Version 9 and version 7 keep it in different places.
+// "eth0.lease", or for a wireless interface "wlan0-network.lease".
+bool IsLeaseFile(std::string_view file, std::string_view name) {
+    constexpr std::string_view kEnding = ".lease";
+    if (!file.starts_with(name) || !file.ends_with(kEnding) || file.size() < name.size() + kEnding.size()) {
+        return false;
+    }
+    return file.size() == name.size() + kEnding.size() || file[name.size()] == '-';
+}
+
+// When the newest lease file was written; 0 when there is none. Version 9 and version 7 keep them in different places.
 uint32_t LeaseFileTime(const std::string& name) {
-    FileText file;
-    for (const std::string& path :
-         {"/var/lib/dhcpcd/" + name + ".lease", "/var/lib/dhcpcd5/dhcpcd-" + name + ".lease"}) {
-        if (ReadSmallFile(path, file)) {
-            return file.modified;
+    uint32_t newest = 0;
+    for (const auto& [folder, start] : {std::pair("/var/lib/dhcpcd", ""), std::pair("/var/lib/dhcpcd5", "dhcpcd-")}) {
+        std::error_code unreadable;
+        for (const auto& entry : std::filesystem::directory_iterator(folder, unreadable)) {
+            FileText file;
+            if (IsLeaseFile(entry.path().filename().string(), start + name) && ReadSmallFile(entry.path(), file)) {
+                newest = std::max(newest, file.modified);
+            }
         }
     }
-    return 0;
+    return newest;
 }
 
 // The title without what is the same in all: "eth0 [ip4]", "[manager] [ip4]", or nothing.

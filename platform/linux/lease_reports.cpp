@@ -59,7 +59,7 @@ bool UseAssignments(std::string_view text, uint32_t obtained, LeaseState& state)
     }
     state = report.state;
     state.obtained = obtained;
-    state.expires = report.seconds != 0 ? LeaseEnd(obtained, report.seconds) : 0;
+    state.expires = obtained != 0 && report.seconds != 0 ? LeaseEnd(obtained, report.seconds) : 0;
     return true;
 }
 

@@ -15,8 +15,9 @@
 namespace helper {
 
 // A lease state may be asked for in every tick, and asking the system for it can start a program: for this long the
-// last answer is given again. A release or renewal ends it.
-inline constexpr int kLeaseFreshMs = 4000;
+// last answer is given again. A release or renewal ends it. An answer that came too late for whoever asked first must
+// still be here when they ask again, after kHelperQueryMs and kHelperPauseMs (platform/desktop/linux_helper.h).
+inline constexpr int kLeaseFreshMs = 6000;
 
 struct KnownLease {
     helper_protocol::LeaseState state;

@@ -49,11 +49,23 @@ std::vector<std::string> ReadArguments(const std::string& folder) {
     return arguments;
 }
 
-bool IsTrusted(const std::string& folder, const std::string& ownNamespace) {
+bool IsOwnedBy(const std::string& path, uid_t user) {
     struct stat status {};
-    if (stat(folder.c_str(), &status) != 0 || (status.st_uid != 0 && status.st_uid != geteuid())) {
-        return false;
-    }
+    return stat(path.c_str(), &status) == 0 && status.st_uid == user;
+}
+
+// systemd-networkd has a user of its own, who also owns the folder of its state.
+bool IsNetworkd(const std::string& folder, const std::vector<std::string>& arguments) {
+    struct stat state {};
+    return BaseName(arguments[0]) == "systemd-networkd" && stat("/run/systemd/netif", &state) == 0 &&
+           IsOwnedBy(folder, state.st_uid);
+}
+
+bool IsTrusted(const std::string& folder, const std::vector<std::string>& arguments) {
+    return IsOwnedBy(folder, 0) || IsOwnedBy(folder, geteuid()) || IsNetworkd(folder, arguments);
+}
+
+bool IsInNamespace(const std::string& folder, const std::string& ownNamespace) {
     const std::string otherNamespace = ReadLink(folder + "/ns/net");
     return otherNamespace.empty() || otherNamespace == ownNamespace;
 }
@@ -97,11 +109,11 @@ std::vector<Process> ListTrustedProcesses() {
     while (const dirent* entry = directory != nullptr ? readdir(directory.get()) : nullptr) {
         const auto id = ParseNumber(entry->d_name);
         const std::string folder = std::string("/proc/") + entry->d_name;
-        if (!id || !IsTrusted(folder, ownNamespace)) {
+        if (!id || !IsInNamespace(folder, ownNamespace)) {
             continue;
         }
         auto arguments = ReadArguments(folder);
-        if (!arguments.empty()) {
+        if (!arguments.empty() && IsTrusted(folder, arguments)) {
             processes.push_back({static_cast<pid_t>(*id), std::move(arguments)});
         }
     }

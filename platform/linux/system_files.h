@@ -26,9 +26,9 @@ struct Process {
     std::vector<std::string> arguments;
 };
 
-// The processes in this one's network namespace that belong to the superuser or to this user. A namespace that this
-// user may not look at counts as the same. Other users' processes are left out because their arguments are theirs to
-// choose, and a privileged helper repeats arguments.
+// The processes in this one's network namespace that belong to the superuser or to this user, and systemd-networkd. A
+// namespace that this user may not look at counts as the same. Other users' processes are left out because their
+// arguments are theirs to choose, and a privileged helper repeats arguments.
 std::vector<Process> ListTrustedProcesses();
 
 // False once the process has ended, even if another has its number now.
