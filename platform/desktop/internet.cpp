@@ -89,14 +89,14 @@ struct ScopedInternet {
     }
 };
 
-// What came before a read failed is the body.
+// What came before a read failed is the body, and a read that fails tells how much had come to it.
 void ReadBody(Exchange& exchange, const ScopedInternet& request) {
-    DWORD read = 0;
-    while (exchange.bodyBytes < kMaxBodyBytes && AtomicLoad(&exchange.abandoned) == 0 &&
-           request.library.readFile(request.handle, exchange.body + exchange.bodyBytes,
-                                    kMaxBodyBytes - exchange.bodyBytes, &read) &&
-           read != 0) {
-        exchange.bodyBytes += read;
+    bool more = true;
+    while (more && exchange.bodyBytes < kMaxBodyBytes && AtomicLoad(&exchange.abandoned) == 0) {
+        const DWORD room = kMaxBodyBytes - exchange.bodyBytes;
+        DWORD read = 0;
+        more = request.library.readFile(request.handle, exchange.body + exchange.bodyBytes, room, &read) && read != 0;
+        exchange.bodyBytes += std::min(read, room);
     }
 }
 

@@ -50,6 +50,8 @@ class PublicAddressTest(unittest.TestCase):
         rows = [  # the primary, the pieces that it serves, what is shown, seconds at most
             (address(PRIMARY), [http_answer(b"203.", length=11), 0.3, b"0.113", 0.3, b".7\r\n"], found, 5),
             (address(PRIMARY), [http_answer(b"203.0.113.7", length=20)], found, 5),  # ends early: what came counts
+            (address(PRIMARY), [b"HTTP/1.0 200 OK\r\n\r\n203.0.113.7", 0.5, "reset"], found, 5),
+            (address(PRIMARY), [b"HTTP/1.0 200 OK\r\n\r\n203.0.113.7", "hold"], found, 12.5),
             (address(PRIMARY), [http_answer(b"\0" + b"x" * 20000)], "", 5),
             (address(PRIMARY), [http_answer(b"<html>" + b"x" * 20000)], fallback, 5),
             (address(PRIMARY), [b"SSH-2.0-OpenSSH\r\n"], fallback, 5),
