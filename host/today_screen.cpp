@@ -26,7 +26,8 @@ bool OpenFrame() {
     }
     const ScreenLayout layout = CurrentLayout();
     today.taskbar = CreateTaskbar(today.frame, layout.taskbar, layout.scale);
-    // Not by ShowWindow, whose first call obeys whoever started the program: the item would find a minimised screen empty.
+    // Not by ShowWindow, whose first call obeys whoever started the program: the item would find a minimised screen
+    // empty.
     SetWindowPos(today.frame, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
     // The item takes a copy of the screen as soon as it is loaded.
     RedrawWindow(today.frame, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
