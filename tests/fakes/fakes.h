@@ -4,7 +4,6 @@
 #include "platform/system.h"
 #include "tests/fakes/faults.h"
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -13,11 +12,7 @@ namespace fakes {
 // Empties the system: an empty temporary folder as "\", an empty registry, no message shown. Runs before every test.
 void ResetSystem();
 
-// What "\" is.
-const std::filesystem::path& Root();
-
 void SetLocalTime(const SYSTEMTIME& now);
-void SetTickCount(DWORD ms);
 void SetTimeZone(DWORD result, LONG biasMinutes);
 
 // Outcomes of the next waits on events, each after that much time of a clock that then stands still between waits;
@@ -27,7 +22,8 @@ struct WaitOutcome {
     DWORD error = 0;
     DWORD afterMs = 0;
 };
-void ScriptWaits(std::vector<WaitOutcome> outcomes);
+void ScriptWaits(const std::vector<WaitOutcome>& outcomes);
+
 // Time-outs that the waits on events were given.
 extern std::vector<DWORD> waitedMs;
 

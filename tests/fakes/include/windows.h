@@ -5,12 +5,6 @@
 #include <cstdint>
 #include <cwchar>
 
-#define WINAPI
-#define CALLBACK
-#define TRUE 1
-#define FALSE 0
-#define MAX_PATH 260
-
 using BOOL = int;
 using BYTE = uint8_t;
 using WORD = uint16_t;
@@ -23,7 +17,6 @@ using DWORD_PTR = uintptr_t;
 using UINT_PTR = uintptr_t;
 using WPARAM = uintptr_t;
 using LPARAM = intptr_t;
-using LPVOID = void*;
 using WCHAR = wchar_t;
 using HANDLE = void*;
 using HLOCAL = void*;
@@ -35,6 +28,11 @@ using HGDIOBJ = void*;
 using HBITMAP = struct FakeBitmap*;
 using HPEN = struct FakePen*;
 using HICON = struct FakeIcon*;
+
+#define CALLBACK
+#define TRUE 1
+#define FALSE 0
+#define MAX_PATH 260
 
 struct POINT {
     LONG x, y;
@@ -50,12 +48,6 @@ struct GUID {
     uint16_t Data2, Data3;
     uint8_t Data4[8];
 };
-inline bool operator==(const GUID& a, const GUID& b) {
-    return __builtin_memcmp(&a, &b, sizeof(a)) == 0;
-}
-
-#define LOWORD(value) static_cast<WORD>(static_cast<uintptr_t>(value) & 0xFFFF)
-#define HIWORD(value) static_cast<WORD>((static_cast<uintptr_t>(value) >> 16) & 0xFFFF)
 
 // Errors
 #define NO_ERROR 0
@@ -63,25 +55,19 @@ inline bool operator==(const GUID& a, const GUID& b) {
 #define ERROR_FILE_NOT_FOUND 2
 #define ERROR_ACCESS_DENIED 5
 #define ERROR_INVALID_HANDLE 6
-#define ERROR_NO_MORE_FILES 18
 #define ERROR_GEN_FAILURE 31
 #define ERROR_INVALID_PARAMETER 87
-#define ERROR_DISK_FULL 112
 #define ERROR_BUFFER_OVERFLOW 111
 #define ERROR_INSUFFICIENT_BUFFER 122
-#define ERROR_ALREADY_EXISTS 183
-#define ERROR_MORE_DATA 234
 #define ERROR_NO_DATA 232
+#define ERROR_MORE_DATA 234
 #define E_FAIL static_cast<HRESULT>(0x80004005)
 #define E_NOINTERFACE static_cast<HRESULT>(0x80004002)
 #define S_OK 0
 DWORD GetLastError();
-void SetLastError(DWORD error);
 
 // Memory
-#define LMEM_FIXED 0x0
-#define LMEM_ZEROINIT 0x40
-#define LPTR (LMEM_FIXED | LMEM_ZEROINIT)
+#define LPTR 0x40
 HLOCAL LocalAlloc(UINT flags, size_t bytes);
 HLOCAL LocalFree(HLOCAL memory);
 
@@ -101,12 +87,6 @@ struct FILETIME {
 };
 struct TIME_ZONE_INFORMATION {
     LONG Bias;
-    WCHAR StandardName[32];
-    SYSTEMTIME StandardDate;
-    LONG StandardBias;
-    WCHAR DaylightName[32];
-    SYSTEMTIME DaylightDate;
-    LONG DaylightBias;
 };
 #define TIME_ZONE_ID_INVALID 0xFFFFFFFFu
 void GetLocalTime(SYSTEMTIME* now);
@@ -133,8 +113,6 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime);
 #define INVALID_FILE_SIZE 0xFFFFFFFFu
 struct WIN32_FIND_DATAW {
     DWORD dwFileAttributes;
-    DWORD nFileSizeHigh;
-    DWORD nFileSizeLow;
     WCHAR cFileName[MAX_PATH];
 };
 HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD sharing, void* security, DWORD disposition,
@@ -177,7 +155,6 @@ DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
 #define MB_YESNO 4
 #define MB_ICONHAND 0x10
 #define MB_ICONQUESTION 0x20
-#define MB_ICONEXCLAMATION 0x30
 #define MB_DEFBUTTON2 0x100
 #define IDOK 1
 #define IDYES 6

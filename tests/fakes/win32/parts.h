@@ -1,15 +1,12 @@
 // tests/fakes/win32/parts.h - what the parts of the stand-in share.
 #pragma once
 
-#include "platform/system.h"
 #include "tests/fakes/faults.h"
 
 namespace fakes {
 
 void ResetFiles();
 void ResetRegistry();
-void ResetClock();
-void ResetMessages();
 
 // Everything that CloseHandle accepts.
 struct Closable {
