@@ -1,10 +1,7 @@
 // Lease times as text, from the first to the last second that 32 bits hold.
-
 #include "adapters/lease_time.h"
 
 #include <gtest/gtest.h>
-
-namespace {
 
 TEST(LeaseTime, Unix_seconds_as_calendar_text) {
     const std::pair<uint32_t, const wchar_t*> rows[] = {
@@ -22,5 +19,3 @@ TEST(LeaseTime, Unix_seconds_as_calendar_text) {
         EXPECT_STREQ(out, text);
     }
 }
-
-}  // namespace
