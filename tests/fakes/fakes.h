@@ -4,6 +4,7 @@
 #include "platform/system.h"
 #include "tests/fakes/faults.h"
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,9 @@ namespace fakes {
 
 // Empties the system: an empty temporary folder as "\", an empty registry, no message shown. Runs before every test.
 void ResetSystem();
+
+// What "\" is.
+const std::filesystem::path& Root();
 
 void SetLocalTime(const SYSTEMTIME& now);
 void SetTimeZone(DWORD result, LONG biasMinutes);

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 
 #include "tests/fakes/fakes.h"
@@ -67,6 +66,10 @@ BOOL NextMatch(Search& search, WIN32_FIND_DATAW* found) {
 }
 
 }  // namespace
+
+const fs::path& Root() {
+    return root;
+}
 
 void ResetFiles() {
     if (root.empty()) {

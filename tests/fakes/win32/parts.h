@@ -1,6 +1,7 @@
 // tests/fakes/win32/parts.h - what the parts of the stand-in share.
 #pragma once
 
+#include "platform/system.h"
 #include "tests/fakes/faults.h"
 
 namespace fakes {
