@@ -13,15 +13,10 @@ namespace {
 
 using List = AccessPointListBuilder;
 
-AccessPointTable EmptyTable() {
-    AccessPointTable table;
-    ResetAccessPoints(table);
-    return table;
-}
-
 TEST(AccessPoints, Appear_change_vanish_and_return_in_their_row) {
     UseWireless();
-    AccessPointTable table = EmptyTable();
+    AccessPointTable table;
+    ResetAccessPoints(table);
     auto& values = scripted::system.wireless.values;
     // Name and image of each row.
     const auto scan = [&](const List& list) {
@@ -63,7 +58,8 @@ TEST(AccessPoints, Lists_end_where_they_stop_making_sense_and_names_at_their_roo
         {"zero within", named(std::string("a\0b", 3), 3), "a,"},
     };
     for (const auto& [what, value, expected] : rows) {
-        AccessPointTable table = EmptyTable();
+        AccessPointTable table;
+        ResetAccessPoints(table);
         MergeAccessPoints(table, value);
         std::string names;
         for (int i = 0; i < table.count; ++i) {
@@ -71,18 +67,6 @@ TEST(AccessPoints, Lists_end_where_they_stop_making_sense_and_names_at_their_roo
         }
         EXPECT_EQ(names, expected) << what;
     }
-}
-
-TEST(AccessPoints, Those_beyond_the_capacity_are_ignored) {
-    AccessPointTable table = EmptyTable();
-    List list;
-    for (int i = 0; i < 200; ++i) {
-        list.Add("n", static_cast<uint8_t>(i), -60);
-    }
-    MergeAccessPoints(table, list.Value());
-    EXPECT_EQ(table.count, 48);
-    MergeAccessPoints(table, List().Add("n", 0, -50).Value());
-    EXPECT_EQ(table.entries[0].rssi, -50);
 }
 
 TEST(AccessPointTexts, Rates_levels_and_numbers) {

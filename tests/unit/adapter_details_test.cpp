@@ -37,7 +37,7 @@ TEST(AdapterDetails, Hardware_addresses_of_any_length_and_speeds_whose_unit_chan
     const std::tuple<std::vector<uint8_t>, uint32_t, const wchar_t*> rows[] = {
         {{}, 0, L"192.168.7.33|0 bps"},  // repeats the address
         {{0x7F}, 999999, L"7F|999999 bps"},
-        {{0, 0xA}, 1999999, L"00:0A|1 Mbps"},
+        {{0, 0xA}, 1000000, L"00:0A|1 Mbps"},
         {{1, 2, 3, 4, 5, 6, 7, 0xFF}, 0xFFFFFFFF, L"01:02:03:04:05:06:07:FF|4294 Mbps"},
     };
     for (const auto& [bytes, speed, texts] : rows) {

@@ -1,9 +1,10 @@
-// The CSV file text by text.
+// The CSV file text by text, and byte counts on both sides of every unit's bounds.
 #include "trafficlog/export_writer.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/support/traffic_logs.h"
+#include "trafficlog/byte_count.h"
 
 namespace {
 
@@ -28,6 +29,25 @@ Bytes Kilobyte(int day, int hour = 0) {
 
 std::string KilobyteRow(const char* date) {
     return Row(date, "0", "1.00KB", "1.00KB");
+}
+
+TEST(ByteCount, Each_unit_is_1024_of_the_one_before) {
+    const std::pair<double, const wchar_t*> rows[] = {
+        {0, L"0"},
+        {1, L"0.00KB"},
+        {1023, L"1.00KB"},
+        {1536, L"1.50KB"},
+        {1048575, L"1024.00KB"},
+        {1048576, L"1.00MB"},
+        {1073741823, L"1024.00MB"},
+        {1073741824, L"1.00GB"},
+        {2.0 * 744 * 4294967295.0, L"5952.00GB"},
+    };
+    for (const auto& [bytes, expected] : rows) {
+        wchar_t text[kByteCountUnits];
+        FormatByteCount(bytes, text);
+        EXPECT_STREQ(text, expected);
+    }
 }
 
 TEST(Export, A_range_must_not_end_before_it_begins) {

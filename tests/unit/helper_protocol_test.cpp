@@ -61,6 +61,9 @@ TEST(HelperProtocol, What_does_not_fit_is_neither_written_nor_read) {
     const size_t bytes = EncodeBindingAnswer(space, {0, 4, 1}, "bad/name", "driver");
     EXPECT_FALSE(
         DecodeBindingAnswer(std::span(space).subspan(kHeaderBytes + 4, bytes - kHeaderBytes - 4), name, description));
+    uint32_t result = 0;
+    std::span<const uint8_t> rest;
+    EXPECT_FALSE(DecodeResult(Bytes{5, 0, 0, 0, 1}, result, rest)) << "a failure with something behind";
     EXPECT_EQ(0u, EncodeResult(std::span(space).first(kHeaderBytes + 3), {0, 2, 1}, 5));
     EXPECT_EQ(kHeaderBytes + 4, EncodeResult(std::span(space).first(kHeaderBytes + 4), {0, 2, 1}, 5));
 }
