@@ -16,7 +16,6 @@ TEST(ParseEchoBody, Digits_and_points_up_to_the_end_or_a_line_end) {
         {"203.0.113.7\nxyz", true, L"203.0.113.7"},
         {"203.0.113.7 ", false, L"203.0.113.7 "},
         {" 203.0.113.7", false, L" 203.0.113.7"},
-        {"1.2.3", true, L"1.2.3"},
         {"....", true, L"...."},
         {"\r\n", true, L""},
         {"12345678901234567890", true, L"12345678901234567890"},
@@ -26,7 +25,6 @@ TEST(ParseEchoBody, Digits_and_points_up_to_the_end_or_a_line_end) {
         {"\0garbage of any length follows here"s, true, L""},
         {"203.0.113.7\0<html>and a long page behind it"s, true, L"203.0.113.7"},
         {"1\xFF", false, L"1\u00FF"},
-        {"2001:db8::1", false, L"2001:db8::1"},
     };
     for (const auto& [body, found, expected] : rows) {
         wchar_t address[kPublicIpUnits] = L"before";

@@ -124,7 +124,7 @@ TEST(Faults, Of_the_safe_list) {
 
 uint16_t PeersPort() {
     static const NodeResponder peers(NodeResponder::Names{{"127.0.0.1", "ONE"}});
-    return peers.Port();
+    return peers.port;
 }
 
 void UseNetwork() {

@@ -50,7 +50,7 @@ class ScanLifetime : public testing::Test {
 
 TEST_F(ScanLifetime, A_second_scan_leaves_the_first_ones_table_to_its_workers) {
     const NodeResponder peers(NodeResponder::Names{{"127.0.0.163", "LAST"}});
-    HostTable* const tables[] = {Start(peers.Port()), Start(peers.Port())};
+    HostTable* const tables[] = {Start(peers.port), Start(peers.port)};
     EXPECT_NE(tables[0], tables[1]);
     EXPECT_EQ(Count(*tables[0], kHostPending), kScanHosts);
     gate.set_value();
@@ -82,7 +82,7 @@ TEST_F(ScanLifetime, The_dialog_reads_while_workers_write) {
     const NodeResponder peers(names);
     firstAnswering = 100;
     gate.set_value();
-    ASSERT_TRUE(StartScanAskingPort(nullptr, peers.Port()));
+    ASSERT_TRUE(StartScanAskingPort(nullptr, peers.port));
     while (Count(*scanState.table, kHostPending) != 0) {
         for (HostRecord& host : scanState.table->hosts) {
             if (StatusOf(host) == kHostAnswered && host.listed == 0) {
