@@ -8,11 +8,7 @@
 
 using namespace helper_protocol;
 
-namespace {
-
 using Bytes = std::vector<uint8_t>;
-
-}  // namespace
 
 TEST(HelperProtocol, An_interface_name_is_what_the_kernel_takes_and_never_an_option) {
     for (const std::string_view name : {"a", "fifteen-letters", "br-1.2", "\xC3\xA9th"}) {

@@ -48,9 +48,9 @@ int OpenFlags(DWORD access, DWORD disposition) {
 }
 
 // What read and write have in common.
-BOOL Transferred(ssize_t result, DWORD bytes, DWORD* count) {
-    *count = result > 0 ? static_cast<DWORD>(result) : 0;
-    return result >= 0 && static_cast<DWORD>(result) <= bytes;
+BOOL Transferred(ssize_t result, DWORD* count) {
+    *count = static_cast<DWORD>(std::max<ssize_t>(result, 0));
+    return result >= 0;
 }
 
 BOOL NextMatch(Search& search, WIN32_FIND_DATAW* found) {
@@ -99,12 +99,12 @@ HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD, void*, DWORD dispos
 
 BOOL ReadFile(HANDLE file, void* buffer, DWORD bytes, DWORD* count, void*) {
     *count = 0;
-    return !Fails("ReadFile") && Transferred(read(DescriptorOf(file), buffer, bytes), bytes, count);
+    return !Fails("ReadFile") && Transferred(read(DescriptorOf(file), buffer, bytes), count);
 }
 
 BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* count, void*) {
     *count = 0;
-    return !Fails("WriteFile") && Transferred(write(DescriptorOf(file), buffer, bytes), bytes, count);
+    return !Fails("WriteFile") && Transferred(write(DescriptorOf(file), buffer, bytes), count);
 }
 
 DWORD SetFilePointer(HANDLE file, LONG distance, LONG*, DWORD method) {

@@ -17,6 +17,11 @@ TEST(HostListDelete, Deletes_every_equal_entry_and_keeps_the_order_of_the_rest) 
     fakes::AnswerMessagesWith(IDYES);
     EXPECT_TRUE(DeleteHost(nullptr, L"a"));
     EXPECT_EQ(ReadWholeFile(L"hosts.dat"), HostRecordOf(L"c") + HostRecordOf(L"bb") + HostRecordOf(L"d"));
+    for (const wchar_t* host : {L"c", L"bb", L"d"}) {
+        EXPECT_TRUE(FileExists(L"hosts.dat"));
+        DeleteHost(nullptr, host);
+    }
+    EXPECT_FALSE(FileExists(L"hosts.dat")) << "it goes with the last one";
 }
 
 TEST(DetectorTap, Asks_by_address_where_there_is_no_name_and_takes_no_for_the_likely_answer) {

@@ -7,7 +7,14 @@
 
 namespace {
 
-// That it reads what it understands, the system tests show.
+TEST(HostCommandLine, Reads_what_no_system_test_uses) {
+    HostOptions options;
+    std::wstring error;
+    ASSERT_TRUE(ParseCommandLine({L"--reload", L"3", L"--help"}, options, error));
+    EXPECT_EQ(options.reloads, 3);
+    EXPECT_TRUE(options.help);
+}
+
 TEST(HostCommandLine, Refuses_what_it_does_not_understand) {
     std::vector<std::vector<std::wstring>> wrong = {{L"--sized"}, {L"extra"}, {L"--size"}, {L"--screenshot"}};
     for (const wchar_t* size : {L"240", L"240x", L"2x2", L"1x320", L"240x320x1", L"2001x9"}) {
