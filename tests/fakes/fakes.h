@@ -17,7 +17,6 @@ void ResetSystem();
 const std::filesystem::path& Root();
 
 void SetLocalTime(const SYSTEMTIME& now);
-void SetTickCount(DWORD ms);
 void SetTimeZone(DWORD result, LONG biasMinutes);
 
 // Outcomes of the next waits on events, each after that much time of a clock that then stands still between waits;
@@ -27,7 +26,8 @@ struct WaitOutcome {
     DWORD error = 0;
     DWORD afterMs = 0;
 };
-void ScriptWaits(std::vector<WaitOutcome> outcomes);
+void ScriptWaits(const std::vector<WaitOutcome>& outcomes);
+
 // Time-outs that the waits on events were given.
 extern std::vector<DWORD> waitedMs;
 

@@ -35,7 +35,6 @@ struct Adapter {
     uint32_t speed = 100000000;
     uint32_t received = 0;  // octets
     uint32_t transmitted = 0;
-    bool countersReadable = true;
 };
 
 struct Wireless {
@@ -53,47 +52,35 @@ struct ArpRow {
 
 // The connection manager, which connects at once and knows no proxy unless told otherwise.
 struct ConnectionManager {
-    HRESULT establish = S_OK;
     std::vector<DWORD> statuses;  // one per query, then connected (16)
-    HRESULT statusResult = S_OK;
     HRESULT proxyResult = E_NOINTERFACE;
     std::u16string proxy;
     platform::ConnectionRequest request = {};
     int open = 0;  // connections not yet released
-    std::vector<LONG> releasedWith;
+    LONG releasedWith = 0;
 };
 
-// An echo server's answer, read piece by piece; then its end, or a failing read where it breaks off.
+// An echo server's answer, read piece by piece.
 struct EchoAnswer {
     std::vector<std::string> pieces;
-    bool breaksOff = false;
 };
 
 // The internet library: what it was asked, and what each host answers (an unknown one nothing).
 struct Internet {
     std::map<std::wstring, EchoAnswer> answers;
-    std::vector<std::string> calls;  // those that succeeded and the handles closed, in order
     std::vector<std::wstring> hosts;
-    std::wstring agent, path;
-    std::optional<std::wstring> proxy;
-    DWORD accessType = 0;
-    WORD port = 0;
-    DWORD flags = 0;
-    DWORD_PTR context = 0;
+    std::wstring asked;  // how the last host was asked: everything else that the calls were given
 };
 
 struct Platform {
     std::vector<Adapter> adapters;
-    std::optional<uint32_t> interfaceCount;  // otherwise the number of adapters
-    // The first result of a function instead of its usual one, by name ("GetAdaptersInfo size", "GetAdaptersInfo",
-    // ...).
+    // The result of a function instead of its usual one: "GetInterfaceInfo size", "IpReleaseAddress" ...
     std::map<std::string, DWORD> results;
     std::vector<ArpRow> arp;
     Wireless wireless;
     // What an echo to an address (network byte order) brings; called from the scan's threads. Without it nobody
     // answers.
     std::function<std::optional<platform::EchoReply>(uint32_t address, DWORD timeoutMs)> echo;
-    bool echoService = true;
     ConnectionManager connectionManager;
     Internet internet;
     std::vector<std::pair<std::string, uint32_t>> dhcpCalls;  // "release" or "renew", interface index

@@ -19,9 +19,13 @@ std::wstring DataPath(const std::wstring& name) {
     return std::wstring(itemState.dataFolder) + L"\\" + name;
 }
 
+static platform::ScopedHandle OpenToRead(const std::wstring& path) {
+    return platform::ScopedHandle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 Bytes ReadWholePath(const std::wstring& path) {
-    const platform::ScopedHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const platform::ScopedHandle file = OpenToRead(path);
     if (!file.IsOpen()) {
         return {};
     }
@@ -37,9 +41,7 @@ Bytes ReadWholeFile(const std::wstring& name) {
 }
 
 bool FileExists(const std::wstring& name) {
-    return platform::ScopedHandle(CreateFileW(DataPath(name).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                              nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
-        .IsOpen();
+    return OpenToRead(DataPath(name)).IsOpen();
 }
 
 void WriteWholeFile(const std::wstring& name, const Bytes& content) {

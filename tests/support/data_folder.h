@@ -16,6 +16,10 @@ void ResetForTest();
 void UseEmptyDataFolder();
 
 using Bytes = std::vector<uint8_t>;
+inline Bytes operator+(Bytes a, const Bytes& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
 
 // Name is relative to the data folder, without a leading separator.
 bool FileExists(const std::wstring& name);

@@ -14,11 +14,6 @@ inline Bytes HostRecordOf(const std::wstring& host) {
     return record;
 }
 
-inline Bytes operator+(Bytes a, const Bytes& b) {
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-}
-
 inline std::vector<std::wstring> ListedHosts() {
     std::vector<std::wstring> hosts;
     HostListReader reader;

@@ -16,11 +16,6 @@ inline std::vector<uint8_t> NodeStatusReply(const std::vector<std::string>& name
     return reply;
 }
 
-inline std::vector<uint8_t> Cut(std::vector<uint8_t> reply, size_t bytes) {
-    reply.resize(bytes);
-    return reply;
-}
-
 inline std::vector<uint8_t> Longer(std::vector<uint8_t> reply, size_t bytes) {
     reply.resize(bytes, 0xFF);
     return reply;

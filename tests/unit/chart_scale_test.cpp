@@ -13,7 +13,7 @@ namespace {
 std::wstring Labels(const ScaleStep& step) {
     std::wstring labels;
     for (const wchar_t* label : step.labels) {
-        labels += (labels.empty() ? L"" : L" ") + std::wstring(label);
+        labels += std::wstring(label) + L" ";
     }
     return labels;
 }
@@ -42,7 +42,6 @@ std::wstring ExpectedLabels(uint32_t full) {
         }
         labels += text;
     }
-    labels.pop_back();
     return labels;
 }
 
@@ -62,9 +61,9 @@ void ExpectSteps(const uint32_t (&steps)[Steps], const ScaleStep& (*scale)(Value
 
 TEST(ScaleLadder, Steps_start_at_their_bound) {
     ExpectSteps(kUsage, UsageScale, 1.0 / 1024);
-    EXPECT_EQ(Labels(UsageScale(6e12)), L">2GB 1.6GB 1.2GB 0.8GB 0.4GB");
+    EXPECT_EQ(Labels(UsageScale(6e12)), L">2GB 1.6GB 1.2GB 0.8GB 0.4GB ");
     ExpectSteps(kLive, LiveScale, 1);
-    EXPECT_EQ(Labels(LiveScale(0xFFFFFFFF)), L">10MB 8MB 6MB 4MB 2MB");
+    EXPECT_EQ(Labels(LiveScale(0xFFFFFFFF)), L">10MB 8MB 6MB 4MB 2MB ");
     EXPECT_EQ(LiveScale(0xFFFFFFFF).fullScale, 1000 * M);
 }
 

@@ -1,5 +1,4 @@
 // The live graph's lines for rings in every state.
-
 #include "charts/live_graph.h"
 
 #include <gtest/gtest.h>
@@ -8,13 +7,7 @@
 
 namespace {
 
-class LiveGraphTest : public testing::Test {
-    void SetUp() override {
-        itemState.screenWidth = 240;
-        itemState.screenHeight = 320;
-    }
-};
-
+// The uppermost label, then direction, place and height of each line.
 std::wstring Lines() {
     LiveGraph graph;
     if (!ArrangeLiveGraph(graph)) {
@@ -30,20 +23,8 @@ std::wstring Lines() {
     return lines;
 }
 
-void UseSample(uint32_t transmitted, uint32_t received) {
-    itemState.sampleCount = 1;
-    itemState.ringIndex = 0;
-    itemState.outDeltas[0] = transmitted;
-    itemState.inDeltas[0] = received;
-}
-
-TEST_F(LiveGraphTest, Without_samples_there_is_only_the_background) {
-    EXPECT_EQ(Lines(), L"none");
-    itemState.sampleCount = 0;
-    EXPECT_EQ(Lines(), L"none");
-}
-
-TEST_F(LiveGraphTest, Heights_are_cut_percentages_of_the_scale) {
+TEST(LiveGraph, Heights_are_cut_percentages_of_the_scale) {
+    EXPECT_EQ(Lines(), L"none") << "without samples";
     const std::tuple<uint32_t, uint32_t, const wchar_t*> rows[] = {
         {0, 0, L"1.0KB "},
         {0, 512, L"1.0KB R168:50 "},
@@ -60,33 +41,33 @@ TEST_F(LiveGraphTest, Heights_are_cut_percentages_of_the_scale) {
         {0xFFFFFFFF, 85899346, L">10MB T168:4 "},
     };
     for (const auto& [transmitted, received, lines] : rows) {
-        UseSample(transmitted, received);
+        itemState.sampleCount = 1;
+        itemState.ringIndex = 0;
+        itemState.outDeltas[0] = transmitted;
+        itemState.inDeltas[0] = received;
         EXPECT_EQ(Lines(), lines) << transmitted;
     }
 }
 
-TEST_F(LiveGraphTest, The_newest_sample_stands_at_the_right) {
+TEST(LiveGraph, The_newest_sample_stands_at_the_right) {
     itemState.sampleCount = 3;
     itemState.ringIndex = 2;
-    for (int i = 0; i < 3; ++i) {
-        itemState.outDeltas[i] = 103 * static_cast<uint32_t>(i + 1);
-    }
+    std::copy_n(std::array{103, 206, 309}.begin(), 3, itemState.outDeltas);
     itemState.inDeltas[7] = 5000000;  // not a sample
     EXPECT_EQ(Lines(), L"1.0KB T154:10 T161:20 T168:30 ");
     itemState.screenWidth = 480;
     EXPECT_EQ(Lines(), L"1.0KB T308:20 T322:40 T336:60 ");
 }
 
-TEST_F(LiveGraphTest, A_full_ring_is_walked_from_its_oldest_sample) {
-    for (const int start : {0, 1, 7, 19}) {
+TEST(LiveGraph, A_full_ring_is_walked_from_its_oldest_sample) {
+    for (const int start : {0, 7, 19}) {
         itemState.sampleCount = kSampleSlots;
         itemState.ringStart = start;
         itemState.ringIndex = (start + kSampleSlots - 1) % kSampleSlots;
         std::wstring expected = L"1.0KB ";
         for (int age = 0; age < kSampleSlots; ++age) {
-            const int percentage = 20 + age;
-            itemState.inDeltas[(start + age) % kSampleSlots] = static_cast<uint32_t>(percentage * 1024 / 100 + 1);
-            expected += L"R" + std::to_wstring(35 + 7 * age) + L":" + std::to_wstring(percentage) + L" ";
+            itemState.inDeltas[(start + age) % kSampleSlots] = static_cast<uint32_t>((20 + age) * 1024 / 100 + 1);
+            expected += L"R" + std::to_wstring(35 + 7 * age) + L":" + std::to_wstring(20 + age) + L" ";
         }
         EXPECT_EQ(Lines(), expected) << start;
     }

@@ -1,75 +1,46 @@
 // The wireless query layer and the reading of every tick.
-
 #include "wireless/signal.h"
 
 #include <gtest/gtest.h>
 
 #include "item/item_state.h"
-#include "tests/fakes/scripted_platform.h"
+#include "tests/support/wireless_values.h"
 #include "wireless/channel.h"
 #include "wireless/ndis.h"
 
 namespace {
 
-std::vector<uint8_t> Number(int32_t value) {
-    std::vector<uint8_t> bytes(4);
-    memcpy(bytes.data(), &value, sizeof(value));
-    return bytes;
-}
-
-void UseWireless(int32_t rssi, bool associated) {
-    scripted::Wireless& wireless = scripted::system.wireless;
-    wireless.present = true;
-    wireless.bindingName = L"WLAN1";
-    wireless.values[OID_802_11_RSSI] = Number(rssi);
-    wireless.values.erase(OID_802_11_BSSID);
-    if (associated) {
-        wireless.values[OID_802_11_BSSID] = {1, 2, 3, 4, 5, 6};
-    }
-}
-
-int32_t NewestReading() {
-    return itemState.SignalHistory[kSignalReadings - 1];
+void UseSignal(int32_t rssi) {
+    UseWireless();
+    scripted::system.wireless.values = {{OID_802_11_RSSI, NdisFields({static_cast<uint32_t>(rssi)})},
+                                        {OID_802_11_BSSID, {1, 2, 3, 4, 5, 6}}};
 }
 
 TEST(QuerySignal, Reading_history_and_result) {
-    UseWireless(-61, true);
-    EXPECT_EQ(QuerySignal(), 1);
-    EXPECT_EQ(scripted::system.wireless.requests, (std::vector<uint32_t>{OID_802_11_RSSI, OID_802_11_BSSID}));
-    EXPECT_EQ(itemState.SignalDbm, -61);
-    EXPECT_EQ(NewestReading(), -61);
-
-    UseWireless(-70, false);
-    EXPECT_EQ(QuerySignal(), 1);
-    EXPECT_EQ(itemState.SignalDbm, kNoSignal);
-    EXPECT_EQ(NewestReading(), -70);
-    EXPECT_EQ(itemState.SignalHistory[kSignalReadings - 2], -61);
-
-    scripted::system.wireless.values.erase(OID_802_11_RSSI);
-    EXPECT_EQ(QuerySignal(), 1);
-    EXPECT_EQ(NewestReading(), kNoSignal);
-
-    scripted::system.wireless.bindingName = L"";
-    EXPECT_EQ(QuerySignal(), 0);
-    scripted::system.wireless.present = false;
-    EXPECT_EQ(QuerySignal(), 0);
-    EXPECT_EQ(itemState.SignalHistory[kSignalReadings - 5], -61);
-}
-
-TEST(QuerySignal, Forty_readings_without_wireless_forget_everything) {
-    UseWireless(-50, true);
-    QuerySignal();
-    scripted::system.wireless.present = false;
-    for (int i = 0; i < kSignalReadings; ++i) {
+    auto& wireless = scripted::system.wireless;
+    // What is returned, the signal and the newest reading.
+    const auto query = [] {
+        const int result = QuerySignal();
+        return std::tuple(result, itemState.SignalDbm, itemState.SignalHistory[kSignalReadings - 1]);
+    };
+    UseSignal(-61);
+    EXPECT_EQ(query(), std::tuple(1, -61, -61));
+    EXPECT_EQ(wireless.requests, (std::vector<uint32_t>{OID_802_11_RSSI, OID_802_11_BSSID}));
+    wireless.values.erase(OID_802_11_BSSID);
+    EXPECT_EQ(query(), std::tuple(1, kNoSignal, -61));
+    wireless.values.clear();
+    EXPECT_EQ(query(), std::tuple(1, kNoSignal, kNoSignal));
+    wireless.bindingName.clear();
+    EXPECT_EQ(query(), std::tuple(0, kNoSignal, kNoSignal));
+    wireless.present = false;
+    for (int i = 4; i < kSignalReadings; ++i) {
         QuerySignal();
     }
-    for (const int32_t reading : itemState.SignalHistory) {
-        EXPECT_EQ(reading, kNoSignal);
-    }
+    EXPECT_EQ(itemState.SignalHistory[0], -61) << "the oldest of forty";
 }
 
 TEST(QuerySignal, Presence_is_remembered_until_the_adapter_is_lost) {
-    UseWireless(-50, true);
+    UseSignal(-50);
     QuerySignal();
     EXPECT_TRUE(itemState.WirelessSeen);
     const uint32_t since = itemState.WirelessSinceTick;
@@ -83,7 +54,7 @@ TEST(QuerySignal, Presence_is_remembered_until_the_adapter_is_lost) {
 }
 
 TEST(QuerySignal, A_binding_name_longer_than_its_room_is_cut) {
-    UseWireless(-50, true);
+    UseWireless();
     scripted::system.wireless.bindingName = std::wstring(400, L'n');
     WirelessDevice device;
     ASSERT_EQ(OpenWirelessDevice(device), WirelessOpening::Open);
@@ -97,7 +68,7 @@ TEST(Channel, Both_scales_and_nothing_between) {
         EXPECT_EQ(ChannelFromFrequency(24120 + step * 50), channel);
         EXPECT_EQ(ChannelFromFrequency(2412001 + step * 5000), -1);
     }
-    for (const uint32_t other : {0U, 2407000U, 2482000U, 2484000U, 24820U, 24070U, 2437U, 5180000U, 0xFFFFFFFFU}) {
+    for (const uint32_t other : {0U, 2407000U, 2482000U, 24820U, 24070U, 2437U, 5180000U, 0xFFFFFFFFU}) {
         EXPECT_EQ(ChannelFromFrequency(other), -1) << other;
     }
 }

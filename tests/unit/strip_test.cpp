@@ -1,5 +1,4 @@
 // The strip's arrangement: graph heights, marks, icons, and what a tap hits.
-
 #include "item/strip.h"
 
 #include <gtest/gtest.h>
@@ -10,19 +9,9 @@
 #include "item/item_state.h"
 #include "item/tap_dispatch.h"
 #include "resources/resource_ids.h"
+#include "tests/support/usage_views.h"
 
 namespace {
-
-void UseScreen(int width, int height) {
-    itemState.screenWidth = width;
-    itemState.screenHeight = height;
-}
-
-std::vector<GraphMark> Marks() {
-    std::array<GraphMark, kMostGraphMarks> marks;
-    const size_t count = ArrangeMiniGraph(marks);
-    return {marks.begin(), marks.begin() + static_cast<ptrdiff_t>(count)};
-}
 
 TEST(GraphHeight, Steps_of_the_ladder) {
     const std::tuple<uint32_t, int, int> rows[] = {
@@ -30,11 +19,17 @@ TEST(GraphHeight, Steps_of_the_ladder) {
         {10000, 7, 10},   {99999, 11, 16},  {100000, 13, 19},    {499999, 16, 24}, {500000, 17, 25},
         {799999, 17, 25}, {800000, 18, 27}, {0xFFFFFFFF, 18, 27}};
     for (const auto& [bytes, normal, hiRes] : rows) {
-        UseScreen(240, 320);
+        UseScreen(kPortrait);
         EXPECT_EQ(GraphHeight(bytes), normal) << bytes;
-        UseScreen(480, 640);
+        UseScreen(kHiResPortrait);
         EXPECT_EQ(GraphHeight(bytes), hiRes) << bytes;
     }
+}
+
+std::vector<GraphMark> Marks() {
+    std::array<GraphMark, kMostGraphMarks> marks;
+    const size_t count = ArrangeMiniGraph(marks);
+    return {marks.begin(), marks.begin() + static_cast<ptrdiff_t>(count)};
 }
 
 TEST(MiniGraph, One_sample_is_two_pixels_or_none) {
@@ -44,15 +39,13 @@ TEST(MiniGraph, One_sample_is_two_pixels_or_none) {
     itemState.outDeltas[0] = 800000;
     const std::vector<GraphMark> marks = Marks();
     ASSERT_EQ(marks.size(), 2U);
-    EXPECT_EQ(marks[0].direction, Direction::Received);
-    EXPECT_EQ(marks[0].to.x, 41);
-    EXPECT_EQ(marks[0].to.y, 19);
-    EXPECT_EQ(marks[1].to.y, 2);
+    EXPECT_EQ(std::tuple(marks[0].direction, marks[0].to.x, marks[0].to.y, marks[1].to.y),
+              std::tuple(Direction::Received, 41, 19, 2));
 }
 
 TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
+    UseScreen(kHiResPortrait);
     for (const int start : {0, 1, 19}) {
-        UseScreen(480, 640);
         itemState.sampleCount = kSampleSlots;
         itemState.ringStart = start;
         itemState.ringIndex = (start + 19) % kSampleSlots;
@@ -61,10 +54,10 @@ TEST(MiniGraph, A_full_ring_is_walked_from_its_oldest_entry) {
         }
         const std::vector<GraphMark> marks = Marks();
         ASSERT_EQ(marks.size(), 19U);
-        for (size_t k = 0; k < marks.size(); ++k) {
-            EXPECT_EQ(marks[k].to.x, 85 - 38 + 2 * static_cast<int>(k + 1));
-            EXPECT_EQ(marks[k].from.y, k % 2 == 0 ? 30 : 4) << "start " << start;
-            EXPECT_EQ(marks[k].to.y, k % 2 == 0 ? 4 : 30);
+        for (int k = 0; k < 19; ++k) {
+            const GraphMark& mark = marks[static_cast<size_t>(k)];
+            EXPECT_EQ(std::tuple(mark.to.x, mark.from.y, mark.to.y),
+                      std::tuple(49 + 2 * k, k % 2 == 0 ? 30 : 4, k % 2 == 0 ? 4 : 30));
         }
     }
 }
@@ -78,11 +71,6 @@ TEST(SignalIcon, Drawn_on_change_on_full_paint_and_always_in_the_lowest_band) {
     }
 }
 
-int ToolAt(uint32_t x, uint32_t y) {
-    const Tool* tool = FindToolAt(x, y);
-    return tool == nullptr ? -1 : tool->templateId;
-}
-
 TEST(Taps, Ranges_include_both_bounds_and_double_on_a_large_screen) {
     const std::pair<uint32_t, int> rows[] = {{50, IDD_SIGNAL},
                                              {69, IDD_USAGE},
@@ -94,49 +82,47 @@ TEST(Taps, Ranges_include_both_bounds_and_double_on_a_large_screen) {
                                              {183, IDD_DETECTOR},
                                              {202, kNoTool},
                                              {221, kNoTool}};
-    for (const auto& [left, tool] : rows) {
-        for (const uint32_t scale : {1U, 2U}) {
-            UseScreen(240 * static_cast<int>(scale), 320 * static_cast<int>(scale));
+    const auto toolAt = [](uint32_t x, uint32_t y) {
+        const Tool* tool = FindToolAt(x, y);
+        return tool == nullptr ? -1 : tool->templateId;
+    };
+    for (const uint32_t scale : {1U, 2U}) {
+        UseScreen(scale == 1 ? kPortrait : kHiResPortrait);
+        for (const auto& [left, tool] : rows) {
             const uint32_t bottom = 16 * scale + 4;
-            EXPECT_EQ(ToolAt(left * scale, 4), tool);
-            EXPECT_EQ(ToolAt((left + 16) * scale, bottom), tool);
-            EXPECT_EQ(ToolAt(left * scale - 1, 4), -1);
-            EXPECT_EQ(ToolAt((left + 16) * scale + 1, 4), -1);
-            EXPECT_EQ(ToolAt(left * scale, 3), -1);
-            EXPECT_EQ(ToolAt(left * scale, bottom + 1), -1);
+            EXPECT_EQ(toolAt(left * scale, 4), tool);
+            EXPECT_EQ(toolAt((left + 16) * scale, bottom), tool);
+            EXPECT_EQ(toolAt(left * scale - 1, 4), -1);
+            EXPECT_EQ(toolAt((left + 16) * scale + 1, 4), -1);
+            EXPECT_EQ(toolAt(left * scale, 3), -1);
+            EXPECT_EQ(toolAt(left * scale, bottom + 1), -1);
         }
     }
 }
 
 TEST(Taps, The_mini_graph_has_bounds_of_its_own) {
-    UseScreen(240, 320);
-    EXPECT_TRUE(IsOnMiniGraph(3, 1) && IsOnMiniGraph(47, 23) && IsOnMiniGraph(10, 10));
+    UseScreen(kPortrait);
+    EXPECT_TRUE(IsOnMiniGraph(3, 1) && IsOnMiniGraph(47, 23));
     EXPECT_FALSE(IsOnMiniGraph(2, 1) || IsOnMiniGraph(48, 1) || IsOnMiniGraph(3, 0) || IsOnMiniGraph(10, 24));
-    UseScreen(480, 640);
+    UseScreen(kHiResPortrait);
     EXPECT_TRUE(IsOnMiniGraph(3, 3) && IsOnMiniGraph(91, 36));
     EXPECT_FALSE(IsOnMiniGraph(92, 3) || IsOnMiniGraph(3, 2) || IsOnMiniGraph(3, 37));
 }
 
 TEST(DialogPlacement, Each_rule_on_both_orientations) {
-    struct Row {
-        Placement placement;
-        int screenWidth, screenHeight, width, height, x, y;
-    };
-    const Row rows[] = {{Placement::Centred, 240, 320, 209, 241, 15, 39},
-                        {Placement::BelowTaskbar, 240, 320, 209, 281, 15, 27},
-                        {Placement::BelowTaskbar, 240, 320, 209, 241, 15, 39},
-                        {Placement::LandscapeBelowTaskbar, 240, 320, 209, 300, 15, 9},
-                        {Placement::LandscapeBelowTaskbar, 320, 240, 263, 210, 28, 27},
-                        {Placement::LandscapeBelowTaskbar, 480, 480, 419, 469, 30, 27},
-                        {Placement::Lifted, 240, 320, 209, 241, 15, 13},
-                        {Placement::Centred, 240, 320, 260, 400, -10, -40}};
-    for (const Row& row : rows) {
-        UseScreen(row.screenWidth, row.screenHeight);
-        const DialogPlace place = ArrangeDialog(row.placement, row.width, row.height, 27);
-        EXPECT_EQ(place.x, row.x);
-        EXPECT_EQ(place.y, row.y);
-        EXPECT_EQ(place.width, row.width + 1);
-        EXPECT_EQ(place.height, row.height + 1);
+    const std::tuple<Placement, SIZE, SIZE, int, int> rows[] = {
+        {Placement::Centred, kPortrait, {209, 241}, 15, 39},
+        {Placement::BelowTaskbar, kPortrait, {209, 281}, 15, 27},
+        {Placement::BelowTaskbar, kPortrait, {209, 241}, 15, 39},
+        {Placement::LandscapeBelowTaskbar, kPortrait, {209, 300}, 15, 9},
+        {Placement::LandscapeBelowTaskbar, kLandscape, {263, 210}, 28, 27},
+        {Placement::LandscapeBelowTaskbar, kHiResSquare, {419, 469}, 30, 27},
+        {Placement::Lifted, kPortrait, {209, 241}, 15, 13},
+        {Placement::Centred, kPortrait, {260, 400}, -10, -40}};
+    for (const auto& [placement, screen, size, x, y] : rows) {
+        UseScreen(screen);
+        const DialogPlace place = ArrangeDialog(placement, size.cx, size.cy, 27);
+        EXPECT_EQ(std::tuple(place.x, place.y, place.width, place.height), std::tuple(x, y, size.cx + 1, size.cy + 1));
     }
 }
 

@@ -9,16 +9,15 @@
 
 #include "charts/usage_table.h"
 #include "resources/resource_ids.h"
+#include "tests/support/texts.h"
 #include "tests/support/usage_views.h"
 
 namespace {
 
 std::wstring Bars(UsageView& view) {
-    view.series.maximum = 0;
-    for (int slot = 0; slot < kSeriesSlots; ++slot) {
-        view.series.maximum =
-            std::max({view.series.maximum, view.series.transmitted[slot], view.series.received[slot]});
-    }
+    const auto& [transmitted, received] = std::tie(view.series.transmitted, view.series.received);
+    view.series.maximum = std::max(*std::max_element(transmitted.begin(), transmitted.end()),
+                                   *std::max_element(received.begin(), received.end()));
     UsageChart chart;
     ArrangeUsageChart(view, chart);
     std::wstring bars;
@@ -28,14 +27,6 @@ std::wstring Bars(UsageView& view) {
                 std::to_wstring(bar.foot) + L"-" + std::to_wstring(bar.top) + L" ";
     }
     return bars;
-}
-
-std::wstring Texts(const UsageTable& table) {
-    std::wstring texts;
-    for (int i = 0; i < table.textCount; ++i) {
-        texts += std::wstring(table.texts[i].text) + L"|";
-    }
-    return texts;
 }
 
 UsageTable TableOf(const UsageView& view) {
@@ -77,34 +68,33 @@ TEST(UsageChart, The_shorter_bar_stands_in_front_and_equal_ones_are_one_red_bar)
 
 TEST(UsageChart, Percentages_are_cut_to_whole_ones_and_end_at_a_hundred) {
     UseScreen(kPortrait);
-    struct Row {
-        double maximum;
-        double value;
-        int height;
-    };
-    const Row rows[] = {{1023, 1023, 99},  {1000, 1000, 97},       {1024, 1024, 10},   {10239, 102, 0},
-                        {10239, 103, 1},   {1048576, 1048576, 51}, {2e9, 1.9e9, 92},   {2048000000, 2048000000, 100},
-                        {5e12, 5e12, 100}, {5e12, 20479999, 0},    {5e12, 20480001, 1}};
-    for (const Row& row : rows) {
+    const std::tuple<double, double, int> rows[] = {
+        {1023, 1023, 99},  {1000, 1000, 97},       {1024, 1024, 10},   {10239, 102, 0},
+        {10239, 103, 1},   {1048576, 1048576, 51}, {2e9, 1.9e9, 92},   {2048000000, 2048000000, 100},
+        {5e12, 5e12, 100}, {5e12, 20479999, 0},    {5e12, 20480001, 1}};
+    for (const auto& [maximum, value, height] : rows) {
         UsageView view = ViewOf(UsageMode::Daily);
-        view.series.transmitted[1] = row.value;
-        view.series.maximum = row.maximum;
+        view.series.transmitted[1] = value;
+        view.series.maximum = maximum;
         UsageChart chart;
         ArrangeUsageChart(view, chart);
-        EXPECT_EQ(chart.barCount == 0 ? 0 : chart.bars[0].foot - chart.bars[0].top, row.height) << row.value;
+        EXPECT_EQ(chart.barCount == 0 ? 0 : chart.bars[0].foot - chart.bars[0].top, height) << value;
     }
 }
 
 TEST(UsageTable, Nine_rows_make_two_pages) {
     UseScreen(kPortrait);
     UsageView view = ViewWithRows(9, UsageStyle::Table);
-    UsageTable table = TableOf(view);
-    EXPECT_EQ(table.textCount, 8 * 4 + 1);
-    EXPECT_STREQ(table.texts[32].text, L"1/2");
+    EXPECT_EQ(TableOf(view).textCount, 8 * 4 + 1);
+    EXPECT_STREQ(TableOf(view).texts[32].text, L"1/2");
     view.page = 1;
-    EXPECT_EQ(Texts(TableOf(view)), L"9|0|9.00KB|9.00KB|2/2|");
-    EXPECT_EQ(Texts(TableOf(ViewWithRows(0, UsageStyle::Table))), L"0/0|");
-    EXPECT_EQ(TableOf(ViewWithRows(31, UsageStyle::Table)).texts[32].text, std::wstring(L"1/4"));
+    const UsageTable table = TableOf(view);
+    ASSERT_EQ(table.textCount, 5);
+    EXPECT_EQ(Joined({table.texts[0].text, table.texts[1].text, table.texts[2].text, table.texts[3].text,
+                      table.texts[4].text}),
+              L"9|0|9.00KB|9.00KB|2/2");
+    EXPECT_STREQ(TableOf(ViewWithRows(0, UsageStyle::Table)).texts[0].text, L"0/0");
+    EXPECT_STREQ(TableOf(ViewWithRows(31, UsageStyle::Table)).texts[32].text, L"1/4");
 }
 
 TEST(UsageTable, Hours_are_labelled_in_the_chosen_format) {

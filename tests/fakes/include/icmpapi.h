@@ -3,9 +3,6 @@
 
 #include "windows.h"
 
-#define IP_SUCCESS 0
-#define IP_REQ_TIMED_OUT 11010
-
 struct IP_OPTION_INFORMATION {
     uint8_t Ttl, Tos, Flags, OptionsSize;
     uint8_t* OptionsData;

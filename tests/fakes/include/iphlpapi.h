@@ -1,72 +1,47 @@
-// iphlpapi.h of the native build: the records of the IP helper service as the system publishes them.
+// iphlpapi.h of the native build: the records of the IP helper service as the system publishes them, without the fields
+// that nothing looks at.
 #pragma once
 
 #include <ctime>
 
 #include "windows.h"
 
-#define MAX_ADAPTER_NAME_LENGTH 256
-#define MAX_ADAPTER_DESCRIPTION_LENGTH 128
-#define MAX_ADAPTER_ADDRESS_LENGTH 8
-#define MAX_ADAPTER_NAME 128
-#define MAX_INTERFACE_NAME_LEN 256
-#define MAXLEN_PHYSADDR 8
-#define MAXLEN_IFDESCR 256
-#define MIB_IF_TYPE_OTHER 1
-#define MIB_IF_TYPE_ETHERNET 6
-#define MIB_IPNET_TYPE_DYNAMIC 3
+inline constexpr int MAX_ADAPTER_DESCRIPTION_LENGTH = 128, MAX_ADAPTER_ADDRESS_LENGTH = 8, MAXLEN_PHYSADDR = 8,
+                     MIB_IF_TYPE_ETHERNET = 6, MIB_IPNET_TYPE_DYNAMIC = 3;
 
-struct IP_ADDRESS_STRING {
-    char String[16];
-};
 struct IP_ADDR_STRING {
     IP_ADDR_STRING* Next;
-    IP_ADDRESS_STRING IpAddress;
-    IP_ADDRESS_STRING IpMask;
-    DWORD Context;
+    struct {
+        char String[16];
+    } IpAddress, IpMask;
 };
 struct IP_ADAPTER_INFO {
     IP_ADAPTER_INFO* Next;
-    DWORD ComboIndex;
-    char AdapterName[MAX_ADAPTER_NAME_LENGTH + 4];
+    char AdapterName[260];
     char Description[MAX_ADAPTER_DESCRIPTION_LENGTH + 4];
     UINT AddressLength;
     BYTE Address[MAX_ADAPTER_ADDRESS_LENGTH];
     DWORD Index;
     UINT Type;
     UINT DhcpEnabled;
-    IP_ADDR_STRING* CurrentIpAddress;
-    IP_ADDR_STRING IpAddressList;
-    IP_ADDR_STRING GatewayList;
-    IP_ADDR_STRING DhcpServer;
+    IP_ADDR_STRING *CurrentIpAddress, IpAddressList, GatewayList, DhcpServer;
     BOOL HaveWins;
-    IP_ADDR_STRING PrimaryWinsServer;
-    IP_ADDR_STRING SecondaryWinsServer;
-    time_t LeaseObtained;
-    time_t LeaseExpires;
+    IP_ADDR_STRING PrimaryWinsServer, SecondaryWinsServer;
+    time_t LeaseObtained, LeaseExpires;
 };
 struct IP_PER_ADAPTER_INFO {
-    UINT AutoconfigEnabled;
-    UINT AutoconfigActive;
-    IP_ADDR_STRING* CurrentDnsServer;
     IP_ADDR_STRING DnsServerList;
 };
 struct IP_ADAPTER_INDEX_MAP {
     ULONG Index;
-    WCHAR Name[MAX_ADAPTER_NAME];
+    WCHAR Name[128];
 };
 struct IP_INTERFACE_INFO {
     LONG NumAdapters;
     IP_ADAPTER_INDEX_MAP Adapter[1];
 };
 struct MIB_IFROW {
-    WCHAR wszName[MAX_INTERFACE_NAME_LEN];
-    DWORD dwIndex, dwType, dwMtu, dwSpeed, dwPhysAddrLen;
-    BYTE bPhysAddr[MAXLEN_PHYSADDR];
-    DWORD dwAdminStatus, dwOperStatus, dwLastChange, dwInOctets, dwInUcastPkts, dwInNUcastPkts, dwInDiscards,
-        dwInErrors, dwInUnknownProtos, dwOutOctets, dwOutUcastPkts, dwOutNUcastPkts, dwOutDiscards, dwOutErrors,
-        dwOutQLen, dwDescrLen;
-    BYTE bDescr[MAXLEN_IFDESCR];
+    DWORD dwIndex, dwType, dwSpeed, dwInOctets, dwOutOctets;
 };
 struct MIB_IPNETROW {
     DWORD dwIndex;

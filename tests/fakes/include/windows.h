@@ -5,12 +5,6 @@
 #include <cstdint>
 #include <cwchar>
 
-#define WINAPI
-#define CALLBACK
-#define TRUE 1
-#define FALSE 0
-#define MAX_PATH 260
-
 using BOOL = int;
 using BYTE = uint8_t;
 using WORD = uint16_t;
@@ -23,7 +17,6 @@ using DWORD_PTR = uintptr_t;
 using UINT_PTR = uintptr_t;
 using WPARAM = uintptr_t;
 using LPARAM = intptr_t;
-using LPVOID = void*;
 using WCHAR = wchar_t;
 using HANDLE = void*;
 using HLOCAL = void*;
@@ -35,6 +28,10 @@ using HGDIOBJ = void*;
 using HBITMAP = struct FakeBitmap*;
 using HPEN = struct FakePen*;
 using HICON = struct FakeIcon*;
+
+#define CALLBACK
+inline constexpr BOOL TRUE = 1, FALSE = 0;
+inline constexpr int MAX_PATH = 260;
 
 struct POINT {
     LONG x, y;
@@ -50,43 +47,22 @@ struct GUID {
     uint16_t Data2, Data3;
     uint8_t Data4[8];
 };
-inline bool operator==(const GUID& a, const GUID& b) {
-    return __builtin_memcmp(&a, &b, sizeof(a)) == 0;
-}
-
-#define LOWORD(value) static_cast<WORD>(static_cast<uintptr_t>(value) & 0xFFFF)
-#define HIWORD(value) static_cast<WORD>((static_cast<uintptr_t>(value) >> 16) & 0xFFFF)
 
 // Errors
-#define NO_ERROR 0
-#define ERROR_SUCCESS 0
-#define ERROR_FILE_NOT_FOUND 2
-#define ERROR_ACCESS_DENIED 5
-#define ERROR_INVALID_HANDLE 6
-#define ERROR_NO_MORE_FILES 18
-#define ERROR_GEN_FAILURE 31
-#define ERROR_INVALID_PARAMETER 87
-#define ERROR_DISK_FULL 112
-#define ERROR_BUFFER_OVERFLOW 111
-#define ERROR_INSUFFICIENT_BUFFER 122
-#define ERROR_ALREADY_EXISTS 183
-#define ERROR_MORE_DATA 234
-#define ERROR_NO_DATA 232
-#define E_FAIL static_cast<HRESULT>(0x80004005)
-#define E_NOINTERFACE static_cast<HRESULT>(0x80004002)
-#define S_OK 0
+inline constexpr LONG NO_ERROR = 0, ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_ACCESS_DENIED = 5,
+                      ERROR_INVALID_HANDLE = 6, ERROR_GEN_FAILURE = 31, ERROR_INVALID_PARAMETER = 87,
+                      ERROR_BUFFER_OVERFLOW = 111, ERROR_INSUFFICIENT_BUFFER = 122, ERROR_NO_DATA = 232,
+                      ERROR_MORE_DATA = 234;
+inline constexpr HRESULT S_OK = 0, E_NOINTERFACE = -0x7FFFBFFE, E_FAIL = -0x7FFFBFFB;
 DWORD GetLastError();
-void SetLastError(DWORD error);
 
 // Memory
-#define LMEM_FIXED 0x0
-#define LMEM_ZEROINIT 0x40
-#define LPTR (LMEM_FIXED | LMEM_ZEROINIT)
+inline constexpr UINT LPTR = 0x40;
 HLOCAL LocalAlloc(UINT flags, size_t bytes);
 HLOCAL LocalFree(HLOCAL memory);
 
 // Text
-#define CP_ACP 0
+inline constexpr UINT CP_ACP = 0;
 int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int bytes, wchar_t* out, int outUnits);
 int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int units, char* out, int outBytes,
                         const char* fallback, BOOL* usedFallback);
@@ -101,14 +77,8 @@ struct FILETIME {
 };
 struct TIME_ZONE_INFORMATION {
     LONG Bias;
-    WCHAR StandardName[32];
-    SYSTEMTIME StandardDate;
-    LONG StandardBias;
-    WCHAR DaylightName[32];
-    SYSTEMTIME DaylightDate;
-    LONG DaylightBias;
 };
-#define TIME_ZONE_ID_INVALID 0xFFFFFFFFu
+inline constexpr DWORD TIME_ZONE_ID_INVALID = 0xFFFFFFFF;
 void GetLocalTime(SYSTEMTIME* now);
 DWORD GetTickCount();
 void Sleep(DWORD ms);
@@ -117,24 +87,12 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime);
 
 // Files
 #define INVALID_HANDLE_VALUE reinterpret_cast<HANDLE>(static_cast<intptr_t>(-1))
-#define GENERIC_READ 0x80000000u
-#define GENERIC_WRITE 0x40000000u
-#define FILE_SHARE_READ 1
-#define FILE_SHARE_WRITE 2
-#define CREATE_NEW 1
-#define CREATE_ALWAYS 2
-#define OPEN_EXISTING 3
-#define OPEN_ALWAYS 4
-#define FILE_ATTRIBUTE_DIRECTORY 0x10
-#define FILE_ATTRIBUTE_NORMAL 0x80
-#define FILE_BEGIN 0
-#define FILE_END 2
-#define INVALID_SET_FILE_POINTER 0xFFFFFFFFu
-#define INVALID_FILE_SIZE 0xFFFFFFFFu
+inline constexpr DWORD GENERIC_READ = 0x80000000, GENERIC_WRITE = 0x40000000, FILE_SHARE_READ = 1, FILE_SHARE_WRITE = 2,
+                       CREATE_NEW = 1, CREATE_ALWAYS = 2, OPEN_EXISTING = 3, OPEN_ALWAYS = 4,
+                       FILE_ATTRIBUTE_DIRECTORY = 0x10, FILE_ATTRIBUTE_NORMAL = 0x80, FILE_BEGIN = 0, FILE_END = 2,
+                       INVALID_SET_FILE_POINTER = 0xFFFFFFFF, INVALID_FILE_SIZE = 0xFFFFFFFF;
 struct WIN32_FIND_DATAW {
     DWORD dwFileAttributes;
-    DWORD nFileSizeHigh;
-    DWORD nFileSizeLow;
     WCHAR cFileName[MAX_PATH];
 };
 HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD sharing, void* security, DWORD disposition,
@@ -153,11 +111,7 @@ BOOL FindClose(HANDLE search);
 
 // Registry
 #define HKEY_LOCAL_MACHINE reinterpret_cast<HKEY>(static_cast<uintptr_t>(0x80000002u))
-#define KEY_READ 0x20019
-#define KEY_WRITE 0x20006
-#define REG_SZ 1
-#define REG_BINARY 3
-#define REG_DWORD 4
+inline constexpr DWORD KEY_READ = 0x20019, KEY_WRITE = 0x20006, REG_SZ = 1, REG_BINARY = 3, REG_DWORD = 4;
 LONG RegOpenKeyExW(HKEY parent, const wchar_t* name, DWORD options, DWORD access, HKEY* key);
 LONG RegCreateKeyExW(HKEY parent, const wchar_t* name, DWORD reserved, wchar_t* type, DWORD options, DWORD access,
                      void* security, HKEY* key, DWORD* disposition);
@@ -166,20 +120,12 @@ LONG RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, c
 LONG RegCloseKey(HKEY key);
 
 // Events
-#define WAIT_OBJECT_0 0
-#define WAIT_TIMEOUT 258
-#define WAIT_FAILED 0xFFFFFFFFu
+inline constexpr DWORD WAIT_OBJECT_0 = 0, WAIT_TIMEOUT = 258, WAIT_FAILED = 0xFFFFFFFF;
 HANDLE CreateEventW(void* security, BOOL manualReset, BOOL signalled, const wchar_t* name);
 DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
 
 // Messages to the user
-#define MB_OK 0
-#define MB_YESNO 4
-#define MB_ICONHAND 0x10
-#define MB_ICONQUESTION 0x20
-#define MB_ICONEXCLAMATION 0x30
-#define MB_DEFBUTTON2 0x100
-#define IDOK 1
-#define IDYES 6
-#define WM_USER 0x400
+inline constexpr UINT MB_OK = 0, MB_YESNO = 4, MB_ICONHAND = 0x10, MB_ICONQUESTION = 0x20, MB_DEFBUTTON2 = 0x100;
+inline constexpr int IDOK = 1, IDYES = 6;
+inline constexpr UINT WM_USER = 0x400;
 int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);

@@ -19,7 +19,6 @@ using u_long = unsigned long;
 struct WSADATA {
     WORD wVersion;
 };
-using SOCKADDR_IN = sockaddr_in;
 
 inline int WSAStartup(WORD, WSADATA*) {
     return 0;

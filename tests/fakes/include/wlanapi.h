@@ -17,9 +17,9 @@ enum DOT11_PHY_TYPE : int {
     dot11_phy_type_fhss = 1,
     dot11_phy_type_dsss = 2,
     dot11_phy_type_ofdm = 4,
-    dot11_phy_type_hrdsss = 5,
-    dot11_phy_type_erp = 6,
-    dot11_phy_type_ht = 7,
+    dot11_phy_type_hrdsss,
+    dot11_phy_type_erp,
+    dot11_phy_type_ht
 };
 enum DOT11_AUTH_ALGORITHM : int {
     DOT11_AUTH_ALGO_80211_OPEN = 1,

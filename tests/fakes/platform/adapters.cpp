@@ -17,16 +17,14 @@ void Reset() {
 
 namespace {
 
-std::optional<DWORD> Result(const std::string& call) {
+DWORD Result(const std::string& call, DWORD usual) {
     const auto found = system.results.find(call);
-    return found == system.results.end() ? std::nullopt : std::optional(found->second);
+    return found == system.results.end() ? usual : found->second;
 }
 
 template <size_t Size>
 void Copy(char (&out)[Size], const std::string& text) {
-    const size_t length = std::min(text.size(), Size - 1);
-    std::copy_n(text.begin(), length, out);
-    out[length] = 0;
+    out[text.copy(out, Size - 1)] = 0;
 }
 
 const Adapter* FindAdapter(uint32_t index) {
@@ -64,14 +62,14 @@ std::optional<DWORD> AnswerSize(const std::string& call, const void* buffer, ULO
     }
     if (buffer == nullptr || *bytes < needed) {
         *bytes = static_cast<ULONG>(needed);
-        return Result(call + " size").value_or(needsRoom);
+        return Result(call + " size", needsRoom);
     }
-    return Result(call);
+    return std::nullopt;
 }
 
 DWORD ChangeAddress(const char* action, const std::string& call, uint32_t index) {
     system.dhcpCalls.emplace_back(action, index);
-    return fakes::Fails(call.c_str()) ? ERROR_GEN_FAILURE : Result(call).value_or(NO_ERROR);
+    return fakes::Fails(call.c_str()) ? ERROR_GEN_FAILURE : Result(call, NO_ERROR);
 }
 
 }  // namespace
@@ -85,13 +83,13 @@ DWORD GetNumberOfInterfaces(DWORD* count) {
     if (fakes::Fails("GetNumberOfInterfaces")) {
         return ERROR_GEN_FAILURE;
     }
-    *count = scripted::system.interfaceCount.value_or(static_cast<DWORD>(scripted::system.adapters.size()));
+    *count = static_cast<DWORD>(scripted::system.adapters.size());
     return NO_ERROR;
 }
 
 DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
     const auto& adapters = scripted::system.adapters;
-    if (adapters.empty() && !Result("GetAdaptersInfo size")) {
+    if (adapters.empty()) {
         return ERROR_NO_DATA;
     }
     if (const auto answer =
@@ -122,7 +120,7 @@ DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
 
 DWORD GetIfEntry(MIB_IFROW* row) {
     const Adapter* adapter = FindAdapter(row->dwIndex);
-    if (fakes::Fails("GetIfEntry") || adapter == nullptr || !adapter->countersReadable) {
+    if (fakes::Fails("GetIfEntry") || adapter == nullptr) {
         return ERROR_INVALID_PARAMETER;
     }
     row->dwType = adapter->type;
@@ -143,15 +141,14 @@ DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* 
         return *answer;
     }
     *info = {};
-    auto* rest = reinterpret_cast<IP_ADDR_STRING*>(info + 1);
     IP_ADDR_STRING* entry = &info->DnsServerList;
-    for (size_t i = 0; i < adapter->dnsServers.size(); ++i) {
-        if (i > 0) {
-            entry->Next = &rest[i - 1];
-            entry = entry->Next;
+    auto* next = reinterpret_cast<IP_ADDR_STRING*>(info + 1);
+    for (const std::string& server : adapter->dnsServers) {
+        if (&server != &adapter->dnsServers.front()) {
+            entry = entry->Next = next++;
             *entry = {};
         }
-        Copy(entry->IpAddress.String, adapter->dnsServers[i]);
+        Copy(entry->IpAddress.String, server);
     }
     return NO_ERROR;
 }

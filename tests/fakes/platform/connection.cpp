@@ -5,37 +5,23 @@
 
 #include <algorithm>
 
+#include "platform/format_text.h"
 #include "tests/fakes/faults.h"
 #include "tests/fakes/scripted_platform.h"
 
-namespace scripted {
+namespace platform {
+
 namespace {
 
-// Handles of the internet library only have to differ.
-enum Handle : intptr_t { kSession = 1, kConnection, kRequest };
-
-void* Open(Handle handle, const char* call) {
+void* OpenHandle(const char* call) {
     if (fakes::Fails(call)) {
         return nullptr;
     }
     fakes::CountResource(1);
-    system.internet.calls.push_back(call);
-    return reinterpret_cast<void*>(handle);
-}
-
-EchoAnswer& CurrentAnswer() {
-    static EchoAnswer none;
-    const auto found = system.internet.answers.find(system.internet.hosts.empty() ? L"" : system.internet.hosts.back());
-    return found == system.internet.answers.end() ? none : found->second;
+    return &scripted::system.internet;
 }
 
 }  // namespace
-}  // namespace scripted
-
-namespace platform {
-
-using scripted::CurrentAnswer;
-using scripted::Open;
 
 HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* connection) {
     auto& manager = scripted::system.connectionManager;
@@ -43,12 +29,9 @@ HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* con
     if (fakes::Fails("ConnMgrEstablishConnection")) {
         return E_FAIL;
     }
-    if (manager.establish < 0) {
-        return manager.establish;
-    }
     *connection = CreateEventW(nullptr, TRUE, TRUE, nullptr);
     ++manager.open;
-    return manager.establish;
+    return S_OK;
 }
 
 HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
@@ -56,20 +39,19 @@ HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
     if (fakes::Fails("ConnMgrConnectionStatus")) {
         return E_FAIL;
     }
-    if (manager.statuses.empty()) {
-        *status = 16;
-        return manager.statusResult;
+    *status = 16;
+    if (!manager.statuses.empty()) {
+        *status = manager.statuses.front();
+        manager.statuses.erase(manager.statuses.begin());
     }
-    *status = manager.statuses.front();
-    manager.statuses.erase(manager.statuses.begin());
-    return manager.statusResult;
+    return S_OK;
 }
 
 HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG cache) {
     auto& manager = scripted::system.connectionManager;
     CloseHandle(connection);
     --manager.open;
-    manager.releasedWith.push_back(cache);
+    manager.releasedWith = cache;
     return S_OK;
 }
 
@@ -80,58 +62,45 @@ HRESULT QueryProxy(HANDLE, ProxyRecord* proxy) {
 }
 
 void* InternetOpenW(const wchar_t* agent, DWORD accessType, const wchar_t* proxy) {
-    auto& internet = scripted::system.internet;
-    internet.agent = agent;
-    internet.accessType = accessType;
-    internet.proxy = proxy != nullptr ? std::optional<std::wstring>(proxy) : std::nullopt;
-    return Open(scripted::kSession, "InternetOpenW");
+    scripted::system.internet.asked = std::wstring(agent) + L", access " + std::to_wstring(accessType) + L", " +
+                                      (proxy != nullptr ? proxy : L"no proxy");
+    return OpenHandle("InternetOpenW");
 }
 
 void* InternetConnectW(void*, const wchar_t* host, WORD port) {
     scripted::system.internet.hosts.push_back(host);
-    scripted::system.internet.port = port;
-    return Open(scripted::kConnection, "InternetConnectW");
+    scripted::system.internet.asked += L", port " + std::to_wstring(port);
+    return OpenHandle("InternetConnectW");
 }
 
 void* HttpOpenRequestW(void*, const wchar_t* path, DWORD flags, DWORD_PTR context) {
-    auto& internet = scripted::system.internet;
-    internet.path = path;
-    internet.flags = flags;
-    internet.context = context;
-    return Open(scripted::kRequest, "HttpOpenRequestW");
+    wchar_t rest[300];
+    FormatText(rest, L", %s, %X, %d", path, flags, static_cast<uint32_t>(context));
+    scripted::system.internet.asked += rest;
+    return OpenHandle("HttpOpenRequestW");
 }
 
 bool HttpSendRequestW(void*) {
-    if (fakes::Fails("HttpSendRequestW")) {
-        return false;
-    }
-    scripted::system.internet.calls.push_back("HttpSendRequestW");
-    return true;
+    return !fakes::Fails("HttpSendRequestW");
 }
 
 bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
-    auto& pieces = CurrentAnswer().pieces;
+    auto& internet = scripted::system.internet;
+    auto& pieces = internet.answers[internet.hosts.back()].pieces;
     *read = 0;
     if (fakes::Fails("InternetReadFile")) {
         return false;
     }
-    if (pieces.empty()) {
-        return !CurrentAnswer().breaksOff;
-    }
-    std::string& piece = pieces.front();
-    *read = static_cast<DWORD>(std::min<size_t>(piece.size(), bytes));
-    std::copy_n(piece.begin(), *read, static_cast<char*>(buffer));
-    piece.erase(0, *read);
-    if (piece.empty()) {
-        pieces.erase(pieces.begin());
+    if (!pieces.empty()) {
+        *read = static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
+        pieces[0].erase(0, *read);
+        pieces.erase(pieces.begin(), pieces.begin() + (pieces[0].empty() ? 1 : 0));
     }
     return true;
 }
 
-void InternetCloseHandle(void* handle) {
+void InternetCloseHandle(void*) {
     fakes::CountResource(-1);
-    const char* const names[] = {"", "session", "connection", "request"};
-    scripted::system.internet.calls.push_back(std::string("close ") + names[reinterpret_cast<intptr_t>(handle)]);
 }
 
 }  // namespace platform

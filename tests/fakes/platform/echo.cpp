@@ -8,7 +8,7 @@
 namespace platform {
 
 HANDLE IcmpCreateFile() {
-    if (fakes::Fails("IcmpCreateFile") || !scripted::system.echoService) {
+    if (fakes::Fails("IcmpCreateFile")) {
         return INVALID_HANDLE_VALUE;
     }
     fakes::CountResource(1);

@@ -1,46 +1,54 @@
 // Clock, memory, text conversion, events and message boxes.
-
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <cwctype>
+#include <optional>
 #include <thread>
 
 #include "tests/fakes/fakes.h"
 #include "tests/fakes/win32/parts.h"
 
 namespace fakes {
+
 namespace {
 
-thread_local DWORD lastError = 0;
+DWORD lastError = 0;
 SYSTEMTIME localTime = {};
-std::atomic<DWORD> tickCount = 0;
-std::atomic<bool> tickCountScripted = false;
+std::optional<DWORD> scriptedTickCount;
 DWORD zoneResult = 0;
 LONG zoneBias = 0;
 int messageAnswer = IDOK;
+std::vector<WaitOutcome> waits;
 
 struct Event : Closable {};
 
-std::vector<WaitOutcome> waits;
+// The stand-in's ANSI code page is Latin-1.
+template <typename From, typename To, typename Convert>
+int ConvertText(const From* text, int length, To* out, int room, Convert convert) {
+    if (length > room) {
+        return 0;
+    }
+    std::transform(text, text + length, out, convert);
+    return length;
+}
 
 }  // namespace
 
 std::vector<ShownMessage> shownMessages;
 std::vector<DWORD> waitedMs;
 
-void ResetClock() {
+void ResetSystem() {
+    EndFaults();
+    ResetFiles();
+    ResetRegistry();
+    workersRunInline = false;
     localTime = {2006, 12, 5, 15, 10, 0, 0, 0};
-    tickCountScripted = false;
-    zoneResult = 0;
-    zoneBias = 0;
+    scriptedTickCount.reset();
+    SetTimeZone(0, 0);
     waits.clear();
     waitedMs.clear();
-}
-
-void ResetMessages() {
     shownMessages.clear();
     messageAnswer = IDOK;
 }
@@ -49,19 +57,14 @@ void SetLocalTime(const SYSTEMTIME& now) {
     localTime = now;
 }
 
-void SetTickCount(DWORD ms) {
-    tickCount = ms;
-    tickCountScripted = true;
-}
-
 void SetTimeZone(DWORD result, LONG biasMinutes) {
     zoneResult = result;
     zoneBias = biasMinutes;
 }
 
-void ScriptWaits(std::vector<WaitOutcome> outcomes) {
-    waits = std::move(outcomes);
-    SetTickCount(0xFFFFFF00);  // wraps during any longer wait
+void ScriptWaits(const std::vector<WaitOutcome>& outcomes) {
+    waits = outcomes;
+    scriptedTickCount = 0xFFFFFF00;  // wraps during any longer wait
 }
 
 void AnswerMessagesWith(int button) {
@@ -76,16 +79,12 @@ DWORD GetLastError() {
     return lastError;
 }
 
-void SetLastError(DWORD error) {
-    lastError = error;
-}
-
 HLOCAL LocalAlloc(UINT, size_t bytes) {
     if (Fails("LocalAlloc")) {
         return nullptr;
     }
     CountResource(1);
-    return std::calloc(1, bytes == 0 ? 1 : bytes);
+    return std::calloc(1, std::max<size_t>(bytes, 1));
 }
 
 HLOCAL LocalFree(HLOCAL memory) {
@@ -94,43 +93,16 @@ HLOCAL LocalFree(HLOCAL memory) {
     return nullptr;
 }
 
-// The stand-in's ANSI code page is Latin-1.
 int MultiByteToWideChar(UINT, DWORD, const char* text, int bytes, wchar_t* out, int outUnits) {
-    const int length = bytes < 0 ? static_cast<int>(strlen(text)) + 1 : bytes;
-    if (outUnits == 0) {
-        return length;
-    }
-    if (length > outUnits) {
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return 0;
-    }
-    for (int i = 0; i < length; ++i) {
-        out[i] = static_cast<unsigned char>(text[i]);
-    }
-    return length;
+    return ConvertText(text, bytes, out, outUnits, [](char c) { return static_cast<unsigned char>(c); });
 }
 
 int WideCharToMultiByte(UINT, DWORD, const wchar_t* text, int units, char* out, int outBytes, const char*, BOOL*) {
-    const int length = units < 0 ? static_cast<int>(wcslen(text)) + 1 : units;
-    if (outBytes == 0) {
-        return length;
-    }
-    if (length > outBytes) {
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return 0;
-    }
-    for (int i = 0; i < length; ++i) {
-        out[i] = text[i] < 0x100 ? static_cast<char>(text[i]) : '?';
-    }
-    return length;
+    return ConvertText(text, units, out, outBytes, [](wchar_t c) { return c < 0x100 ? static_cast<char>(c) : '?'; });
 }
 
 int _wcsicmp(const wchar_t* a, const wchar_t* b) {
-    while (*a != 0 && towlower(static_cast<wint_t>(*a)) == towlower(static_cast<wint_t>(*b))) {
-        ++a;
-        ++b;
-    }
-    return static_cast<int>(towlower(static_cast<wint_t>(*a))) - static_cast<int>(towlower(static_cast<wint_t>(*b)));
+    return wcscasecmp(a, b);
 }
 
 void GetLocalTime(SYSTEMTIME* now) {
@@ -138,11 +110,9 @@ void GetLocalTime(SYSTEMTIME* now) {
 }
 
 DWORD GetTickCount() {
-    if (tickCountScripted) {
-        return tickCount;
-    }
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<DWORD>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+    return scriptedTickCount.value_or(
+        static_cast<DWORD>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count()));
 }
 
 void Sleep(DWORD ms) {
@@ -150,7 +120,6 @@ void Sleep(DWORD ms) {
 }
 
 DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* zone) {
-    *zone = {};
     zone->Bias = zoneBias;
     return Fails("GetTimeZoneInformation") ? TIME_ZONE_ID_INVALID : zoneResult;
 }
@@ -163,15 +132,21 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
     const time_t seconds = static_cast<time_t>(ticks / 10000000) - 11644473600;
     tm parts = {};
     gmtime_r(&seconds, &parts);
-    *systemTime = {static_cast<WORD>(parts.tm_year + 1900), static_cast<WORD>(parts.tm_mon + 1),
-                   static_cast<WORD>(parts.tm_wday),        static_cast<WORD>(parts.tm_mday),
-                   static_cast<WORD>(parts.tm_hour),        static_cast<WORD>(parts.tm_min),
-                   static_cast<WORD>(parts.tm_sec),         0};
+    const auto word = [](int number) { return static_cast<WORD>(number); };
+    *systemTime = {word(parts.tm_year + 1900), word(parts.tm_mon + 1), word(parts.tm_wday), word(parts.tm_mday),
+                   word(parts.tm_hour),        word(parts.tm_min),     word(parts.tm_sec),  0};
     return TRUE;
 }
 
 HANDLE CreateEventW(void*, BOOL, BOOL, const wchar_t*) {
     return static_cast<Closable*>(new Event);
+}
+
+BOOL CloseHandle(HANDLE handle) {
+    if (handle != nullptr && handle != INVALID_HANDLE_VALUE) {
+        delete static_cast<Closable*>(handle);
+    }
+    return TRUE;
 }
 
 DWORD WaitForSingleObject(HANDLE, DWORD timeoutMs) {
@@ -185,7 +160,7 @@ DWORD WaitForSingleObject(HANDLE, DWORD timeoutMs) {
     }
     const WaitOutcome outcome = waits.front();
     waits.erase(waits.begin());
-    tickCount += std::min(outcome.afterMs, timeoutMs);
+    *scriptedTickCount += std::min(outcome.afterMs, timeoutMs);
     lastError = outcome.error;
     return outcome.afterMs > timeoutMs ? static_cast<DWORD>(WAIT_TIMEOUT) : outcome.result;
 }

@@ -8,8 +8,6 @@ namespace fakes {
 
 void ResetFiles();
 void ResetRegistry();
-void ResetClock();
-void ResetMessages();
 
 // Everything that CloseHandle accepts.
 struct Closable {

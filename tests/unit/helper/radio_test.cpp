@@ -73,12 +73,7 @@ TEST(Nl80211Answers, Security_is_told_from_the_elements) {
     wpa2Server[17] = 1;
     Bytes sae = kWpa2Psk;
     sae[17] = 8;
-    const struct {
-        const char* what;
-        uint16_t capability;
-        Bytes elements;
-        uint32_t authentication, wep;
-    } rows[] = {
+    const std::tuple<const char*, uint16_t, Bytes, uint32_t, uint32_t> rows[] = {
         {"open", 0x01, {}, 0, 1},
         {"WEP", 0x11, {}, 0, 0},
         {"WPA-PSK with TKIP", 0x11, Element(221, wpaBody), 4, 4},
@@ -91,10 +86,11 @@ TEST(Nl80211Answers, Security_is_told_from_the_elements) {
         {"a suite count beyond the end", 0x11, Element(48, {1, 0, 0, 0x0F, 0xAC, 4, 0xFF, 0xFF, 0, 0x0F}), 7, 4},
         {"an empty RSN element", 0x11, Element(48, {}), 7, 4},
     };
-    for (const auto& row : rows) {
-        const AccessPoint accessPoint = Parsed(ScanMessage(row.elements, row.capability));
-        EXPECT_EQ(row.authentication, AuthenticationMode(accessPoint.security)) << row.what;
-        EXPECT_EQ(row.wep, WepStatus(accessPoint)) << row.what;
+    for (const auto& [what, capability, elements, authentication, wep] : rows) {
+        const AccessPoint accessPoint = Parsed(ScanMessage(elements, capability));
+        EXPECT_EQ(std::pair(authentication, wep),
+                  std::pair(AuthenticationMode(accessPoint.security), WepStatus(accessPoint)))
+            << what;
     }
 }
 
@@ -165,19 +161,16 @@ TEST(BssidList, A_list_that_does_not_fit_keeps_the_strongest_in_their_order) {
         accessPoint.bssid[5] = static_cast<uint8_t>(all.size() - 1);
         accessPoint.signalDbm = signal;
     }
-    const std::pair<size_t, std::vector<uint8_t>> rows[] = {
-        {4 + 103, {}},
-        {4 + 104, {5}},
-        {4 + 4 * 104, {1, 2, 3, 5}},
-        {60000, {0, 1, 2, 3, 4, 5, 6}},
-    };
+    const std::pair<size_t, Bytes> rows[] = {
+        {4 + 103, {}}, {4 + 104, {5}}, {4 + 4 * 104, {1, 2, 3, 5}}, {60000, {0, 1, 2, 3, 4, 5, 6}}};
     for (const auto& [capacity, kept] : rows) {
         const NdisValue list = BssidListValue(all, capacity);
-        ASSERT_EQ(4 + kept.size() * kBssidEntryBytes, list.size());
-        EXPECT_EQ(kept.size(), FieldAt(list, 0));
-        for (size_t i = 0; i < kept.size(); ++i) {
-            EXPECT_EQ(kept[i], list[4 + i * kBssidEntryBytes + 4 + 5]);
+        ASSERT_EQ(kept.size(), FieldAt(list, 0));
+        Bytes listed;
+        for (size_t entry = 4; entry < list.size(); entry += kBssidEntryBytes) {
+            listed.push_back(list[entry + 4 + 5]);
         }
+        EXPECT_EQ(kept, listed);
     }
     EXPECT_TRUE(BssidListValue(all, 3).empty());
 }

@@ -9,17 +9,14 @@
 #include <thread>
 #include <vector>
 
-using helper_protocol::kHeaderBytes;
-using helper_protocol::kOpeningBytes;
 using helper_protocol::MessageHeader;
+using helper_protocol::Request;
 
 inline constexpr const char* kToken = "00112233445566778899aabbccddeeff";
-inline constexpr DWORD kAtOnceMs = 60;  // on a busy machine
-
 using Bytes = std::vector<uint8_t>;
 
-// Gets a request's header and body, and returns what to send. An empty answer closes the connection.
-using Answer = std::function<Bytes(const MessageHeader&, const Bytes&)>;
+// Gets a request and returns what to send. An empty answer closes the connection.
+using Answer = std::function<Bytes(const MessageHeader&, const Request&)>;
 
 inline void SetHelper(const char* port, const char* token) {
     platform::CloseHelper();
@@ -64,36 +61,32 @@ struct Server {
     void Serve(const Answer& answer) {
         for (SOCKET client; (client = accept(listener, nullptr, nullptr)) != INVALID_SOCKET; closesocket(client)) {
             ++connections;
-            Bytes opening(kOpeningBytes);
-            saidNonsense = saidNonsense || !Receive(client, opening) || !helper_protocol::IsOpening(opening, kToken);
+            const Bytes opening = Receive(client, helper_protocol::kOpeningBytes);
+            saidNonsense = saidNonsense || !helper_protocol::IsOpening(opening, kToken);
             while (AnswerOne(client, answer)) {
             }
         }
     }
 
     bool AnswerOne(SOCKET client, const Answer& answer) {
-        Bytes head(kHeaderBytes);
         MessageHeader header;
-        if (!Receive(client, head) || !helper_protocol::DecodeHeader(head, header)) {
+        if (!DecodeHeader(Receive(client, helper_protocol::kHeaderBytes), header)) {
             return false;
         }
-        Bytes body(header.bodyBytes);
-        helper_protocol::Request request;
-        Receive(client, body);
+        const Bytes body = Receive(client, header.bodyBytes);
+        Request request;
         saidNonsense = saidNonsense || !DecodeRequest(header.kind, body, request);
-        const Bytes bytes = answer(header, body);
+        const Bytes bytes = answer(header, request);
         send(client, reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size()), 0);
         return !bytes.empty();
     }
 
-    static bool Receive(SOCKET client, Bytes& bytes) {
-        return bytes.empty() || recv(client, reinterpret_cast<char*>(bytes.data()), static_cast<int>(bytes.size()),
-                                     MSG_WAITALL) == static_cast<int>(bytes.size());
+    static Bytes Receive(SOCKET client, size_t count) {
+        Bytes bytes(count);
+        // One that asks for nothing would wait for the next message.
+        const int got =
+            count == 0 ? 0 : recv(client, reinterpret_cast<char*>(bytes.data()), static_cast<int>(count), MSG_WAITALL);
+        bytes.resize(static_cast<size_t>(std::max(got, 0)));
+        return bytes;
     }
 };
-
-inline DWORD Timed(const std::function<void()>& action) {
-    const DWORD start = GetTickCount();
-    action();
-    return GetTickCount() - start;
-}

@@ -1,5 +1,4 @@
 // The real program behind a real loopback socket: who gets answers, who does not, and when it ends.
-
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -22,6 +21,11 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
+Bytes operator+(Bytes left, const Bytes& right) {
+    left.insert(left.end(), right.begin(), right.end());
+    return left;
+}
+
 // A running helper that watches a process of the test.
 struct Program {
     pid_t watched = 0;
@@ -35,13 +39,11 @@ struct Program {
             _exit(0);
         }
         // In the background: the command returns only when it is ready and has let go of its output.
-        const CommandResult started =
-            RunCommand({QUORVANE_HELPER_PROGRAM, "--background", "--watch-pid", std::to_string(watched)}, 5000);
-        EXPECT_EQ(0, started.exitCode);
-        port = static_cast<uint16_t>(std::stoi(Behind(started.output, "PORT=")));
-        token = Behind(started.output, "TOKEN=").substr(0, kTokenDigits);
+        const std::string output =
+            RunCommand({QUORVANE_HELPER_PROGRAM, "--background", "--watch-pid", std::to_string(watched)}, 5000).output;
+        port = static_cast<uint16_t>(std::stoi(output.substr(output.find("PORT=") + 5)));
+        token = output.substr(output.find("TOKEN=") + 6, kTokenDigits);
     }
-
     ~Program() { EndWatched(); }
 
     void EndWatched() {
@@ -50,10 +52,6 @@ struct Program {
             waitpid(watched, nullptr, 0);
             watched = 0;
         }
-    }
-
-    static std::string Behind(const std::string& text, const std::string& mark) {
-        return text.substr(text.find(mark) + mark.size());
     }
 };
 
@@ -67,8 +65,10 @@ ScopedDescriptor Connect(uint16_t port) {
     return isConnected ? std::move(client) : ScopedDescriptor();
 }
 
-void Send(const ScopedDescriptor& client, std::span<const uint8_t> bytes) {
+ScopedDescriptor ConnectAndSend(uint16_t port, const Bytes& bytes) {
+    ScopedDescriptor client = Connect(port);
     send(client.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    return client;
 }
 
 Bytes Opening(const std::string& token) {
@@ -79,31 +79,27 @@ Bytes Opening(const std::string& token) {
 
 // One that opened with the token.
 ScopedDescriptor Friend(const Program& program) {
-    ScopedDescriptor client = Connect(program.port);
-    Send(client, Opening(program.token));
-    return client;
+    return ConnectAndSend(program.port, Opening(program.token));
 }
 
-Bytes Encoded(const Request& request, uint32_t sequence = 1) {
-    Bytes message(kMaxMessageBytes);
-    message.resize(EncodeRequest(message, sequence, request));
+Bytes Encoded(RequestKind kind, std::string_view interfaceName = "lo") {
+    Bytes message(100);
+    message.resize(EncodeRequest(message, 1, {kind, interfaceName, 0, 0, {}}));
     return message;
 }
 
-// What arrives until `count` bytes are there, the connection ends or nothing more comes.
-Bytes Receive(const ScopedDescriptor& client, size_t count) {
-    Bytes bytes(count);
-    size_t have = 0;
-    pollfd wait{client.Get(), POLLIN, 0};
-    while (have < count && poll(&wait, 1, 3000) > 0) {
-        const ssize_t length = recv(client.Get(), &bytes[have], count - have, 0);
-        if (length <= 0) {
-            break;
-        }
-        have += static_cast<size_t>(length);
+const Bytes kLeaseRequest = Encoded(RequestKind::kLeaseState);
+constexpr size_t kLeaseAnswerBytes = kHeaderBytes + 4 + 21;
+
+// Whether so many lease requests at once get all their answers.
+bool AnswersLease(const ScopedDescriptor& client, size_t requests = 1) {
+    for (size_t i = 0; i < requests; ++i) {
+        send(client.Get(), kLeaseRequest.data(), kLeaseRequest.size(), MSG_NOSIGNAL);
     }
-    bytes.resize(have);
-    return bytes;
+    Bytes answers(requests * kLeaseAnswerBytes);
+    const timeval bound{3, 0};
+    setsockopt(client.Get(), SOL_SOCKET, SO_RCVTIMEO, &bound, sizeof(bound));
+    return recv(client.Get(), answers.data(), answers.size(), MSG_WAITALL) == static_cast<ssize_t>(answers.size());
 }
 
 // True when the server has closed the connection and said nothing before.
@@ -113,40 +109,25 @@ bool IsClosedSilently(const ScopedDescriptor& client, int timeoutMs = 3000) {
     return poll(&wait, 1, timeoutMs) == 1 && recv(client.Get(), &byte, 1, 0) <= 0;
 }
 
-const Request kLeaseRequest = {RequestKind::kLeaseState, "lo", 0, 0, {}};
-constexpr size_t kLeaseAnswerBytes = kHeaderBytes + 4 + 21;
-
-bool AnswersLease(const ScopedDescriptor& client) {
-    Send(client, Encoded(kLeaseRequest));
-    return Receive(client, kLeaseAnswerBytes).size() == kLeaseAnswerBytes;
-}
-
 }  // namespace
 
 TEST(HelperServer, The_token_opens_and_anything_else_ends_the_connection_without_an_answer) {
     const Program program;
     const ScopedDescriptor good = Friend(program);
-    EXPECT_TRUE(AnswersLease(good));
-    std::string wrong = program.token;
-    wrong.back() = wrong.back() == '0' ? '1' : '0';
-    Bytes version = Opening(program.token);
-    version[4] = 99;
-    Bytes oversized = Encoded(kLeaseRequest);
-    oversized[2] = 2;  // 131,072 bytes
-    Bytes unknown = Encoded(kLeaseRequest);
-    unknown[6] = 77;
+    EXPECT_TRUE(AnswersLease(good, 3));
     const Bytes opening = Opening(program.token);
-    const std::pair<Bytes, Bytes> refused[] = {{Opening(wrong), Encoded(kLeaseRequest)},
-                                               {version, Encoded(kLeaseRequest)},
-                                               {Bytes(kOpeningBytes, 'G'), {}},
-                                               {opening, oversized},
-                                               {opening, unknown},
-                                               {opening, Encoded({RequestKind::kRelease, "-r", 0, 0, {}})}};
-    for (const auto& [first, second] : refused) {
-        const ScopedDescriptor stranger = Connect(program.port);
-        Send(stranger, first);
-        Send(stranger, second);
-        EXPECT_TRUE(IsClosedSilently(stranger));
+    Bytes wrong = opening;
+    wrong.back() ^= 1;
+    Bytes version = opening;
+    version[4] = 99;
+    Bytes oversized = kLeaseRequest;
+    oversized[2] = 2;  // 131,072 bytes
+    Bytes unknown = kLeaseRequest;
+    unknown[6] = 77;
+    for (const Bytes& refused :
+         {wrong + kLeaseRequest, version + kLeaseRequest, Bytes(kOpeningBytes, 'G'), opening + oversized,
+          opening + unknown, opening + Encoded(RequestKind::kRelease, "-r")}) {
+        EXPECT_TRUE(IsClosedSilently(ConnectAndSend(program.port, refused)));
     }
     EXPECT_TRUE(AnswersLease(good));
 }
@@ -154,10 +135,9 @@ TEST(HelperServer, The_token_opens_and_anything_else_ends_the_connection_without
 TEST(HelperServer, A_client_that_says_nothing_or_half_a_message_is_dropped_and_holds_nobody_up) {
     const Program program;
     const ScopedDescriptor silent = Connect(program.port);
-    const ScopedDescriptor half = Connect(program.port);
+    const ScopedDescriptor half =
+        ConnectAndSend(program.port, Opening(program.token) + Bytes(kLeaseRequest.begin(), kLeaseRequest.begin() + 13));
     const ScopedDescriptor idle = Friend(program);
-    Send(half, Opening(program.token));
-    Send(half, std::span<const uint8_t>(Encoded(kLeaseRequest)).first(13));
     const long long start = NowMs();
     EXPECT_TRUE(AnswersLease(idle));
     EXPECT_LT(NowMs() - start, 500);
@@ -167,32 +147,12 @@ TEST(HelperServer, A_client_that_says_nothing_or_half_a_message_is_dropped_and_h
     EXPECT_TRUE(AnswersLease(idle));  // silence between messages is nobody's fault
 }
 
-TEST(HelperServer, A_message_may_come_byte_by_byte_and_several_at_once) {
-    const Program program;
-    const ScopedDescriptor client = Connect(program.port);
-    Bytes all = Opening(program.token);
-    for (const uint32_t sequence : {1u, 2u, 3u}) {
-        const Bytes message = Encoded(kLeaseRequest, sequence);
-        all.insert(all.end(), message.begin(), message.end());
-    }
-    for (const uint8_t byte : all) {
-        Send(client, std::span(&byte, 1));
-        poll(nullptr, 0, 2);
-    }
-    const Bytes answers = Receive(client, 3 * kLeaseAnswerBytes);
-    ASSERT_EQ(3 * kLeaseAnswerBytes, answers.size());
-    MessageHeader last;
-    ASSERT_TRUE(DecodeHeader(std::span(answers).last(kLeaseAnswerBytes), last));
-    EXPECT_EQ(3u, last.sequence);
-}
-
 TEST(HelperServer, Many_strangers_do_not_keep_a_friend_out) {
     const Program program;
-    std::vector<ScopedDescriptor> strangers;
+    std::vector<ScopedDescriptor> strangers, friends;
     for (size_t i = 0; i < 2 * kMaxConnections; ++i) {
         strangers.push_back(Connect(program.port));
     }
-    std::vector<ScopedDescriptor> friends;
     for (size_t i = 0; i < kMaxConnections; ++i) {
         friends.push_back(Friend(program));
         EXPECT_TRUE(AnswersLease(friends.back())) << i;
@@ -206,7 +166,7 @@ TEST(HelperServer, Many_strangers_do_not_keep_a_friend_out) {
 TEST(HelperServer, A_client_that_takes_no_answers_is_dropped) {
     const Program program;
     const ScopedDescriptor client = Friend(program);
-    const Bytes message = Encoded({RequestKind::kRadioSet, "lo", 0, 0, {}});
+    const Bytes message = Encoded(RequestKind::kRadioSet);
     const long long start = NowMs();
     // Requests until the server has stopped reading them, then until it gives the connection up.
     while (send(client.Get(), message.data(), message.size(), MSG_NOSIGNAL | MSG_DONTWAIT) > 0 || errno == EAGAIN) {
@@ -232,8 +192,8 @@ TEST(HelperServer, It_ends_with_the_process_it_watches) {
 }
 
 TEST(HelperProgram, It_takes_a_token_writes_its_port_and_refuses_what_it_does_not_know) {
-    const std::string file = testing::TempDir() + "quorvane-port-" + std::to_string(getpid());
     const std::string self = std::to_string(getpid());
+    const std::string file = testing::TempDir() + "quorvane-port-" + self;
     const std::string token = "00112233445566778899aabbccddeeff";
     const CommandResult started = RunCommand({"env", "QUORVANE_HELPER_TOKEN=" + token, QUORVANE_HELPER_PROGRAM,
                                               "--background", "--watch-pid", self, "--port-file", file},
@@ -243,28 +203,21 @@ TEST(HelperProgram, It_takes_a_token_writes_its_port_and_refuses_what_it_does_no
     unlink(file.c_str());
     EXPECT_EQ("export QUORVANE_HELPER_PORT=" + port.text + "export QUORVANE_HELPER_TOKEN=" + token + "\n",
               started.output);
-    const ScopedDescriptor client = Connect(static_cast<uint16_t>(std::stoi(port.text)));
-    Send(client, Opening(token));
-    EXPECT_TRUE(AnswersLease(client));
-
+    EXPECT_TRUE(AnswersLease(ConnectAndSend(static_cast<uint16_t>(std::stoi(port.text)), Opening(token))));
     for (const char* pid : {"", "x", "999999999"}) {
         const CommandResult refused = RunCommand({QUORVANE_HELPER_PROGRAM, "--watch-pid", pid}, 5000);
-        EXPECT_EQ(1, refused.exitCode);
-        EXPECT_EQ("", refused.output);
+        EXPECT_EQ(std::pair(1, std::string()), std::pair(refused.exitCode, refused.output));
     }
 }
 
 TEST(Command, Time_output_and_success_are_bounded_and_told) {
     EXPECT_FALSE(RunCommand({"no-such-program-here"}, 1000).started);
-    const CommandResult words = RunCommand({"printf", "%s|", "a b", "$HOME"}, 1000);
-    EXPECT_EQ("a b|$HOME|", words.output);
+    EXPECT_EQ("a b|$HOME|", RunCommand({"printf", "%s|", "a b", "$HOME"}, 1000).output);
     EXPECT_EQ(7, RunCommand({"sh", "-c", "exit 7"}, 1000).exitCode);
     EXPECT_EQ(kMaxCommandOutput, RunCommand({"head", "-c", "300000", "/dev/zero"}, 3000).output.size());
-
     const long long start = NowMs();
     const CommandResult endless = RunCommand({"sh", "-c", "sleep 60 & sleep 60"}, 300);
-    EXPECT_TRUE(endless.timedOut);
-    EXPECT_EQ(-1, endless.exitCode);
+    EXPECT_EQ(std::pair(true, -1), std::pair(endless.timedOut, endless.exitCode));
     // What a daemon does: it lives on with the output still open.
     EXPECT_EQ(0, RunCommand({"sh", "-c", "setsid sleep 2 & exit 0"}, 1500).exitCode);
     EXPECT_LT(NowMs() - start, 1500);

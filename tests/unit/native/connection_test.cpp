@@ -1,5 +1,4 @@
 // Waiting for the connection manager on a scripted clock, and lease times across time zones.
-
 #include <gtest/gtest.h>
 
 #include "adapters/dhcp_info.h"
@@ -9,17 +8,11 @@
 
 namespace {
 
-constexpr auto kWaitTimeout = static_cast<DWORD>(WAIT_TIMEOUT);
-
 TEST(InternetConnection, Every_outcome_of_the_wait) {
-    struct Row {
-        std::vector<fakes::WaitOutcome> waits;
-        std::vector<DWORD> statuses;
-        uint32_t result;
-        std::vector<DWORD> waitedMs;
-    };
+    constexpr auto kWaitTimeout = static_cast<DWORD>(WAIT_TIMEOUT);
     constexpr uint32_t kFailed = 0x80004005;
-    const Row rows[] = {
+    // What the waits bring, the connection's statuses, the result, the time-outs of the waits.
+    const std::tuple<std::vector<fakes::WaitOutcome>, std::vector<DWORD>, uint32_t, std::vector<DWORD>> rows[] = {
         {{{0, 0, 300}, {0, 0, 700}}, {17, 16}, 0, {12000, 11700}},
         {{{0}}, {0}, kFailed, {12000}},
         {{{0}}, {33}, kFailed, {12000}},
@@ -35,43 +28,40 @@ TEST(InternetConnection, Every_outcome_of_the_wait) {
         {{{0x80, 0, 5}, {0}}, {16}, 0, {12000, 11995}},  // abandoned
         {{{0, 0, 11999}, {0, 0, 1}}, {17, 17, 16}, kFailed, {12000, 1}},
     };
-    for (const Row& row : rows) {
+    for (const auto& [waits, statuses, result, waitedMs] : rows) {
         scripted::Reset();
         fakes::waitedMs.clear();
-        fakes::ScriptWaits(row.waits);
+        fakes::ScriptWaits(waits);
         auto& manager = scripted::system.connectionManager;
-        manager.statuses = row.statuses;
+        manager.statuses = statuses;
         InternetConnection out;
-        EXPECT_EQ(static_cast<uint32_t>(EstablishInternetConnection(out)), row.result);
-        EXPECT_EQ(fakes::waitedMs, row.waitedMs);
-        EXPECT_EQ(manager.open, row.result == 0 ? 1 : 0);
-        EXPECT_EQ(out.connection != nullptr, row.result == 0);
+        EXPECT_EQ(static_cast<uint32_t>(EstablishInternetConnection(out)), result);
+        EXPECT_EQ(fakes::waitedMs, waitedMs);
+        EXPECT_EQ(std::pair(manager.open, out.connection != nullptr), std::pair(result == 0 ? 1 : 0, result == 0));
         CloseHandle(out.connection);
     }
 }
 
 TEST(InternetConnection, The_request_names_the_internet_and_the_proxy_query_decides_the_way) {
-    const std::tuple<HRESULT, HRESULT, DWORD> rows[] = {{S_OK, S_OK, kAccessThroughProxy},
-                                                        {E_NOINTERFACE, S_OK, kAccessDirect},
-                                                        {1, 1, kAccessDirect},
-                                                        {E_FAIL, E_FAIL, kAccessDirect}};
-    for (const auto& [proxy, result, accessType] : rows) {
-        scripted::Reset();
-        auto& manager = scripted::system.connectionManager;
+    const std::tuple<HRESULT, HRESULT, DWORD, size_t> rows[] = {{S_OK, S_OK, kAccessThroughProxy, 255},
+                                                                {E_NOINTERFACE, S_OK, kAccessDirect, 0},
+                                                                {1, 1, kAccessDirect, 0},
+                                                                {E_FAIL, E_FAIL, kAccessDirect, 0}};
+    auto& manager = scripted::system.connectionManager;
+    for (const auto& [proxy, result, accessType, proxyUnits] : rows) {
         manager.proxyResult = proxy;
         manager.proxy = std::u16string(256, u'p');  // without its terminator
         InternetConnection out;
         EXPECT_EQ(EstablishInternetConnection(out), result);
-        EXPECT_EQ(out.accessType, accessType);
-        EXPECT_EQ(wcslen(out.proxy), accessType == kAccessThroughProxy ? 255U : 0U);
+        EXPECT_EQ(std::pair(out.accessType, wcslen(out.proxy)), std::pair(accessType, proxyUnits));
         CloseHandle(out.connection);
-        platform::ConnectionRequest expected = {};
-        expected.cbSize = 64;
-        expected.dwParams = expected.dwFlags = 1;
-        expected.dwPriority = 8192;
-        expected.guidDestNet = {0x436EF144, 0xB4FB, 0x4863, {0xA0, 0x41, 0x8F, 0x90, 0x5A, 0x62, 0xC5, 0x72}};
-        EXPECT_EQ(memcmp(&manager.request, &expected, sizeof(expected)), 0);
     }
+    platform::ConnectionRequest expected = {};
+    expected.cbSize = 64;
+    expected.dwParams = expected.dwFlags = 1;
+    expected.dwPriority = 8192;
+    expected.guidDestNet = {0x436EF144, 0xB4FB, 0x4863, {0xA0, 0x41, 0x8F, 0x90, 0x5A, 0x62, 0xC5, 0x72}};
+    EXPECT_EQ(memcmp(&manager.request, &expected, sizeof(expected)), 0);
 }
 
 TEST(DhcpTimes, Are_shifted_by_the_standard_bias_and_wrap) {
@@ -79,8 +69,7 @@ TEST(DhcpTimes, Are_shifted_by_the_standard_bias_and_wrap) {
         {0, 1, -60, L"Thu. Jan 1, 1970 01:00:00"},
         {0, 1, 300, L"Sun. Feb 7, 2106 01:28:16"},             // wraps below zero
         {0xFFFFFFFF, 1, -1, L"Thu. Jan 1, 1970 00:00:59"},     // wraps above
-        {1152964800, 2, 480, L"Sat. Jul 15, 2006 04:00:00"},   // summer, yet standard time
-        {1152964800, 2, -345, L"Sat. Jul 15, 2006 17:45:00"},  // quarter hours
+        {1152964800, 2, -345, L"Sat. Jul 15, 2006 17:45:00"},  // quarter hours; summer, yet standard time
         {1152964800, TIME_ZONE_ID_INVALID, 480, L"Sat. Jul 15, 2006 12:00:00"},
     };
     for (const auto& [utc, zone, biasMinutes, text] : rows) {

@@ -1,5 +1,4 @@
 // Faults under ping, host list, safe list, scan and report.
-
 #include <gtest/gtest.h>
 
 #include "diagnostics/detector_row.h"
@@ -11,14 +10,11 @@
 #include "tests/fakes/fakes.h"
 #include "tests/fakes/scripted_platform.h"
 #include "tests/support/host_records.h"
-#include "tests/support/node_responder.h"
+#include "tests/support/texts.h"
 #include "tests/unit/native/fault_walk.h"
+#include "tests/unit/native/node_responder.h"
 
 namespace {
-
-constexpr MacAddress kFirst = {{1, 2, 3, 4, 5, 6}};
-constexpr wchar_t kReport[] = L"\\My Documents\\QuorvaneRpt001.csv";
-constexpr MacAddress kNew = {{1, 2, 3, 4, 5, 8}};
 
 std::string LastMessage() {
     return fakes::shownMessages.empty() ? "" : Narrow(fakes::shownMessages.back().text);
@@ -37,33 +33,14 @@ std::string HostsAndMessage() {
     return hosts + (FileExists(L"tmphosts.dat") ? "tmp " : "") + LastMessage();
 }
 
-// The last digit of each entry.
-std::string SafeAndMessage() {
-    SafeListContains(kFirst);
-    std::string text;
-    const Bytes list = ReadWholeFile(L"slist.dat");
-    for (size_t offset = 0; offset < list.size(); offset += 6) {
-        text += std::to_string(list[offset + 5]) + " ";
-    }
-    return text + (FileExists(L"tmpslist") ? "tmp " : "") + LastMessage();
-}
-
-void UseHosts(const Bytes& hosts) {
-    WriteWholeFile(L"hosts.dat", hosts);
-    fakes::AnswerMessagesWith(IDYES);
-}
-
 void UseOneHost() {
-    UseHosts(HostRecordOf(L"one"));
+    WriteWholeFile(L"hosts.dat", HostRecordOf(L"one"));
+    fakes::AnswerMessagesWith(IDYES);
 }
 
 void UseTwoHosts() {
-    UseHosts(HostRecordOf(L"one") + HostRecordOf(L"two"));
-}
-
-void UseSafe() {
-    WriteWholeFile(L"slist.dat", {1, 2, 3, 4, 5, 6, 1, 2, 3, 4, 5, 7});
-    fakes::AnswerMessagesWith(IDYES);
+    UseOneHost();
+    WriteWholeFile(L"hosts.dat", HostRecordOf(L"one") + HostRecordOf(L"two"));
 }
 
 std::string Add() {
@@ -77,7 +54,7 @@ std::string Delete() {
 // Whatever fails, no other host gets lost. Only a list that cannot be opened for reading and writing begins anew.
 TEST(Faults, Of_the_host_list) {
     const std::string asked = "Are you sure you want to delete this host?";
-    WalkFaults("list the hosts", {UseTwoHosts, Hosts, nullptr}, "one two ", {"", "one "});
+    WalkFaults("list the hosts", {UseTwoHosts, Hosts}, "one two ", {"", "one "});
     WalkFaults("add the first host", {[] {}, Add, Hosts}, "yes | new ", {"no"}, {"yes | new ", "no | new "});
     WalkFaults("add a host", {UseTwoHosts, Add, Hosts}, "yes | one two new ", {"no | one two ", "yes | new "},
                {"yes | one two new ", "no | one two new ", "no | new "});
@@ -89,33 +66,51 @@ TEST(Faults, Of_the_host_list) {
                {"yes | " + asked, "no | " + asked});
 }
 
-std::string Contains() {
-    return YesOrNo(SafeListContains(kFirst));
+constexpr MacAddress kSafe = {{1, 2, 3, 4, 5, 6}};
+
+void UseSafe() {
+    WriteWholeFile(L"slist.dat", {1, 2, 3, 4, 5, 6, 1, 2, 3, 4, 5, 7});
+    fakes::AnswerMessagesWith(IDYES);
 }
 
-std::string AddSafe() {
-    return YesOrNo(SafeListAdd(kNew));
+// The last digit of each entry.
+std::string SafeAndMessage() {
+    SafeListContains(kSafe);
+    std::string text;
+    const Bytes list = ReadWholeFile(L"slist.dat");
+    for (size_t offset = 0; offset < list.size(); offset += 6) {
+        text += std::to_string(list[offset + 5]) + " ";
+    }
+    return text + (FileExists(L"tmpslist") ? "tmp " : "") + LastMessage();
 }
 
-std::string RemoveSafe() {
-    return YesOrNo(SafeListRemove(nullptr, kFirst));
+// A row of the detector's list: the first is safe, the others are not.
+void ReadRow(HWND, int row, DetectorCells& cells) {
+    cells = {L"HOST", L"10.0.0.2", L"01:02:03:04:05:06"};
+    cells.mac[16] = row == 0 ? L'6' : L'8';
 }
 
-template <int Image>
+template <DetectorImage Image>
 std::string Tap() {
-    DetectorCells cells = {L"HOST", L"10.0.0.2", L"01:02:03:04:05:06"};
-    cells.mac[16] = Image == kSafeImage ? L'6' : L'8';
-    return YesOrNo(ToggleSafe(nullptr, cells, static_cast<DetectorImage>(Image)) != Image);
+    DetectorCells cells;
+    ReadRow(nullptr, Image == kSafeImage ? 0 : 1, cells);
+    return YesOrNo(ToggleSafe(nullptr, cells, Image) != Image);
 }
 
 TEST(Faults, Of_the_safe_list) {
     const std::string add = "Add HOST to safe list?";
     const std::string remove = "Delete HOST from safe list?";
     const std::string error = "Cannot delete host!";
-    WalkFaults("look into the safe list", {UseSafe, Contains, nullptr}, "yes", {"no"});
-    WalkFaults("add to the safe list", {UseSafe, AddSafe, SafeAndMessage}, "yes | 6 7 8 ", {"no | 6 7 ", "yes | 6 7 "},
-               {"yes | 6 7 8 ", "yes | 6 7 8 8 "});
-    WalkFaults("remove from the safe list", {UseSafe, RemoveSafe, SafeAndMessage}, "yes | 7 ",
+    WalkFaults("look into the safe list", {UseSafe, [] { return YesOrNo(SafeListContains(kSafe)); }}, "yes", {"no"});
+    WalkFaults("add to the safe list",
+               {UseSafe,
+                [] {
+                    return YesOrNo(SafeListAdd({{1, 2, 3, 4, 5, 8}}));
+                },
+                SafeAndMessage},
+               "yes | 6 7 8 ", {"no | 6 7 ", "yes | 6 7 "}, {"yes | 6 7 8 ", "yes | 6 7 8 8 "});
+    WalkFaults("remove from the safe list",
+               {UseSafe, [] { return YesOrNo(SafeListRemove(nullptr, kSafe)); }, SafeAndMessage}, "yes | 7 ",
                {"no | 6 7 ", "yes | 6 7 " + error, "no | 6 7 tmp ", "yes | 6 7 tmp "},
                {"yes | 7 ", "no | 7 ", "yes | 7 " + error});
     // A list that cannot be opened for the question counts as empty.
@@ -127,18 +122,20 @@ TEST(Faults, Of_the_safe_list) {
                {"no | 6 7 ", "no | 6 7 " + add, "yes | 6 7 " + add}, {"yes | 6 7 8 " + add, "no | 6 7 " + remove});
 }
 
-NodeResponder& Peers() {
-    static NodeResponder peers(NodeResponder::Names{{"127.0.0.1", "ONE"}});
-    return peers;
+uint16_t PeersPort() {
+    static const NodeResponder peers(NodeResponder::Names{{"127.0.0.1", "ONE"}});
+    return peers.port;
 }
 
 void UseNetwork() {
-    Peers();
+    PeersPort();
     scripted::system.adapters = {{.address = "127.0.0.33"}};
-    scripted::system.echo = [](uint32_t address, DWORD) {
+    // The echo to host 50 is answered by host 1 too, which does not count.
+    scripted::system.echo = [](uint32_t address, DWORD timeoutMs) {
+        EXPECT_EQ(timeoutMs, 5000U);
         platform::EchoReply reply = {};
-        reply.address = address;
-        return address == inet_addr("127.0.0.1") ? std::optional(reply) : std::nullopt;
+        reply.address = inet_addr("127.0.0.1");
+        return address == reply.address || address == inet_addr("127.0.0.50") ? std::optional(reply) : std::nullopt;
     };
     scripted::system.arp = {{inet_addr("127.0.0.1"), {1, 2, 3, 4, 5, 6}}};
     fakes::workersRunInline = true;
@@ -147,11 +144,18 @@ void UseNetwork() {
 std::string Ping() {
     PingLines lines;
     PingHost("localhost", 5000, lines);
-    return Narrow(std::wstring(lines.status) + L" " + lines.roundTrip + L" " + lines.mac);
+    return Narrow(Joined({lines.status, lines.roundTrip, lines.mac}));
+}
+
+std::string OwnAddress() {
+    char text[kAddressTextBytes];
+    MacAddress mac;
+    GetCurrentAdapterAddress(text, mac);
+    return text + std::string(MacEquals(mac, {}) ? " no mac" : " mac");
 }
 
 std::string Scan() {
-    if (!StartScanAskingPort(nullptr, Peers().Port())) {
+    if (!StartScanAskingPort(nullptr, PeersPort())) {
         return "not started";
     }
     std::string text;
@@ -166,17 +170,7 @@ std::string Scan() {
     return text + (pending ? " pending" : "");
 }
 
-std::string OwnAddress() {
-    char text[kAddressTextBytes];
-    MacAddress mac;
-    GetCurrentAdapterAddress(text, mac);
-    return text + std::string(MacEquals(mac, {}) ? " no mac" : " mac");
-}
-
-void ReadRow(HWND, int row, DetectorCells& cells) {
-    cells = {L"HOST", L"10.0.0.2", L"01:02:03:04:05:06"};
-    cells.mac[16] = row == 0 ? L'6' : L'9';
-}
+constexpr wchar_t kReport[] = L"\\My Documents\\QuorvaneRpt001.csv";
 
 std::string Report() {
     DeleteFileW(kReport);
@@ -186,10 +180,9 @@ std::string Report() {
 
 // The second field of each line and what the user was told.
 std::string ReportAndMessage() {
-    const Bytes file = ReadWholePath(kReport);
     std::string text;
     int quotes = 0;
-    for (const uint8_t byte : file) {
+    for (const uint8_t byte : ReadWholePath(kReport)) {
         quotes = byte == '\n' ? 0 : quotes + (byte == '"' ? 1 : 0);
         text += quotes == 3 && byte != '"' ? std::string(1, static_cast<char>(byte)) : byte == '\n' ? " " : "";
     }
@@ -198,12 +191,12 @@ std::string ReportAndMessage() {
 
 TEST(Faults, Of_the_network_tools) {
     const std::string told = "Data output to: \\My Documents\\QuorvaneRpt001.csv";
-    const std::string alive = "Host (127.0.0.1) is alive Round Trip Time: 0 ms ";
-    WalkFaults("ping", {UseNetwork, Ping, nullptr}, alive + "MAC Address: 01:02:03:04:05:06",
-               {"Unknown host: localhost  ", "Error: No ping service  ", "Request timed out.  ", alive});
-    WalkFaults("own address", {UseNetwork, OwnAddress, nullptr}, "127.0.0.33 mac", {" no mac"});
+    const std::string alive = "Host (127.0.0.1) is alive|Round Trip Time: 0 ms|";
+    WalkFaults("ping", {UseNetwork, Ping}, alive + "MAC Address: 01:02:03:04:05:06",
+               {"Unknown host: localhost||", "Error: No ping service||", "Request timed out.||", alive});
+    WalkFaults("own address", {UseNetwork, OwnAddress}, "127.0.0.33 mac", {" no mac"});
     WalkFaults(
-        "scan", {UseNetwork, Scan, nullptr}, "<ONE at 6>",
+        "scan", {UseNetwork, Scan}, "<ONE at 6>",
         {"not started", " pending", "", "<ONE>", "< at 6>", "<ONE at 6> pending", "<> pending", "< at 6> pending"});
     // Without a documents folder it goes to the root. A host that cannot be looked up is an intruder.
     WalkFaults(

@@ -6,8 +6,8 @@
 
 struct Operation {
     void (*prepare)();
-    std::string (*run)();   // what the operation answered
-    std::string (*look)();  // what it left behind; null where that is nothing
+    std::string (*run)();             // what the operation answered
+    std::string (*look)() = nullptr;  // what it left behind
 };
 
 // Runs the operation with a fault in its first call, its second ... until it gets by with fewer. After each run nothing
@@ -18,4 +18,3 @@ void WalkFaults(const char* name, const Operation& operation, const std::string&
                 const std::vector<std::string>& degraded, const std::vector<std::string>& again = {});
 
 std::string YesOrNo(bool yes);
-std::string Narrow(const std::wstring& text);

@@ -10,6 +10,7 @@
 #include "options/log_months.h"
 #include "tests/fakes/fakes.h"
 #include "tests/fakes/scripted_platform.h"
+#include "tests/support/texts.h"
 #include "tests/support/traffic_logs.h"
 #include "tests/unit/native/fault_walk.h"
 #include "trafficlog/export_writer.h"
@@ -17,8 +18,6 @@
 #include "trafficlog/log_reader.h"
 
 namespace {
-
-void Nothing() {}
 
 // "hour:received" of each record of the 15th.
 std::string Log() {
@@ -63,21 +62,19 @@ std::string LastLineOfExport() {
 }
 
 TEST(Faults, Of_the_traffic_log) {
-    WalkFaults("log the first traffic of a month", {Nothing, LogOne, Log}, "log 10:1 of 12",
-               {"no log of 0", "log of 0"}, {"log 10:1 of 12", "log 10:2 of 12"});
+    WalkFaults("log the first traffic of a month", {[] {}, LogOne, Log}, "log 10:1 of 12", {"no log of 0", "log of 0"},
+               {"log 10:1 of 12", "log 10:2 of 12"});
     WalkFaults("log into the record of the hour", {UseThreeHours, LogOne, Log}, "log 9:7 10:1001 11:9 of 36",
                {"log 9:7 10:1000 11:9 of 36"}, {"log 9:7 10:1001 11:9 of 36", "log 9:7 10:1002 11:9 of 36"});
-    WalkFaults("read a month", {UseFullMonth, ReadDays, nullptr}, "31, 48", {"31, 0", "31, 24"});
-    WalkFaults("export a month", {UseThreeHours, Export, LastLineOfExport},
-               "yes | \"Total for Dec 2006\",\"0\",\"0.99KB\",\"0.99KB\"\n",
-               {"no", "yes", "yes | \"Total for Dec 2006\",\"0\",\"0\",\"0\"\n"});
-}
-
-TEST(Faults, A_tick_in_a_full_month_costs_a_handful_of_calls) {
+    WalkFaults("read a month", {UseFullMonth, ReadDays}, "31, 48", {"31, 0", "31, 24"});
+    // A tick in a full month costs a handful of calls.
     UseFullMonth();
     fakes::FailCall(0, fakes::Faults::Once);
     LogTraffic(nullptr, 1, 1);
     EXPECT_LE(fakes::EndFaults(), 10);
+    WalkFaults("export a month", {UseThreeHours, Export, LastLineOfExport},
+               "yes | \"Total for Dec 2006\",\"0\",\"0.99KB\",\"0.99KB\"\n",
+               {"no", "yes", "yes | \"Total for Dec 2006\",\"0\",\"0\",\"0\"\n"});
 }
 
 std::string Settings() {
@@ -129,7 +126,7 @@ TEST(Faults, Of_the_settings) {
     WalkFaults("load the display settings", {UseStored, LoadDisplay, Settings}, "20 no no | stored 20 0 0",
                {"75 no no | stored 20 0 0", "20 yes no | stored 20 0 0", "20 no yes | stored 20 0 0",
                 "75 yes yes | stored 20 0 0", "20 yes yes | stored 20 0 0"});
-    WalkFaults("load the display settings for the first time", {Nothing, LoadDisplay, Settings}, "75 yes yes |  75 1 1",
+    WalkFaults("load the display settings for the first time", {[] {}, LoadDisplay, Settings}, "75 yes yes |  75 1 1",
                {"75 yes yes |  none 1 1", "75 yes yes |  75 none 1", "75 yes yes |  75 1 none",
                 "75 yes yes |  none none none", "75 yes yes |  75 none none"});
     WalkFaults("load adapter and folder", {UseStored, LoadFolders, Settings}, "stored in \\data | stored 20 0 0",
@@ -153,17 +150,13 @@ std::string Months() {
 
 void UseMonths() {
     for (const int month : {1, 2, 3}) {
-        WriteLog(2006, month, LogRecord(1, 1, 1, 1));
+        WriteLog(2006, month, {});
     }
 }
 
 std::string DeleteMonths() {
     DeleteAllLogs();
     return {};
-}
-
-std::string Choose() {
-    return YesOrNo(ChooseAdapter());
 }
 
 std::string ChosenAdapter() {
@@ -182,12 +175,11 @@ std::string Tick() {
 }
 
 TEST(Faults, Of_the_tick_and_the_list_of_logs) {
-    WalkFaults("list the logs", {UseMonths, Months, nullptr}, "200601 200602 200603 ",
-               {"", "200601 ", "200601 200602 "});
+    WalkFaults("list the logs", {UseMonths, Months}, "200601 200602 200603 ", {"", "200601 ", "200601 200602 "});
     WalkFaults("delete the logs", {UseMonths, DeleteMonths, Months}, "",
                {"200601 200602 200603 ", "200601 ", "200602 200603 ", "200602 ", "200603 "});
-    WalkFaults("choose the adapter", {UseAdapter, Choose, ChosenAdapter}, "yes | eth by its index",
-               {"no", "yes", "yes | eth"});
+    WalkFaults("choose the adapter", {UseAdapter, [] { return YesOrNo(ChooseAdapter()); }, ChosenAdapter},
+               "yes | eth by its index", {"no", "yes", "yes | eth"});
     // An adapter that was away for a tick comes back with all it ever counted.
     WalkFaults("tick", {UseFirstTick, Tick, Log}, "50 to 150 | log 10:50 of 12",
                {"50 to 150 | no log of 0", "50 to 150 | log of 0", "0 to 0 | no log of 0"},
