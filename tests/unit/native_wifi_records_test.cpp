@@ -90,9 +90,13 @@ TEST(NativeWifiRecords, Networks_modes_ciphers_and_own_values_become_ndis_number
     for (const auto& [algorithm, number] : modes) {
         EXPECT_EQ(NdisAuthenticationMode(algorithm), number) << algorithm;
     }
-    EXPECT_EQ(NdisWepStatus(DOT11_CIPHER_ALGO_WEP104), 0u);
-    EXPECT_EQ(NdisWepStatus(DOT11_CIPHER_ALGO_NONE), 1u);
-    EXPECT_GT(NdisWepStatus(DOT11_CIPHER_ALGO_CCMP), 3u) << "none of the WEP states";
+    constexpr auto kGcmp256 = static_cast<DOT11_CIPHER_ALGORITHM>(9);
+    const std::pair<DOT11_CIPHER_ALGORITHM, uint32_t> ciphers[] = {
+        {DOT11_CIPHER_ALGO_WEP104, 0}, {DOT11_CIPHER_ALGO_WEP, 0},  {DOT11_CIPHER_ALGO_NONE, 1},
+        {DOT11_CIPHER_ALGO_TKIP, 4},   {DOT11_CIPHER_ALGO_CCMP, 6}, {kGcmp256, 6}};
+    for (const auto& [cipher, status] : ciphers) {
+        EXPECT_EQ(NdisWepStatus(cipher), status) << cipher;
+    }
     std::vector<uint8_t> value(64, kUntouched);
     EXPECT_EQ(WriteNdisNumber(static_cast<uint32_t>(-72), value), 4u);
     EXPECT_EQ(ReadNdisField(&value[0]), static_cast<uint32_t>(-72));

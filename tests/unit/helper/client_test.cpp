@@ -191,11 +191,11 @@ TEST(LinuxHelper, A_tick_asks_for_each_radio_value_once_and_for_the_adapter_now_
         GTEST_SKIP() << "Native Wifi is asked here";
     }
     ResetItemState();
-    std::atomic<bool> present = false;
+    std::atomic<bool> present = false, closes = false;
     std::atomic<int> bindings = 0, values = 0;
     Server server([&](const MessageHeader& header, const Request& request) {
-        if (!present) {
-            return Result(helper_protocol::kResultGeneralFailure)(header, request);
+        if (!present || closes) {
+            return closes ? Bytes() : Result(helper_protocol::kResultGeneralFailure)(header, request);
         }
         if (request.kind == helper_protocol::RequestKind::kRadioBinding) {
             ++bindings;
@@ -216,6 +216,15 @@ TEST(LinuxHelper, A_tick_asks_for_each_radio_value_once_and_for_the_adapter_now_
     ASSERT_TRUE(HelperRadioBinding(name, description));
     EXPECT_STREQ(L"wlan0", name);
     EXPECT_EQ(kHelperNameUnits - 1, wcslen(description));
+    closes = true;
+    for (int tick = 1; tick <= 2; ++tick) {
+        EXPECT_EQ(QuerySignal(), 1) << "a helper that failed has not lost the adapter";
+        EXPECT_EQ(itemState.SignalDbm, kNoSignal);
+    }
+    closes = false;
+    CloseHelper();
+    EXPECT_EQ(QuerySignal(), 1);
+    EXPECT_EQ(itemState.SignalDbm, -61);
     present = false;
     QuerySignal();
     EXPECT_EQ(itemState.SignalDbm, kNoSignal);

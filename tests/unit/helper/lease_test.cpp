@@ -115,6 +115,8 @@ TEST(LeaseReports, Each_clients_report_gives_the_same_lease) {
 TEST(LeaseReports, One_without_an_address_is_no_lease_and_one_without_end_never_expires) {
     LeaseState state;
     EXPECT_FALSE(ParseDhcpcdReport("reason=STOP\ninterface=eth0\n", 1, state));
+    ASSERT_TRUE(ParseDhcpcdReport("ip_address='10.0.0.5'\ndhcp_lease_time='120'\n", 0, state));
+    EXPECT_EQ(0u, state.expires) << "its start is not known";
     EXPECT_FALSE(ParseNetworkdLease("ADDRESS=10.0.0\nLIFETIME=3600", 1, state));
     EXPECT_FALSE(ParseNetworkManagerReport("ip_address = 10.0.0.5\n", state));
     ASSERT_TRUE(ParseNetworkdLease("ADDRESS=10.0.0.5\nLIFETIME=4294967295", 1000, state));
