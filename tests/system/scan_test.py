@@ -1,4 +1,5 @@
 """The intruder detector on a LAN of hosts whose names and hardware addresses are known, scanned again and again."""
+import os
 import time
 import unittest
 
@@ -47,8 +48,7 @@ class ScanTest(unittest.TestCase):
         self.assertEqual(rows, expected)
 
     def usage(self, tool):
-        handles, gdi_objects, _, threads, _ = map(int, tool.probe("usage").split())
-        return handles, gdi_objects, threads
+        return *map(int, tool.probe("usage").split()[:2]), len(os.listdir(f"/proc/{tool.host.pid}/task"))
 
 
 if __name__ == "__main__":

@@ -63,9 +63,12 @@ class WineSession:
         """Runs a Windows program to its end; the completed process has its text output."""
         return self.net.run("device", ["wine", *command], timeout=timeout, **self._options(options))
 
+    def start(self, *command, **options):
+        """Starts a Windows program; the process returned is the Windows process itself, so killing it is a crash."""
+        return self.net.start("device", ["wine", *map(str, command)], **self._options(options))
+
     def start_host(self, *arguments, **options):
-        """Starts the Today host; the process returned is the Windows process itself, so killing it is a crash."""
-        return self.net.start("device", ["wine", HOST, *map(str, arguments)], **self._options(options))
+        return self.start(HOST, *arguments, **options)
 
     def start_helper(self):
         """Starts the Linux helper in the session's namespace; programs started from now on find it."""

@@ -47,7 +47,6 @@ Texts Hosts(HWND dialog) {
 const Texts kSorted = {L"=127.0.0.2=02:00:00:00:00:02 1", L"=127.0.0.33=02:00:00:00:00:33 1",
                        L"=127.0.0.77=02:00:00:00:00:77 0", L"=127.0.0.200= 0"};
 const Texts kDiscovered(kSorted.rbegin(), kSorted.rend());
-const Texts kNone;
 
 LRESULT Progress(HWND dialog) {
     return SendDlgItemMessageW(dialog, IDC_DETECTOR_PROGRESS, PBM_GETPOS, 0, 0);
@@ -95,27 +94,22 @@ TEST(DetectorDialog, Lists_hosts_as_they_answer_and_orders_them_at_the_end) {
 TEST(DetectorDialog, Taps_move_hosts_in_and_out_of_the_safe_list) {
     const TodayFrame frame;
     UseNetwork(false);
-    const MacAddress stranger = {{2, 0, 0, 0, 0, 0x77}};
     const Boxes boxes = RunTool(frame, kDetectorTool, {IDNO, IDYES, IDYES, IDOK}, [&](HWND dialog) {
         Press(dialog, IDC_DETECTOR_DETECT);
         WaitForScan();
-        TapRow(dialog, 2, 0);  // No
-        EXPECT_EQ(Hosts(dialog), kSorted);
-        TapRow(dialog, 2, 1);  // Yes
-        EXPECT_EQ(Hosts(dialog)[2].back(), L'1');
-        EXPECT_TRUE(SafeListContains(stranger));
-        TapRow(dialog, 2, 0);  // Yes
-        EXPECT_FALSE(SafeListContains(stranger));
-        TapRow(dialog, 1, 0);  // the device itself
-        TapRow(dialog, 3, 0);  // has no hardware address
-        EXPECT_EQ(Hosts(dialog), kSorted);
+        // No, Yes, Yes; nothing is asked about the device itself or a host without hardware address.
+        const std::pair<int, wchar_t> taps[] = {{2, L'0'}, {2, L'1'}, {2, L'0'}, {1, L'1'}, {3, L'0'}};
+        for (const auto& [row, image] : taps) {
+            TapRow(dialog, row, row % 2);
+            EXPECT_EQ(Hosts(dialog)[static_cast<size_t>(row)].back(), image);
+            EXPECT_EQ(SafeListContains({{2, 0, 0, 0, 0, 0x77}}), Hosts(dialog)[2].back() == L'1');
+        }
         Press(dialog, IDC_DETECTOR_EXPORT);
         SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
     ASSERT_EQ(boxes.size(), 4U);
-    const UINT question = MB_YESNO | MB_ICONQUESTION;
-    EXPECT_EQ(boxes[1], (MessageBoxShown{L"Add 127.0.0.77 to safe list?", L"Question", question}));
-    EXPECT_EQ(boxes[2], (MessageBoxShown{L"Delete 127.0.0.77 from safe list?", L"Question", question}));
+    EXPECT_EQ(boxes[1], (MessageBoxShown{L"Add 127.0.0.77 to safe list?", L"Question", MB_YESNO | MB_ICONQUESTION}));
+    EXPECT_EQ(boxes[2].text, L"Delete 127.0.0.77 from safe list?");
     const std::wstring told = L"Data output to: ";
     ASSERT_TRUE(boxes[3].text.starts_with(told));
     const std::wstring path = boxes[3].text.substr(told.size());
@@ -156,25 +150,21 @@ TEST(DetectorDialog, An_answer_after_the_rows_were_ordered_marks_the_right_row) 
 TEST(DetectorDialog, A_scan_may_be_started_again_or_left_at_any_time) {
     const TodayFrame frame;
     UseNetwork(true);
-    RunTool(frame, kDetectorTool, {}, [&](HWND dialog) {
+    const Boxes boxes = RunTool(frame, kDetectorTool, {IDOK}, [&](HWND dialog) {
         DetectHosts(dialog);
         Press(dialog, IDC_DETECTOR_DETECT);
-        EXPECT_EQ(Hosts(dialog), kNone);
+        EXPECT_EQ(Hosts(dialog), Texts{});
         EXPECT_FALSE(IsEnabled(dialog, IDC_DETECTOR_EXPORT));
         EXPECT_EQ(Progress(dialog), 0);
-    });
-    EXPECT_EQ(scanState.table, nullptr);
-    const Boxes boxes = RunTool(frame, kDetectorTool, {IDOK}, [&](HWND dialog) {
-        EXPECT_EQ(Hosts(dialog), kNone);
-        lastEchoHeld = false;
-        Press(dialog, IDC_DETECTOR_DETECT);
-        WaitForScan();
+        WaitUntil([&] { return Hosts(dialog) == kDiscovered; });
         scripted::system.adapters.clear();
         Press(dialog, IDC_DETECTOR_DETECT);
-        EXPECT_EQ(Hosts(dialog), kSorted) << "without an address the rows stay";
+        EXPECT_EQ(Hosts(dialog), kDiscovered) << "without an address the rows stay";
         EXPECT_FALSE(IsEnabled(dialog, IDC_DETECTOR_EXPORT));
     });
     EXPECT_EQ(boxes, (Boxes{{L"Cannot get current IP address!", L"Error"}}));
+    EXPECT_EQ(scanState.table, nullptr);
+    lastEchoHeld = false;
 }
 
 }  // namespace

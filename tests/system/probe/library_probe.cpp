@@ -1,25 +1,19 @@
 // library_probe.exe - loads and unloads the library as the Today host does, in a program that is nothing else.
 //
-//   library_probe reload ROUNDS DLL
-//       Each round loads the library, creates the item, refreshes it and paints it ten times, clears its cache and
-//       unloads it. After round 10 and each hundredth a line tells what the process holds: round, handles, GDI objects,
-//       USER objects, threads, KB.
-//   library_probe unload DLL
-//       Opens the detector by a tap, starts a scan, closes the dialog, unloads the library while the workers run, and
-//       waits for them. A line tells whether it is loaded right after unloading and at the end, another the threads
-//       then.
+//   library_probe DLL ROUNDS   loads it, creates the item, refreshes and paints it, and unloads it, so many times
+//   library_probe DLL          opens the detector by a tap, starts a scan, closes the dialog and unloads the library
+//                              while the workers run; prints whether it is loaded then, and after at most 20 s more
 
 #include "host/today_item.h"
 #include "platform/desktop/today_frame.h"
 #include "resources/resource_ids.h"
-#include "tests/system/probe/process_usage.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 namespace {
 
+// The library measures the screen when it is loaded.
 HWND CreateFrame() {
     WNDCLASSW frame = {};
     frame.lpfnWndProc = DefWindowProcW;
@@ -34,7 +28,11 @@ bool Load(TodayItem& item, const wchar_t* path, HWND frame) {
     return LoadItem(item, path, error) && CreateItemWindow(item, frame);
 }
 
-void Use(TodayItem& item) {
+bool UseOnce(const wchar_t* path, HWND frame) {
+    TodayItem item;
+    if (!Load(item, path, frame)) {
+        return false;
+    }
     // The first query only asks for a layout; the next one creates what the item draws with.
     while (QueryRefresh(item)) {
     }
@@ -42,26 +40,7 @@ void Use(TodayItem& item) {
     for (int paint = 0; paint < 10; ++paint) {
         RedrawWindow(item.record.hwndCustom, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     }
-}
-
-int Reload(int rounds, const wchar_t* path) {
-    HWND frame = CreateFrame();
-    for (int round = 1; round <= rounds; ++round) {
-        TodayItem item;
-        if (!Load(item, path, frame)) {
-            return 1;
-        }
-        Use(item);
-        if (!UnloadItem(item)) {
-            return 1;
-        }
-        if (round == 10 || round % 100 == 0) {
-            const ProcessUsage usage = ReadUsage(GetCurrentProcess());
-            printf("%d %d %d %d %d %d\n", round, usage.handles, usage.gdiObjects, usage.userObjects, usage.threads,
-                   usage.kilobytes);
-        }
-    }
-    return 0;
+    return UnloadItem(item);
 }
 
 // Begins a scan at the first tick that sees the dialog, and closes the dialog at the next.
@@ -75,28 +54,33 @@ void CALLBACK DriveDetector(HWND, UINT, UINT_PTR timer, DWORD) {
     }
 }
 
-int UnloadDuringScan(const wchar_t* path) {
+bool UnloadDuringScan(const wchar_t* path, HWND frame) {
     constexpr LPARAM kDetectorIcon = MAKELPARAM(190, 10);
     TodayItem item;
-    if (!Load(item, path, CreateFrame())) {
-        return 1;
+    if (!Load(item, path, frame)) {
+        return false;
     }
     SetTimer(nullptr, 0, 300, DriveDetector);
     SendMessageW(item.record.hwndCustom, WM_LBUTTONUP, 0, kDetectorIcon);
-    const int threads = ReadUsage(GetCurrentProcess()).threads;
     printf("%d ", !UnloadItem(item));
     for (int waits = 0; waits < 1000 && GetModuleHandleW(path) != nullptr; ++waits) {
         Sleep(20);
     }
-    printf("%d\n%d %d\n", GetModuleHandleW(path) != nullptr, threads, ReadUsage(GetCurrentProcess()).threads);
-    return 0;
+    printf("%d\n", GetModuleHandleW(path) != nullptr);
+    return true;
 }
 
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    if (count == 4) {
-        return Reload(_wtoi(arguments[2]), arguments[3]);
+    HWND frame = CreateFrame();
+    if (count == 2) {
+        return UnloadDuringScan(arguments[1], frame) ? 0 : 1;
     }
-    return count == 3 ? UnloadDuringScan(arguments[2]) : 2;
+    for (int rounds = _wtoi(arguments[2]); rounds > 0; --rounds) {
+        if (!UseOnce(arguments[1], frame)) {
+            return 1;
+        }
+    }
+    return 0;
 }
