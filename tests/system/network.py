@@ -105,18 +105,21 @@ class Network:
         places = ["lan", "device", "gateway", *self.hosts]
         _batch([f"netns add {self.namespace(place)}" for place in places])
         for place in places:
-            self.sysctl(place, {"net/ipv6/conf/all/disable_ipv6": 1, "net/ipv6/conf/default/disable_ipv6": 1})
+            self._set(place, "net.ipv6.conf.all.disable_ipv6=1", "net.ipv6.conf.default.disable_ipv6=1")
             self.ip(place, "link set lo up")
         self.ip("lan", "link add bridge type bridge forward_delay 0 mcast_snooping 0", "link set bridge up")
         self._connect("gateway", 1, self.gateway_mac)
         # Refusals of the gateway are wanted every time, whatever other networks of this machine send meanwhile.
-        self.sysctl("gateway", {"net/ipv4/ip_forward": 1, "net/ipv4/icmp_ratemask": 0})
+        self._set("gateway", "net.ipv4.ip_forward=1", "net.ipv4.icmp_ratemask=0")
         for host in self.hosts.values():
             self._connect(host.number, host.number, host.hardware)
             self._behave(host)
         self.attach_device()
         # A file of its own from the start: programs that are running see later changes of it, never the machine's.
         self.set_resolver("device")
+
+    def _set(self, place, *settings):
+        self.run(place, ["sysctl", "-qw", *settings], check=True)
 
     def _connect(self, place, number, mac):
         self.ip("lan", f"link add p{place} up master bridge type veth"
@@ -125,7 +128,7 @@ class Network:
 
     def _behave(self, host):
         if host.behaviour in ("drops", "late"):
-            self.sysctl(host.number, {"net/ipv4/icmp_echo_ignore_all": 1})
+            self._set(host.number, "net.ipv4.icmp_echo_ignore_all=1")
         if host.behaviour == "blackhole":
             self.ip(host.number, f"route add blackhole {self.address('device')}/32")
         if host.behaviour == "late":
@@ -150,12 +153,6 @@ class Network:
         """The records that this command shows."""
         shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", *words], check=True, capture_output=True)
         return json.loads(shown.stdout)
-
-    def sysctl(self, place, values):
-        with inside(self.namespace(place)):
-            for name, value in values.items():
-                with open(f"/proc/sys/{name}", "w") as file:
-                    file.write(str(value))
 
     def start(self, place, command, **options):
         """Starts a program in a namespace; it ends with the network at the latest. Its process id is its own."""

@@ -94,7 +94,7 @@ TEST(DetectorDialog, Lists_hosts_as_they_answer_and_orders_them_at_the_end) {
 TEST(DetectorDialog, Taps_move_hosts_in_and_out_of_the_safe_list) {
     const TodayFrame frame;
     UseNetwork(false);
-    const Boxes boxes = RunTool(frame, kDetectorTool, {IDNO, IDYES, IDYES, IDOK}, [&](HWND dialog) {
+    const Texts boxes = RunTool(frame, kDetectorTool, {IDNO, IDYES, IDYES, IDOK}, [&](HWND dialog) {
         Press(dialog, IDC_DETECTOR_DETECT);
         WaitForScan();
         // No, Yes, Yes; nothing is asked about the device itself or a host without hardware address.
@@ -108,11 +108,11 @@ TEST(DetectorDialog, Taps_move_hosts_in_and_out_of_the_safe_list) {
         SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
     ASSERT_EQ(boxes.size(), 4U);
-    EXPECT_EQ(boxes[1], (MessageBoxShown{L"Add 127.0.0.77 to safe list?", L"Question", MB_YESNO | MB_ICONQUESTION}));
-    EXPECT_EQ(boxes[2].text, L"Delete 127.0.0.77 from safe list?");
-    const std::wstring told = L"Data output to: ";
-    ASSERT_TRUE(boxes[3].text.starts_with(told));
-    const std::wstring path = boxes[3].text.substr(told.size());
+    EXPECT_EQ(boxes[1], L"Question: Add 127.0.0.77 to safe list? ? Yes/No");
+    EXPECT_EQ(boxes[2], L"Question: Delete 127.0.0.77 from safe list? ? Yes/No");
+    const std::wstring told = L"Infomation: Data output to: ";
+    ASSERT_TRUE(boxes[3].starts_with(told));
+    const std::wstring path = boxes[3].substr(told.size());
     EXPECT_EQ(std::ranges::count(ReadWholePath(path), '\n'), 5) << "a heading and four hosts";
     DeleteFileW(path.c_str());
 }
@@ -150,7 +150,7 @@ TEST(DetectorDialog, An_answer_after_the_rows_were_ordered_marks_the_right_row) 
 TEST(DetectorDialog, A_scan_may_be_started_again_or_left_at_any_time) {
     const TodayFrame frame;
     UseNetwork(true);
-    const Boxes boxes = RunTool(frame, kDetectorTool, {IDOK}, [&](HWND dialog) {
+    const Texts boxes = RunTool(frame, kDetectorTool, {IDOK}, [&](HWND dialog) {
         DetectHosts(dialog);
         Press(dialog, IDC_DETECTOR_DETECT);
         EXPECT_EQ(Hosts(dialog), Texts{});
@@ -162,7 +162,7 @@ TEST(DetectorDialog, A_scan_may_be_started_again_or_left_at_any_time) {
         EXPECT_EQ(Hosts(dialog), kDiscovered) << "without an address the rows stay";
         EXPECT_FALSE(IsEnabled(dialog, IDC_DETECTOR_EXPORT));
     });
-    EXPECT_EQ(boxes, (Boxes{{L"Cannot get current IP address!", L"Error"}}));
+    EXPECT_EQ(boxes, Texts{L"Error: Cannot get current IP address!"});
     EXPECT_EQ(scanState.table, nullptr);
     lastEchoHeld = false;
 }

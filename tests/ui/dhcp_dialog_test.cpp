@@ -12,7 +12,7 @@ TEST(DhcpDialog, A_refusal_changes_nothing_and_a_renewal_reads_the_lease_again) 
         {.index = 4, .dhcpEnabled = true, .dhcpServer = "10.0.0.1", .leaseExpires = 1142928309}};
     auto& results = scripted::system.results;
     results = {{"IpReleaseAddress", ERROR_ACCESS_DENIED}, {"IpRenewAddress", ERROR_ACCESS_DENIED}};
-    const Boxes boxes = RunTool(frame, kDhcpTool, {IDOK, IDOK, IDOK, IDOK}, [&](HWND dialog) {
+    const Texts boxes = RunTool(frame, kDhcpTool, {IDOK, IDOK, IDOK, IDOK}, [&](HWND dialog) {
         const auto press = [&](std::initializer_list<int> buttons) {
             for (const int id : buttons) {
                 Press(dialog, id);
@@ -33,12 +33,9 @@ TEST(DhcpDialog, A_refusal_changes_nothing_and_a_renewal_reads_the_lease_again) 
         EXPECT_EQ(press({IDC_DHCP_RENEW})[0], L"DHCP is not enabled.");
         EXPECT_FALSE(IsEnabled(dialog, IDC_DHCP_RELEASE) || IsEnabled(dialog, IDC_DHCP_RENEW));
     });
-    const MessageBoxShown renewed = {L"DHCP IP address renewed. Please wait a few seconds to take it effect.",
-                                     L"Infomation"};
-    EXPECT_EQ(
-        boxes,
-        (Boxes{
-            {L"Release DHCP Address Error!", L"Error"}, {L"Renew DHCP Address Error!", L"Error"}, renewed, renewed}));
+    const wchar_t* renewed = L"Infomation: DHCP IP address renewed. Please wait a few seconds to take it effect.";
+    EXPECT_EQ(boxes,
+              (Texts{L"Error: Release DHCP Address Error!", L"Error: Renew DHCP Address Error!", renewed, renewed}));
     EXPECT_EQ(scripted::system.dhcpCalls.back(), (std::pair<std::string, uint32_t>{"renew", 4}));
 }
 

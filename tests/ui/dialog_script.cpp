@@ -18,7 +18,7 @@ struct Script {
     HWND busyDialog = nullptr;    // the one that a step on the stack acts on
     HWND closedDialog = nullptr;  // the last one that OK was pressed on
     Clock::time_point deadline = Clock::now() + std::chrono::seconds(30);
-    Boxes messageBoxes = {};
+    Texts messageBoxes = {};
 };
 
 Script* script = nullptr;
@@ -49,21 +49,21 @@ bool IsMessageBox(HWND dialog) {
     return owner != GetModuleHandleW(nullptr) && FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr) == nullptr;
 }
 
-MessageBoxShown Describe(HWND box) {
-    const bool cancels = GetDlgItem(box, IDCANCEL) != nullptr && GetDlgItem(box, IDOK) != nullptr;
-    MessageBoxShown shown = {L"", WindowText(box)};
-    shown.flags = static_cast<UINT>(GetDlgItem(box, IDYES) != nullptr ? MB_YESNO : cancels ? MB_OKCANCEL : MB_OK);
-    HWND label = nullptr;
-    while ((label = FindWindowExW(box, label, L"Static", nullptr)) != nullptr) {
-        shown.text += WindowText(label);
-        const LRESULT icon = SendMessageW(label, STM_GETICON, 0, 0);
-        // IDI_HAND to IDI_ASTERISK and MB_ICONHAND to MB_ICONASTERISK are in the same order.
-        for (UINT i = 0; icon != 0 && i < 4; ++i) {
-            const auto system = reinterpret_cast<LRESULT>(LoadIconW(nullptr, MAKEINTRESOURCEW(32513 + i)));
-            shown.flags |= system == icon ? MB_ICONHAND * (i + 1) : 0;
-        }
+std::wstring Describe(HWND box) {
+    std::wstring shown = WindowText(box) + L": ";
+    for (HWND label = nullptr; (label = FindWindowExW(box, label, L"Static", nullptr)) != nullptr;) {
+        shown += WindowText(label);
     }
-    return shown;
+    for (HWND label = nullptr; (label = FindWindowExW(box, label, L"Static", nullptr)) != nullptr;) {
+        const auto icon = reinterpret_cast<HICON>(SendMessageW(label, STM_GETICON, 0, 0));
+        shown += icon == LoadIconW(nullptr, IDI_QUESTION)  ? L" ?"
+                 : icon == LoadIconW(nullptr, IDI_WARNING) ? L" !"
+                                                           : L"";
+    }
+    if (GetDlgItem(box, IDYES) != nullptr) {
+        return shown + L" Yes/No";
+    }
+    return GetDlgItem(box, IDOK) != nullptr && GetDlgItem(box, IDCANCEL) != nullptr ? shown + L" OK/Cancel" : shown;
 }
 
 void Answer(HWND box) {
@@ -101,12 +101,7 @@ void Advance() {
 
 }  // namespace
 
-void PrintTo(const MessageBoxShown& box, std::ostream* stream) {
-    const std::wstring text = box.caption + L": " + box.text;
-    *stream << std::string(text.begin(), text.end()) << " (" << box.flags << ")";
-}
-
-Boxes RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
+Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
                       const std::vector<int>& answers) {
     Script run{steps, answers};
     script = &run;

@@ -19,7 +19,7 @@ HWND ShowPage(HWND sheet, Page page) {
 }
 
 template <class... Steps>
-Boxes RunOptions(const TodayFrame& frame, const std::vector<int>& answers, const Steps&... steps) {
+Texts RunOptions(const TodayFrame& frame, const std::vector<int>& answers, const Steps&... steps) {
     const auto open = [&] {
         EXPECT_EQ(platform::RunDialog(itemState.instance, IDD_TODAY_OPTIONS, frame.window, CustomItemOptionsDlgProc),
                   1);
@@ -103,7 +103,7 @@ TEST(OptionsSheet, Every_way_of_closing_saves_and_closes_both_windows) {
                          [](HWND sheet) { PostMessageW(ShowPage(sheet, kOptionsPage), WM_KEYDOWN, VK_ESCAPE, 0); }};
     const TodayFrame frame;
     for (const Step& close : ways) {
-        itemState.showTaskbarIcon = true;
+        itemState.showTaskbarIcon = false;
         itemState.amPmFormat = true;
         const auto change = [](HWND sheet) {
             HWND page = ShowPage(sheet, kOptionsPage);
@@ -112,8 +112,8 @@ TEST(OptionsSheet, Every_way_of_closing_saves_and_closes_both_windows) {
             Press(page, IDC_OPTIONS_MILITARY);
         };
         RunOptions(frame, {}, change, close);
-        EXPECT_FALSE(itemState.showTaskbarIcon || itemState.amPmFormat);
-        EXPECT_EQ(StoredNumber(L"TIcon"), 0U);
+        EXPECT_TRUE(itemState.showTaskbarIcon && !itemState.amPmFormat);
+        EXPECT_EQ(StoredNumber(L"TIcon"), 1U);
         EXPECT_EQ(StoredNumber(L"TFormat"), 0U);
         EXPECT_TRUE(IsWindowEnabled(frame.window));
     }
@@ -143,10 +143,9 @@ TEST(OptionsSheet, Logs_are_listed_and_deleted_after_a_question_and_the_last_kee
         EXPECT_FALSE(FileExists(L"200611.log") || FileExists(L"export.log"));
         EXPECT_TRUE(FileExists(L"200612.txt"));
     };
-    const MessageBoxShown one = {L"Are you sure you want to delete 2007/01 log data?", L"Question",
-                                 MB_OKCANCEL | MB_ICONQUESTION};
-    const MessageBoxShown every = {L"Are you sure you want to delete ALL log data?", one.caption, one.flags};
-    EXPECT_EQ(RunOptions(frame, {IDCANCEL, IDOK, IDCANCEL, IDOK}, deleteLogs), (Boxes{one, one, every, every}));
+    const wchar_t* one = L"Question: Are you sure you want to delete 2007/01 log data? ? OK/Cancel";
+    const wchar_t* every = L"Question: Are you sure you want to delete ALL log data? ? OK/Cancel";
+    EXPECT_EQ(RunOptions(frame, {IDCANCEL, IDOK, IDCANCEL, IDOK}, deleteLogs), (Texts{one, one, every, every}));
     WriteWholeFile(L"200611.log", {1});
     RunOptions(frame, {IDOK}, [&](HWND sheet) {
         HWND page = ShowPage(sheet, kOptionsPage);

@@ -31,7 +31,7 @@ TEST(PingDialog, Remembers_the_hosts_and_the_last_one) {
     AnswerEchoes("10.0.0.9", 1);
     const std::wstring longest(99, L'x');
     const Texts hosts = {L"10.0.0.1", longest, L"LocalHost"};
-    const Boxes boxes = RunTool(frame, kPingTool, {IDOK}, [&](HWND dialog) {
+    const Texts boxes = RunTool(frame, kPingTool, {IDOK}, [&](HWND dialog) {
         Press(dialog, IDC_PING_PING);  // nothing to ping
         EXPECT_TRUE(IsEnabled(dialog, IDC_PING_PING));
         EXPECT_EQ(Lines(dialog), Texts(3));
@@ -43,10 +43,8 @@ TEST(PingDialog, Remembers_the_hosts_and_the_last_one) {
         Ping(dialog, L"LOCALHOST");
         EXPECT_EQ(Listed(dialog), hosts);
     });
-    EXPECT_EQ(boxes, (Boxes{{L"Host name is empty", L"Error"}}));
-    const MessageBoxShown question = {L"Are you sure you want to delete this host?", L"Question",
-                                      MB_YESNO | MB_ICONQUESTION};
-    const Boxes asked = RunTool(frame, kPingTool, {IDNO, IDYES, IDYES, IDYES}, [&](HWND dialog) {
+    EXPECT_EQ(boxes, Texts{L"Error: Host name is empty"});
+    const Texts asked = RunTool(frame, kPingTool, {IDNO, IDYES, IDYES, IDYES}, [&](HWND dialog) {
         EXPECT_EQ(TextOf(dialog, IDC_PING_HOST), L"LOCALHOST");
         Press(dialog, IDC_PING_DELETE);  // No: only the field is cleared
         EXPECT_EQ(TextOf(dialog, IDC_PING_HOST), L"");
@@ -58,7 +56,7 @@ TEST(PingDialog, Remembers_the_hosts_and_the_last_one) {
         EXPECT_EQ(Listed(dialog), Texts{});
         SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
-    EXPECT_EQ(asked, Boxes(4, question));
+    EXPECT_EQ(asked, Texts(4, L"Question: Are you sure you want to delete this host? ? Yes/No"));
 }
 
 TEST(PingDialog, The_keyboard_comes_with_the_field_and_goes_with_the_dialog) {

@@ -71,21 +71,14 @@ bool HasColor(const Picture& picture, const RECT& area, COLORREF color);
 // (by pressing a button) stays on the stack until that one has ended; the next steps act on the second one meanwhile.
 using Step = std::function<void(HWND dialog)>;
 
-struct MessageBoxShown {
-    std::wstring text;
-    std::wstring caption;
-    UINT flags = MB_OK;  // MB_... of its buttons and icon
-
-    bool operator==(const MessageBoxShown&) const = default;
-};
-using Boxes = std::vector<MessageBoxShown>;
-void PrintTo(const MessageBoxShown& box, std::ostream* stream);
+using Texts = std::vector<std::wstring>;
 
 // Calls `open`, which runs a modal dialog, and drives it by `steps`; a dialog that is open after the last one is closed
 // with OK. Message boxes do not count as dialogs: each is answered by the next of `answers` (IDOK, IDCANCEL, ...) while
-// the steps wait, and returned in order. It is a failure when the dialog ends before the last step or brings a message
+// the steps wait, and described in order: "Caption: text", "?" or "!" for such an icon, and its buttons unless there is
+// only OK. It is a failure when the dialog ends before the last step or brings a message
 // box too many or too few; one that does not close with OK ends the program.
-Boxes RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
+Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
                       const std::vector<int>& answers = {});
 
 // Where the strip is tapped for a tool, in logical pixels.
@@ -103,7 +96,7 @@ enum ToolPlace {
 
 // Opens a tool by a tap and drives it; see RunDialogScript.
 template <class... Steps>
-Boxes RunTool(const TodayFrame& frame, ToolPlace place, const std::vector<int>& answers, const Steps&... steps) {
+Texts RunTool(const TodayFrame& frame, ToolPlace place, const std::vector<int>& answers, const Steps&... steps) {
     CreatePens();
     const auto scale = static_cast<uint32_t>(ScreenScale());
     return RunDialogScript([&] { DispatchTap(frame.window, place * scale, 10 * scale); }, {steps...}, answers);
@@ -131,7 +124,6 @@ inline void TapScaled(HWND dialog, int x, int y) {
     Tap(dialog, x * ScreenScale(), y * ScreenScale());
 }
 
-using Texts = std::vector<std::wstring>;
 std::wstring TextOf(HWND dialog, int id);
 Texts TextsOf(HWND dialog, const std::vector<int>& ids);
 void TypeInto(HWND dialog, int id, const std::wstring& text);  // replaces the text, with the notifications of typing

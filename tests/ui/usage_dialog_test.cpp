@@ -169,7 +169,7 @@ TEST(ExportDialog, Starts_with_today_and_writes_a_range_that_does_not_end_before
             Press(dialog, IDOK);
         };
         EXPECT_EQ(RunTool(frame, kUsageTool, {IDOK}, OpenExport, start, correct),
-                  (Boxes{{L"Invalid date range!", L"Error", MB_OK | MB_ICONEXCLAMATION}}));
+                  Texts{L"Error: Invalid date range! !"});
         EXPECT_EQ(std::ranges::count(ReadWholeFile(L"out.csv"), '\n'), 5) << "a heading, two days and two sums";
         DeleteFileW(DataPath(L"out.csv").c_str());
     });
