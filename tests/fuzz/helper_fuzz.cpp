@@ -197,7 +197,8 @@ const Bytes kElements =
     Element(0, Text("home")) + Element(1, {0x82, 0x84, 0x8B, 0x96, 0x0C, 0x12, 0x18, 0x24}) + Element(6, {10, 0}) +
     Element(48, {1, 0, 0, 0x0F, 0xAC, 4, 1, 0, 0, 0x0F, 0xAC, 4, 1, 0, 0, 0x0F, 0xAC, 2, 0, 0}) +
     Element(50, {0x30, 0xFF}) +
-    Element(221, {0, 0x50, 0xF2, 1, 1, 0, 0, 0x50, 0xF2, 2, 1, 0, 0, 0x50, 0xF2, 2, 1, 0, 0, 0x50, 0xF2, 1});
+    Element(221, {0, 0x50, 0xF2, 1, 1, 0, 0, 0x50, 0xF2, 2, 1, 0, 0, 0x50, 0xF2, 2, 1, 0, 0, 0x50, 0xF2, 1}) +
+    Bytes{1, 1};  // the last one is cut
 const Bytes kBss = Attribute(NL80211_BSS_BSSID, {2, 0, 0, 0, 0, 1}) + Number<uint32_t>(NL80211_BSS_FREQUENCY, 2437) +
                    Number<uint16_t>(NL80211_BSS_BEACON_INTERVAL, 100) + Number<uint16_t>(NL80211_BSS_CAPABILITY, 0x11) +
                    Number<int32_t>(NL80211_BSS_SIGNAL_MBM, -6650) + Number<uint8_t>(NL80211_BSS_SIGNAL_UNSPEC, 60) +
