@@ -76,7 +76,7 @@ class DayTest(unittest.TestCase):
         route = self.net.ask_ip("device", "route", "show", "default")[0]
         link, = self.net.ask_ip("device", "link", "show", route["dev"])
         address = ipaddress.ip_interface(self.client.address(with_mask=True))
-        with open(f"/etc/netns/{self.net.namespace('device')}/resolv.conf") as file:
+        with open(self.net.resolver) as file:
             servers = re.findall(r"nameserver (\S+)", file.read())
         megabits = int(self.net.run("device", ["cat", f"/sys/class/net/{route['dev']}/speed"]).stdout)
         return [f"Adapter - {route['dev']}", link["address"].upper(), "ethernet", f"{min(megabits, 4294)} Mbps",
@@ -92,9 +92,9 @@ class DayTest(unittest.TestCase):
 
     # What the tools say
 
-    def shows(self, expected, *numbers, seconds=20):
+    def shows(self, expected, *numbers):
         """The controls come to show that."""
-        end = time.monotonic() + seconds
+        end = time.monotonic() + 20
         while (shown := self.tool.texts(*numbers)) != expected and time.monotonic() < end:
             time.sleep(0.1)
         self.assertEqual(shown, expected)

@@ -75,6 +75,7 @@ class Network:
         self.hosts = {host.number: host for host in hosts}
         self.device_number = device_number
         self.prefix = f"qn{os.getpid()}n{Network._count}-"
+        self.resolver = f"/etc/netns/{self.prefix}device/resolv.conf"
         Network._count += 1
         self._stack = contextlib.ExitStack()
 
@@ -116,7 +117,7 @@ class Network:
             self._behave(host)
         self.attach_device()
         # A file of its own from the start: programs that are running see later changes of it, never the machine's.
-        self.set_resolver("device")
+        self.set_resolver()
 
     def _set(self, place, *settings):
         self.run(place, ["sysctl", "-qw", *settings], check=True)
@@ -168,11 +169,10 @@ class Network:
                    **options}
         return subprocess.run(["ip", "netns", "exec", self.namespace(place), *command], timeout=timeout, **options)
 
-    def set_resolver(self, place, *servers):
-        """Names the DNS servers that programs started in this namespace from now on see."""
-        folder = f"/etc/netns/{self.namespace(place)}"
-        os.makedirs(folder, exist_ok=True)
-        with open(f"{folder}/resolv.conf", "w") as file:
+    def set_resolver(self, *servers):
+        """Names the DNS servers that the device's programs started from now on see."""
+        os.makedirs(os.path.dirname(self.resolver), exist_ok=True)
+        with open(self.resolver, "w") as file:
             file.writelines(f"nameserver {server}\n" for server in servers)
 
     def counters(self):

@@ -137,7 +137,7 @@ class DhcpClient:
     def __init__(self, net):
         self.net, self.lease_file = net, f"{net.folder}/dhclient.leases"
         with open(f"{net.folder}/dhclient-script", "w", opener=lambda *path: os.open(*path, 0o755)) as file:
-            file.write(DHCLIENT_SCRIPT.replace("RESOLVER", f"/etc/netns/{net.namespace('device')}/resolv.conf"))
+            file.write(DHCLIENT_SCRIPT.replace("RESOLVER", net.resolver))
         with open(f"{net.folder}/dhclient.conf", "w") as file:
             file.write("request subnet-mask, routers, domain-name-servers, netbios-name-servers;\n"
                        "initial-interval 1; backoff-cutoff 2; timeout 10; retry 2;\n")
@@ -211,16 +211,16 @@ class ScriptedWebServer:
                 time.sleep(piece)
 
 
-def transfer(net, source, target, size, port=4999):
+def transfer(net, source, target, size):
     """Sends `size` payload octets in datagrams from one place to another, and returns when they have arrived."""
     with inside(net.namespace(target)):
         inlet = socket.socket(type=socket.SOCK_DGRAM)
     with inside(net.namespace(source)):
         outlet = socket.socket(type=socket.SOCK_DGRAM)
     with inlet, outlet:
-        inlet.bind(("", port))
+        inlet.bind(("", 4999))
         inlet.settimeout(5)
-        outlet.connect((net.address(target), port))
+        outlet.connect((net.address(target), 4999))
         for sent in range(0, size, 1400):
             outlet.send(b"q" * min(1400, size - sent))
             inlet.recv(65536)

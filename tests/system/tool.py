@@ -68,9 +68,9 @@ class Tool:
         """The rows of a list view, each a list of its columns."""
         return [line.split("\t") for line in self.probe("rows", number).splitlines()]
 
-    def wait_for(self, condition, what, seconds=PATIENCE):
+    def wait_for(self, condition, what):
         """Waits for a condition on the dialog that takes input."""
-        return wait_until(lambda: condition(self.top()[0]), seconds, what, 0.1)
+        return wait_until(lambda: condition(self.top()[0]), PATIENCE, what, 0.1)
 
     # Acting
 

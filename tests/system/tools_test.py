@@ -17,7 +17,7 @@ class PublicAddressTest(unittest.TestCase):
     def test_hostile_answers_are_passed_over_and_dead_servers_cost_seconds(self):
         net = self.enterContext(Network([Host(PRIMARY), Host(FALLBACK), Host(BLACK_HOLE, "blackhole")]))
         net.ip("gateway", "route add unreachable 10.99.0.0/16")
-        net.set_resolver("device", net.address("gateway"))
+        net.set_resolver(net.address("gateway"))
         DhcpServer(net, names={"ip1.quorvane.net": net.address(BLACK_HOLE), "ip2.quorvane.net": net.address(FALLBACK)})
         primary = ScriptedWebServer(net, PRIMARY)
         found, fallback = "203.0.113.7", "198.51.100.9"
