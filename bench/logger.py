@@ -7,7 +7,7 @@ import tempfile
 import time
 
 from programs import memory, processor_seconds
-from scan_networks import Network, plain_hosts
+from scan_networks import Host, Network
 
 AS_OFTEN = (2, 2, 1)  # seconds between polls and between updates, minutes between saves: the shortest that it takes
 CUSTOMARY = (5, 20, 5)
@@ -71,7 +71,7 @@ def _watch_saves(figures, logger):
 
 
 def measure_logger(figures):
-    with Network(plain_hosts(1)) as net, tempfile.TemporaryDirectory() as often, tempfile.TemporaryDirectory() as traced, \
+    with Network([Host(2)]) as net, tempfile.TemporaryDirectory() as often, tempfile.TemporaryDirectory() as traced, \
             tempfile.TemporaryDirectory() as customary:
         trace = f"{traced}/trace"
         ping = net.start("device", ["ping", "-q", "-i", "0.2", net.address(next(iter(net.hosts)))],

@@ -7,8 +7,7 @@ import sys
 import time
 
 from figures import Figures
-from scan_networks import NamedNetwork, run_scans
-from scan_test import expected_hosts
+from scan_networks import NamedNetwork, expected_hosts, run_scans
 from wine import WineSession
 
 RUNS = 5
@@ -69,7 +68,8 @@ def add_runs(figures, count, tool, runs, expected):
 
 
 def compare(figures, count):
-    with NamedNetwork(count, {12: 5, 60: 20}.get(count, 25)) as (net, names), WineSession(net) as wine:
+    with NamedNetwork(count, {12: 5, 60: 20}.get(count, 25)) as (net, names):
+        wine = WineSession(net)
         expected = {address: (hardware, name.decode())
                     for address, (hardware, name) in expected_hosts(net, names).items()}
         known = sum(hardware != "-" for hardware, _ in expected.values())

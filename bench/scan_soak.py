@@ -8,8 +8,7 @@ import sys
 import threading
 
 from figures import Figures
-from scan_networks import NamedNetwork, run_scans
-from scan_test import expected_hosts
+from scan_networks import NamedNetwork, expected_hosts, run_scans
 from wine import WineSession
 
 TICKS = os.sysconf("SC_CLK_TCK")
@@ -72,7 +71,8 @@ def faults_of(results, expected, rounds):
 
 
 def measure_soak(figures, rounds=100, hosts=60):
-    with NamedNetwork(hosts, hosts // 3) as (net, names), WineSession(net) as wine, Watch(net.namespace("device")) as watch:
+    with NamedNetwork(hosts, hosts // 3) as (net, names), Watch(net.namespace("device")) as watch:
+        wine = WineSession(net)
         expected = expected_hosts(net, names)
         try:
             results, left = run_scans(wine, rounds)

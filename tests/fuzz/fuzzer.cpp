@@ -9,8 +9,13 @@
 #include "tests/fakes/scripted_platform.h"
 #include "tests/support/data_folder.h"
 
-std::vector<Fuzzer>& Fuzzers() {
-    static std::vector<Fuzzer> fuzzers;
+Fuzzer::Fuzzer(const char* name, std::vector<const char*> sources, void (*feed)(Input), std::vector<Bytes> seeds)
+    : name(name), sources(std::move(sources)), feed(feed), seeds(std::move(seeds)) {
+    Fuzzers().push_back(this);
+}
+
+std::vector<const Fuzzer*>& Fuzzers() {
+    static std::vector<const Fuzzer*> fuzzers;
     return fuzzers;
 }
 
@@ -32,12 +37,12 @@ Bytes BytesOf(std::string_view text) {
     return {text.begin(), text.end()};
 }
 
-std::string_view TextOf(std::span<const uint8_t> input) {
+std::string_view TextOf(Input input) {
     return {reinterpret_cast<const char*>(input.data()), input.size()};
 }
 
-std::span<const uint8_t> Take(std::span<const uint8_t>& input, size_t bytes) {
-    const auto taken = input.first(std::min(bytes, input.size()));
+Input Take(Input& input, size_t bytes) {
+    const Input taken = input.first(std::min(bytes, input.size()));
     input = input.subspan(taken.size());
     return taken;
 }

@@ -1,24 +1,42 @@
-// Joins the one fuzzer of a program to libFuzzer. With QUORVANE_SEEDS=FOLDER the program writes the fuzzer's seeds
-// there, prints the sources that it is about, and ends.
+// Joins the fuzzer that QUORVANE_FUZZER names to libFuzzer. Without it the program writes every fuzzer's seeds to the
+// folder QUORVANE_CORPUS/NAME, prints a line with its name and its parser's sources, and ends.
 
-#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
-#include <string>
+#include <iostream>
 
 #include "tests/fuzz/fuzzer.h"
 
+namespace {
+
+const Fuzzer* chosen = nullptr;
+
+void Describe(const Fuzzer& fuzzer) {
+    const std::filesystem::path folder = std::filesystem::path(std::getenv("QUORVANE_CORPUS")) / fuzzer.name;
+    std::filesystem::create_directories(folder);
+    for (size_t i = 0; i < fuzzer.seeds.size(); ++i) {
+        std::ofstream(folder / ("seed-" + std::to_string(i)), std::ios::binary) << TextOf(fuzzer.seeds[i]);
+    }
+    std::cout << fuzzer.name;
+    for (const char* source : fuzzer.sources) {
+        std::cout << ' ' << source;
+    }
+    std::cout << '\n';
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    const Fuzzer& fuzzer = Fuzzers().front();
-    if (const char* folder = std::getenv("QUORVANE_SEEDS")) {
-        size_t number = 0;
-        for (const Bytes& seed : fuzzer.seeds()) {
-            std::ofstream file(std::string(folder) + "/seed-" + std::to_string(++number), std::ios::binary);
-            file.write(reinterpret_cast<const char*>(seed.data()), static_cast<std::streamsize>(seed.size()));
+    const char* name = std::getenv("QUORVANE_FUZZER");
+    for (const Fuzzer* fuzzer : Fuzzers()) {
+        if (name == nullptr) {
+            Describe(*fuzzer);
+        } else if (std::string_view(name) == fuzzer->name) {
+            chosen = fuzzer;
         }
-        for (const char* source : fuzzer.sources) {
-            std::puts(source);
-        }
+    }
+    if (chosen == nullptr) {
         std::exit(0);
     }
     PrepareForFuzzing();
@@ -26,6 +44,6 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Fuzzers().front().feed({data, size});
+    chosen->feed({data, size});
     return 0;
 }

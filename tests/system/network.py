@@ -4,13 +4,10 @@ Everything carries a prefix with the owner's process id, so several networks liv
 clears away what one of an owner that is gone left. Needs root.
 """
 import atexit
-import concurrent.futures
 import contextlib
 import ctypes
 import dataclasses
-import fcntl
 import glob
-import ipaddress
 import json
 import os
 import re
@@ -31,53 +28,40 @@ _libc = ctypes.CDLL(None, use_errno=True)
 def wait_until(condition, seconds, what, interval=0.02):
     """Asks until the condition is true and returns its value; fails after the given time."""
     deadline = time.monotonic() + seconds
-    while True:
-        value = condition()
-        if value:
-            return value
+    while not (value := condition()):
         if time.monotonic() > deadline:
             raise TimeoutError(f"not within {seconds} s: {what}")
         time.sleep(interval)
+    return value
 
 
 @contextlib.contextmanager
 def inside(namespace):
     """The calling thread works in the namespace; a socket made here stays in it wherever it is used."""
 
-    def enter(path):
-        descriptor = os.open(path, os.O_RDONLY | os.O_CLOEXEC)
-        try:
-            if _libc.setns(descriptor, CLONE_NEWNET):
-                raise OSError(ctypes.get_errno(), f"setns {path}")
-        finally:
-            os.close(descriptor)
+    def enter(file):
+        if _libc.setns(file.fileno(), CLONE_NEWNET):
+            raise OSError(ctypes.get_errno(), f"setns {file.name}")
 
-    home = os.open("/proc/thread-self/ns/net", os.O_RDONLY | os.O_CLOEXEC)
-    enter(f"/run/netns/{namespace}")
-    try:
-        yield
-    finally:
-        enter(f"/proc/self/fd/{home}")
-        os.close(home)
+    with open("/proc/thread-self/ns/net") as home, open(f"/run/netns/{namespace}") as there:
+        enter(there)
+        try:
+            yield
+        finally:
+            enter(home)
 
 
 @dataclasses.dataclass(frozen=True)
 class Host:
     """behaviour: answers; drops (no echo reply, all else works); blackhole (answers ARP, nothing else);
-    late (echo replies after `delay` seconds). `also`: further numbers on the same hardware address."""
+    late (echo replies after `delay` seconds)."""
     number: int
     behaviour: str = "answers"
-    also: tuple = ()
     delay: float = 0.0
 
     @property
     def hardware(self):
         return f"02:51:56:00:00:{self.number:02x}"
-
-
-def plain_hosts(count, taken=(1, 33)):
-    """Hosts that answer, on the first free numbers from 2 on."""
-    return [Host(number) for number in range(2, 255) if number not in taken][:count]
 
 
 class Network:
@@ -91,16 +75,17 @@ class Network:
         self.hosts = {host.number: host for host in hosts}
         self.device_number = device_number
         self.prefix = f"qn{os.getpid()}n{Network._count}-"
+        self.resolver = f"/etc/netns/{self.prefix}device/resolv.conf"
         Network._count += 1
         self._stack = contextlib.ExitStack()
-        self._started = []
 
     # Life
 
     def __enter__(self):
         remove_remains()
-        self.folder = tempfile.mkdtemp(prefix=self.prefix)
+        self.at_close(_remove, self.prefix)
         atexit.register(self.close)
+        self.folder = tempfile.mkdtemp(prefix=self.prefix)
         try:
             self._build()
         except BaseException:
@@ -113,46 +98,45 @@ class Network:
 
     def close(self):
         self._stack.close()
-        for process in reversed(self._started):
-            stop(process)
-        _remove(self.prefix)
-        shutil.rmtree(self.folder, ignore_errors=True)
-        atexit.unregister(self.close)
+
+    def at_close(self, action, *arguments):
+        self._stack.callback(action, *arguments)
 
     def _build(self):
         places = ["lan", "device", "gateway", *self.hosts]
         _batch([f"netns add {self.namespace(place)}" for place in places])
         for place in places:
-            self.sysctl(place, {"net/ipv6/conf/all/disable_ipv6": 1, "net/ipv6/conf/default/disable_ipv6": 1})
-        links = ["link add bridge type bridge forward_delay 0 mcast_snooping 0", "link set bridge up"]
-        links += self._port("gateway", self.gateway_mac)
-        for host in self.hosts.values():
-            links += self._port(host.number, host.hardware)
-        self.ip("lan", *links)
-        self.ip("gateway", "link set lo up", "link set eth0 up", f"addr add {self.address('gateway')}/24 dev eth0")
+            self._set(place, "net.ipv6.conf.all.disable_ipv6=1", "net.ipv6.conf.default.disable_ipv6=1")
+            self.ip(place, "link set lo up")
+        self.ip("lan", "link add bridge type bridge forward_delay 0 mcast_snooping 0", "link set bridge up")
+        self._connect("gateway", 1, self.gateway_mac)
         # Refusals of the gateway are wanted every time, whatever other networks of this machine send meanwhile.
-        self.sysctl("gateway", {"net/ipv4/ip_forward": 1, "net/ipv4/icmp_ratemask": 0})
-        with concurrent.futures.ThreadPoolExecutor(4) as pool:
-            list(pool.map(self._raise_host, self.hosts.values()))
-        self.ip("device", "link set lo up")
+        self._set("gateway", "net.ipv4.ip_forward=1", "net.ipv4.icmp_ratemask=0")
+        for host in self.hosts.values():
+            self._connect(host.number, host.number, host.hardware)
+            self._behave(host)
         self.attach_device()
         # A file of its own from the start: programs that are running see later changes of it, never the machine's.
-        self.set_resolver("device")
+        self.set_resolver()
 
-    def _port(self, place, mac):
-        return [f"link add p{place} up master bridge type veth"
-                f" peer name eth0 address {mac} netns {self.namespace(place)}"]
+    def _set(self, place, *settings):
+        self.run(place, ["sysctl", "-qw", *settings], check=True)
 
-    def _raise_host(self, host):
-        self.ip(host.number, "link set lo up", "link set eth0 up",
-                *[f"addr add {self.address(number)}/24 dev eth0" for number in (host.number, *host.also)],
-                f"route add default via {self.address('gateway')}")
-        self.sysctl(host.number, {"net/ipv4/icmp_echo_ignore_all": int(host.behaviour in ("drops", "late"))})
+    def _connect(self, place, number, mac):
+        self.ip("lan", f"link add p{place} up master bridge type veth"
+                       f" peer name eth0 address {mac} netns {self.namespace(place)}")
+        self.ip(place, "link set eth0 up", f"addr add {self.address(number)}/24 dev eth0")
+
+    def _behave(self, host):
+        if host.behaviour in ("drops", "late"):
+            self._set(host.number, "net.ipv4.icmp_echo_ignore_all=1")
         if host.behaviour == "blackhole":
             self.ip(host.number, f"route add blackhole {self.address('device')}/32")
-        elif host.behaviour == "late":
+        if host.behaviour == "late":
             # This kernel need not have a delaying queue: replies are written by hand.
-            self._answer_late(host.number, host.delay)
+            with inside(self.namespace(host.number)):
+                link = socket.socket(socket.AF_INET, socket.SOCK_RAW, socket.IPPROTO_ICMP)
+            threading.Thread(target=_answer_late, args=[link, host.delay], daemon=True).start()
 
     # Asking and telling
 
@@ -166,18 +150,17 @@ class Network:
     def ip(self, place, *commands):
         _batch(commands, self.namespace(place))
 
-    def sysctl(self, place, values):
-        with inside(self.namespace(place)):
-            for name, value in values.items():
-                with open(f"/proc/sys/{name}", "w") as file:
-                    file.write(str(value))
+    def ask_ip(self, place, *words):
+        """The records that this command shows."""
+        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", *words], check=True, capture_output=True)
+        return json.loads(shown.stdout)
 
     def start(self, place, command, **options):
         """Starts a program in a namespace; it ends with the network at the latest. Its process id is its own."""
         # Some daemons end when a pipe on their standard input does.
         options = {"stdin": subprocess.DEVNULL, **options}
         process = subprocess.Popen(["ip", "netns", "exec", self.namespace(place), *command], **options)
-        self._started.append(process)
+        self.at_close(stop, process)
         return process
 
     def run(self, place, command, timeout=30, **options):
@@ -186,35 +169,21 @@ class Network:
                    **options}
         return subprocess.run(["ip", "netns", "exec", self.namespace(place), *command], timeout=timeout, **options)
 
-    def socket(self, place, kind=socket.SOCK_DGRAM, protocol=0):
-        with inside(self.namespace(place)):
-            made = socket.socket(socket.AF_INET, kind, protocol)
-        made.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
-        return made
-
-    def at_close(self, action):
-        self._stack.callback(action)
-
-    def set_resolver(self, place, *servers):
-        """Names the DNS servers that programs started in this namespace from now on see."""
-        folder = f"/etc/netns/{self.namespace(place)}"
-        os.makedirs(folder, exist_ok=True)
-        with open(f"{folder}/resolv.conf", "w") as file:
+    def set_resolver(self, *servers):
+        """Names the DNS servers that the device's programs started from now on see."""
+        os.makedirs(os.path.dirname(self.resolver), exist_ok=True)
+        with open(self.resolver, "w") as file:
             file.writelines(f"nameserver {server}\n" for server in servers)
 
-    def counters(self, place="device", link="eth0"):
-        """The kernel's own octet counters of a link: (received, transmitted)."""
-        statistics = self._ask_ip(place, "-s", "link", "show", link)[0]["stats64"]
+    def counters(self):
+        """The kernel's own octet counters of the device's adapter: (received, transmitted)."""
+        statistics = self.ask_ip("device", "-s", "link", "show", "eth0")[0]["stats64"]
         return statistics["rx"]["bytes"], statistics["tx"]["bytes"]
 
-    def neighbour(self, number, place="device"):
-        """The hardware address that a namespace's ARP table holds for a host, or an empty text."""
-        rows = self._ask_ip(place, "neigh", "show", self.address(number))
+    def neighbour(self, address):
+        """The hardware address that the device's ARP table holds for an address, or an empty text."""
+        rows = self.ask_ip("device", "neigh", "show", address)
         return rows[0].get("lladdr", "") if rows else ""
-
-    def _ask_ip(self, place, *words):
-        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", *words], check=True, capture_output=True)
-        return json.loads(shown.stdout)
 
     # The device's adapter
 
@@ -241,101 +210,63 @@ class Network:
         """The bridge hears of a link that came up a moment later, and drops what comes before."""
 
         def forwards():
-            links = self._ask_ip("lan", "-d", "link", "show", "master", "bridge")
+            links = self.ask_ip("lan", "-d", "link", "show", "master", "bridge")
             return all(link["linkinfo"]["info_slave_data"]["state"] == "forwarding" for link in links)
 
         wait_until(forwards, 10, "the bridge forwards")
 
-    # Behaviours
 
-    def _answer_late(self, number, delay):
-        link = self.socket(number, socket.SOCK_RAW, socket.IPPROTO_ICMP)
-
-        def serve():
-            with contextlib.suppress(OSError):
-                while packet := link.recv(2048):
-                    header = (packet[0] & 15) * 4
-                    if packet[header] == ECHO_REQUEST:
-                        time.sleep(delay)
-                        body = bytes(4) + packet[header + 4:]
-                        reply = body[:2] + struct.pack("!H", _checksum(body)) + body[4:]
-                        link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
-
-        serve_in_background(self, link, serve)
-
-    def refuse_by_gateway(self, destination):
-        """The gateway answers "unreachable" for this network."""
-        self.ip("gateway", f"route add unreachable {destination}")
-
-    def redirect_by_gateway(self, destination, number):
-        """The gateway redirects the device to a host, which owns the network's first address."""
-        first = next(ipaddress.ip_network(destination).hosts())
-        self.ip(number, f"addr add {first}/32 dev lo")
-        self.ip("gateway", f"route add {destination} via {self.address(number)}")
-        return str(first)
-
-
-def serve_in_background(net, link, serve):
-    """Runs serve() in a thread until the network closes the socket it reads from."""
-
-    def end():
-        with contextlib.suppress(OSError):
-            link.shutdown(socket.SHUT_RDWR)
-        link.close()
-
-    net.at_close(end)
-    threading.Thread(target=serve, daemon=True).start()
+def _answer_late(link, delay):
+    while packet := link.recv(2048):
+        header = (packet[0] & 15) * 4
+        kind, code, checksum = struct.unpack_from("!BBH", packet, header)
+        if kind == ECHO_REQUEST:
+            time.sleep(delay)
+            # One's complement: what the type loses, the sum gains.
+            checksum += ECHO_REQUEST << 8
+            reply = struct.pack("!BBH", 0, code, (checksum + (checksum >> 16)) & 0xFFFF) + packet[header + 4:]
+            link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
 
 
 def stop(process, patience=3):
     """Ends a started program: politely, then by force."""
-    if process.poll() is None:
-        process.terminate()
-        try:
-            process.wait(patience)
-        except subprocess.TimeoutExpired:
-            process.kill()
-            process.wait()
-    for stream in (process.stdin, process.stdout, process.stderr):
-        if stream:
-            stream.close()
+    process.terminate()
+    try:
+        process.wait(patience)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
+    if process.stdout:
+        process.stdout.close()
 
 
-def owner_lives(prefix):
-    owner = re.match(r"qn(\d+)n", prefix)
-    return owner is not None and os.path.exists(f"/proc/{owner[1]}")
+def _names():
+    return os.listdir("/run/netns") if os.path.isdir("/run/netns") else []
 
 
 def remove_remains():
-    """Clears away what networks of dead owners left; one process at a time."""
-    with open("/run/quorvane-network.lock", "w") as lock:
-        fcntl.flock(lock, fcntl.LOCK_EX)
-        names = os.listdir("/run/netns") if os.path.isdir("/run/netns") else []
-        for prefix in {found[0] for name in names if (found := re.match(r"qn\d+n\d+-", name))}:
-            if not owner_lives(prefix):
-                _remove(prefix)
-                for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
-                    shutil.rmtree(folder, ignore_errors=True)
+    """Clears away what networks of dead owners left; others may do so, too."""
+    found = filter(None, (re.match(r"qn(\d+)n\d+-", name) for name in _names()))
+    for prefix in {match[0] for match in found if not os.path.exists(f"/proc/{match[1]}")}:
+        _remove(prefix)
 
 
 def _remove(prefix):
-    """Ends every process inside the namespaces of a prefix, then deletes these."""
-    names = [name for name in os.listdir("/run/netns") if name.startswith(prefix)]
-    inodes = {os.stat(f"/run/netns/{name}").st_ino for name in names}
+    """Ends every process inside the namespaces of a prefix, then deletes these and its files."""
 
-    def end_inhabitants():
-        found = 0
-        for process in filter(str.isdigit, os.listdir("/proc")):
-            with contextlib.suppress(OSError):
-                if os.stat(f"/proc/{process}/ns/net").st_ino in inodes:
-                    os.kill(int(process), signal.SIGKILL)
-                    found += 1
+    def end_inhabitants(name):
+        found = subprocess.run(["ip", "netns", "pids", name], capture_output=True, text=True).stdout.split()
+        for process in found:
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(int(process), signal.SIGKILL)
         return not found
 
-    wait_until(end_inhabitants, 5, f"processes of {prefix} end")
-    _batch([f"netns del {name}" for name in names])
-    for name in names:
+    for name in [name for name in _names() if name.startswith(prefix)]:
+        wait_until(lambda: end_inhabitants(name), 5, f"processes of {name} end")
+        subprocess.run(["ip", "netns", "del", name], stderr=subprocess.DEVNULL)
         shutil.rmtree(f"/etc/netns/{name}", ignore_errors=True)
+    for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
+        shutil.rmtree(folder, ignore_errors=True)
 
 
 def _batch(commands, namespace=None):
@@ -343,9 +274,3 @@ def _batch(commands, namespace=None):
     done = subprocess.run(["ip", *where, "-batch", "-"], input="\n".join(commands), text=True, capture_output=True)
     if done.returncode:
         raise RuntimeError(f"ip {' '.join(where)}: {done.stderr.strip()}")
-
-
-def _checksum(data):
-    total = sum(struct.unpack(f"!{len(data) // 2}H", data[:len(data) // 2 * 2]))
-    total = (total & 0xFFFF) + (total >> 16)
-    return ~(total + (total >> 16)) & 0xFFFF

@@ -1,5 +1,5 @@
 """The Today host as a person uses it: taps of a mouse on its screen, and its dialogs read by the probe program."""
-import dataclasses
+import collections
 import subprocess
 
 from network import stop, wait_until
@@ -13,12 +13,8 @@ GRAPH, SIGNAL = 25, 58
 PATIENCE = 60
 
 
-@dataclasses.dataclass(frozen=True)
-class Control:
-    kind: str
-    enabled: bool
-    middle: tuple  # on the monitor
-    text: str
+# `middle` is a place on the monitor.
+Control = collections.namedtuple("Control", "kind enabled middle text")
 
 
 class Tool:
@@ -72,9 +68,9 @@ class Tool:
         """The rows of a list view, each a list of its columns."""
         return [line.split("\t") for line in self.probe("rows", number).splitlines()]
 
-    def wait_for(self, condition, what, seconds=PATIENCE):
+    def wait_for(self, condition, what):
         """Waits for a condition on the dialog that takes input."""
-        return wait_until(lambda: condition(self.top()[0]), seconds, what, 0.1)
+        return wait_until(lambda: condition(self.top()[0]), PATIENCE, what, 0.1)
 
     # Acting
 
@@ -84,7 +80,7 @@ class Tool:
 
     def click(self, x, y):
         # Inside the namespace: displays of several namespaces may have the same number.
-        self.wine.net.run(self.wine.place, ["xdotool", "mousemove", str(x), str(y), "click", "1"],
+        self.wine.net.run("device", ["xdotool", "mousemove", str(x), str(y), "click", "1"],
                           env=self.wine.variables, check=True)
 
     def tap_screen(self, x, y):

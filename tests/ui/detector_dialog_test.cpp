@@ -33,14 +33,11 @@ void UseNetwork(bool holdLastEcho) {
     SafeListAdd({{2, 0, 0, 0, 0, 0x02}});
 }
 
-HWND List(HWND dialog) {
-    return GetDlgItem(dialog, IDC_DETECTOR_HOSTS);
-}
-
 // Rows as "=IP=MAC image".
 Texts Hosts(HWND dialog) {
-    Texts rows = RowsOf(List(dialog), 3);
-    const std::vector<int> images = ImagesOf(List(dialog));
+    HWND list = GetDlgItem(dialog, IDC_DETECTOR_HOSTS);
+    Texts rows = RowsOf(list, 3);
+    const std::vector<int> images = ImagesOf(list);
     for (size_t row = 0; row < rows.size(); ++row) {
         rows[row] += L" " + std::to_wstring(images[row]);
     }
@@ -50,7 +47,6 @@ Texts Hosts(HWND dialog) {
 const Texts kSorted = {L"=127.0.0.2=02:00:00:00:00:02 1", L"=127.0.0.33=02:00:00:00:00:33 1",
                        L"=127.0.0.77=02:00:00:00:00:77 0", L"=127.0.0.200= 0"};
 const Texts kDiscovered(kSorted.rbegin(), kSorted.rend());
-const Texts kNone;
 
 LRESULT Progress(HWND dialog) {
     return SendDlgItemMessageW(dialog, IDC_DETECTOR_PROGRESS, PBM_GETPOS, 0, 0);
@@ -67,16 +63,17 @@ void WaitForScan() {
 }
 
 void TapRow(HWND dialog, int row, int column) {
+    HWND list = GetDlgItem(dialog, IDC_DETECTOR_HOSTS);
     RECT area = {};
-    ListView_GetSubItemRect(List(dialog), row, column, LVIR_BOUNDS, &area);
-    Tap(List(dialog), area.left + 20, (area.top + area.bottom) / 2);
+    ListView_GetSubItemRect(list, row, column, LVIR_BOUNDS, &area);
+    Tap(list, area.left + 20, (area.top + area.bottom) / 2);
 }
 
 TEST(DetectorDialog, Lists_hosts_as_they_answer_and_orders_them_at_the_end) {
-    ForEachScreen([](TodayFrame& frame, SIZE) {
+    ForEachScreen([](TodayFrame& frame) {
         UseNetwork(true);
         RunTool(frame, kDetectorTool, {}, [&](HWND dialog) {
-            ExpectReadable(dialog, frame.window);
+            ExpectReadable(dialog, frame);
             EXPECT_FALSE(IsEnabled(dialog, IDC_DETECTOR_EXPORT));
             EXPECT_EQ(Progress(dialog), 0);
             DetectHosts(dialog);
@@ -95,35 +92,28 @@ TEST(DetectorDialog, Lists_hosts_as_they_answer_and_orders_them_at_the_end) {
 }
 
 TEST(DetectorDialog, Taps_move_hosts_in_and_out_of_the_safe_list) {
-    const TodayFrame frame(kScreenSizes[0]);
+    const TodayFrame frame;
     UseNetwork(false);
-    const MacAddress stranger = {{2, 0, 0, 0, 0, 0x77}};
-    const Boxes boxes = RunTool(frame, kDetectorTool, {IDNO, IDYES, IDYES, IDOK}, [&](HWND dialog) {
+    const Texts boxes = RunTool(frame, kDetectorTool, {IDNO, IDYES, IDYES, IDOK}, [&](HWND dialog) {
         Press(dialog, IDC_DETECTOR_DETECT);
         WaitForScan();
-        TapRow(dialog, 2, 0);  // No
-        EXPECT_EQ(Hosts(dialog), kSorted);
-        TapRow(dialog, 2, 1);  // Yes
-        EXPECT_EQ(ImagesOf(List(dialog)), (std::vector<int>{1, 1, 1, 0}));
-        EXPECT_TRUE(SafeListContains(stranger));
-        TapRow(dialog, 2, 0);  // Yes
-        EXPECT_FALSE(SafeListContains(stranger));
-        TapRow(dialog, 1, 0);  // the device itself
-        TapRow(dialog, 3, 0);  // has no hardware address
-        EXPECT_EQ(Hosts(dialog), kSorted);
+        // No, Yes, Yes; nothing is asked about the device itself or a host without hardware address.
+        const std::pair<int, wchar_t> taps[] = {{2, L'0'}, {2, L'1'}, {2, L'0'}, {1, L'1'}, {3, L'0'}};
+        for (const auto& [row, image] : taps) {
+            TapRow(dialog, row, row % 2);
+            EXPECT_EQ(Hosts(dialog)[static_cast<size_t>(row)].back(), image);
+            EXPECT_EQ(SafeListContains({{2, 0, 0, 0, 0, 0x77}}), Hosts(dialog)[2].back() == L'1');
+        }
         Press(dialog, IDC_DETECTOR_EXPORT);
         SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
     ASSERT_EQ(boxes.size(), 4U);
-    const UINT question = MB_YESNO | MB_ICONQUESTION;
-    EXPECT_EQ(boxes[1], (MessageBoxShown{L"Add 127.0.0.77 to safe list?", L"Question", question}));
-    EXPECT_EQ(boxes[2], (MessageBoxShown{L"Delete 127.0.0.77 from safe list?", L"Question", question}));
-    const std::wstring told = L"Data output to: ";
-    ASSERT_EQ(boxes[3].text.substr(0, told.size()), told);
-    EXPECT_EQ(boxes[3].caption, L"Infomation");
-    const std::wstring path = boxes[3].text.substr(told.size());
-    const Bytes report = ReadWholePath(path);
-    EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 5) << "a heading and four hosts";
+    EXPECT_EQ(boxes[1], L"Question: Add 127.0.0.77 to safe list? ? Yes/No");
+    EXPECT_EQ(boxes[2], L"Question: Delete 127.0.0.77 from safe list? ? Yes/No");
+    const std::wstring told = L"Infomation: Data output to: ";
+    ASSERT_TRUE(boxes[3].starts_with(told));
+    const std::wstring path = boxes[3].substr(told.size());
+    EXPECT_EQ(std::ranges::count(ReadWholePath(path), '\n'), 5) << "a heading and four hosts";
     DeleteFileW(path.c_str());
 }
 
@@ -143,7 +133,7 @@ LRESULT CALLBACK EndScanFirst(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 TEST(DetectorDialog, An_answer_after_the_rows_were_ordered_marks_the_right_row) {
-    const TodayFrame frame(kScreenSizes[0]);
+    const TodayFrame frame;
     UseNetwork(true);
     RunTool(frame, kDetectorTool, {IDYES}, [&](HWND dialog) {
         DetectHosts(dialog);
@@ -158,28 +148,23 @@ TEST(DetectorDialog, An_answer_after_the_rows_were_ordered_marks_the_right_row) 
 }
 
 TEST(DetectorDialog, A_scan_may_be_started_again_or_left_at_any_time) {
-    const TodayFrame frame(kScreenSizes[0]);
+    const TodayFrame frame;
     UseNetwork(true);
-    RunTool(frame, kDetectorTool, {}, [&](HWND dialog) {
+    const Texts boxes = RunTool(frame, kDetectorTool, {IDOK}, [&](HWND dialog) {
         DetectHosts(dialog);
         Press(dialog, IDC_DETECTOR_DETECT);
-        EXPECT_EQ(Hosts(dialog), kNone);
+        EXPECT_EQ(Hosts(dialog), Texts{});
         EXPECT_FALSE(IsEnabled(dialog, IDC_DETECTOR_EXPORT));
         EXPECT_EQ(Progress(dialog), 0);
-    });
-    EXPECT_EQ(scanState.table, nullptr);
-    const Boxes boxes = RunTool(frame, kDetectorTool, {IDOK}, [&](HWND dialog) {
-        EXPECT_EQ(Hosts(dialog), kNone);
-        lastEchoHeld = false;
-        Press(dialog, IDC_DETECTOR_DETECT);
-        WaitForScan();
+        WaitUntil([&] { return Hosts(dialog) == kDiscovered; });
         scripted::system.adapters.clear();
         Press(dialog, IDC_DETECTOR_DETECT);
-        EXPECT_EQ(Hosts(dialog), kSorted) << "without an address the rows stay";
+        EXPECT_EQ(Hosts(dialog), kDiscovered) << "without an address the rows stay";
         EXPECT_FALSE(IsEnabled(dialog, IDC_DETECTOR_EXPORT));
-        EXPECT_EQ(Progress(dialog), 0);
     });
-    EXPECT_EQ(boxes, (Boxes{{L"Cannot get current IP address!", L"Error"}}));
+    EXPECT_EQ(boxes, Texts{L"Error: Cannot get current IP address!"});
+    EXPECT_EQ(scanState.table, nullptr);
+    lastEchoHeld = false;
 }
 
 }  // namespace

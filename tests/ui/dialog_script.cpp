@@ -1,15 +1,15 @@
 // A thread timer drives the script: its messages come only when nothing else waits, paints included, and in whatever
 // modal loop runs at that moment.
 
-#include "tests/ui/dialog_script.h"
+#include <chrono>
+#include <iostream>
 
-#include <gtest/gtest.h>
+#include "tests/ui/ui_test.h"
 
 namespace ui {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::seconds kWatchdog(30);
 
 struct Script {
     const std::vector<Step>& steps;
@@ -17,9 +17,8 @@ struct Script {
     size_t nextStep = 0;
     HWND busyDialog = nullptr;    // the one that a step on the stack acts on
     HWND closedDialog = nullptr;  // the last one that OK was pressed on
-    Clock::time_point deadline = Clock::now() + kWatchdog;
-    bool abandoned = false;
-    Boxes messageBoxes = {};
+    Clock::time_point deadline = Clock::now() + std::chrono::seconds(30);
+    Texts messageBoxes = {};
 };
 
 Script* script = nullptr;
@@ -44,36 +43,27 @@ HWND FrontDialog() {
     return front;
 }
 
-bool IsPropertySheet(HWND dialog) {
-    return FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr) != nullptr;
-}
-
 // The system makes message boxes and property sheets itself.
 bool IsMessageBox(HWND dialog) {
     const auto owner = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(dialog, GWLP_HINSTANCE));
-    return owner != GetModuleHandleW(nullptr) && !IsPropertySheet(dialog);
+    return owner != GetModuleHandleW(nullptr) && FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr) == nullptr;
 }
 
-// IDI_HAND to IDI_ASTERISK and MB_ICONHAND to MB_ICONASTERISK are in the same order.
-UINT IconFlagOf(LRESULT icon) {
-    for (UINT i = 0; i < 4; ++i) {
-        if (reinterpret_cast<LRESULT>(LoadIconW(nullptr, MAKEINTRESOURCEW(32513 + i))) == icon) {
-            return MB_ICONHAND * (i + 1);
-        }
+std::wstring Describe(HWND box) {
+    std::wstring shown = WindowText(box) + L": ";
+    for (HWND label = nullptr; (label = FindWindowExW(box, label, L"Static", nullptr)) != nullptr;) {
+        shown += WindowText(label);
     }
-    return 0;
-}
-
-MessageBoxShown Describe(HWND box) {
-    const bool cancels = GetDlgItem(box, IDCANCEL) != nullptr && GetDlgItem(box, IDOK) != nullptr;
-    MessageBoxShown shown = {L"", WindowText(box)};
-    shown.flags = static_cast<UINT>(GetDlgItem(box, IDYES) != nullptr ? MB_YESNO : cancels ? MB_OKCANCEL : MB_OK);
-    HWND label = nullptr;
-    while ((label = FindWindowExW(box, label, L"Static", nullptr)) != nullptr) {
-        shown.text += WindowText(label);
-        shown.flags |= IconFlagOf(SendMessageW(label, STM_GETICON, 0, 0));
+    for (HWND label = nullptr; (label = FindWindowExW(box, label, L"Static", nullptr)) != nullptr;) {
+        const auto icon = reinterpret_cast<HICON>(SendMessageW(label, STM_GETICON, 0, 0));
+        shown += icon == LoadIconW(nullptr, IDI_QUESTION)  ? L" ?"
+                 : icon == LoadIconW(nullptr, IDI_WARNING) ? L" !"
+                                                           : L"";
     }
-    return shown;
+    if (GetDlgItem(box, IDYES) != nullptr) {
+        return shown + L" Yes/No";
+    }
+    return GetDlgItem(box, IDOK) != nullptr && GetDlgItem(box, IDCANCEL) != nullptr ? shown + L" OK/Cancel" : shown;
 }
 
 void Answer(HWND box) {
@@ -87,53 +77,31 @@ void Answer(HWND box) {
     SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
 }
 
-void Abandon(HWND front, const char* reason) {
-    if (!script->abandoned) {
-        ADD_FAILURE() << reason << " (step " << script->nextStep << " of " << script->steps.size() << ")";
-    }
-    script->abandoned = true;
-    if (IsPropertySheet(front)) {
-        SendMessageW(front, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
-    } else {
-        EndDialog(front, -1);
-    }
-}
-
-void ActOn(HWND front) {
-    HWND outerDialog = std::exchange(script->busyDialog, front);
-    script->steps[script->nextStep++](front);
-    script->busyDialog = outerDialog;
-}
-
 void Advance() {
     HWND front = FrontDialog();
+    if (Clock::now() > script->deadline) {
+        std::cerr << "a dialog outlived the watchdog at step " << script->nextStep << std::endl;
+        std::abort();
+    }
     if (front == nullptr) {
         return;
     }
-    if (script->abandoned || Clock::now() > script->deadline) {
-        Abandon(front, "the dialog outlived the watchdog");
-    } else if (IsMessageBox(front)) {
+    if (IsMessageBox(front)) {
         Answer(front);
     } else if (front == script->busyDialog) {
         return;  // the step waits for something
     } else if (script->nextStep < script->steps.size()) {
-        ActOn(front);
-    } else if (script->closedDialog != front) {
-        script->closedDialog = front;
+        HWND outerDialog = std::exchange(script->busyDialog, front);
+        script->steps[script->nextStep++](front);
+        script->busyDialog = outerDialog;
+    } else if (std::exchange(script->closedDialog, front) != front) {
         Press(front, IDOK);
-    } else {
-        Abandon(front, "the dialog does not close with OK");
     }
 }
 
 }  // namespace
 
-void PrintTo(const MessageBoxShown& box, std::ostream* stream) {
-    const std::wstring text = box.caption + L": " + box.text;
-    *stream << std::string(text.begin(), text.end()) << " (" << box.flags << ")";
-}
-
-Boxes RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
+Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
                       const std::vector<int>& answers) {
     Script run{steps, answers};
     script = &run;
@@ -145,15 +113,13 @@ Boxes RunDialogScript(const std::function<void()>& open, const std::vector<Step>
     open();
     KillTimer(nullptr, timer);
     script = nullptr;
-    if (!run.abandoned) {
-        EXPECT_EQ(run.nextStep, steps.size()) << "the dialog ended (or never came) before its last step";
-        EXPECT_EQ(run.messageBoxes.size(), answers.size()) << "message boxes shown and expected";
-    }
+    EXPECT_EQ(run.nextStep, steps.size()) << "the dialog ended (or never came) before its last step";
+    EXPECT_EQ(run.messageBoxes.size(), answers.size()) << "message boxes shown and expected";
     return run.messageBoxes;
 }
 
-void WaitUntil(const std::function<bool()>& done, std::chrono::seconds timeout) {
-    const auto deadline = Clock::now() + timeout;
+void WaitUntil(const std::function<bool()>& done) {
+    const auto deadline = Clock::now() + std::chrono::seconds(15);
     while (!done()) {
         if (Clock::now() > deadline) {
             ADD_FAILURE() << "what the step waits for does not come";
@@ -212,11 +178,7 @@ Texts RowsOf(HWND list, int columns) {
     for (size_t row = 0; row < rows.size(); ++row) {
         for (int column = 0; column < columns; ++column) {
             wchar_t text[260] = {};
-            LVITEMW item = {};
-            item.iSubItem = column;
-            item.pszText = text;
-            item.cchTextMax = 260;
-            SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
+            ListView_GetItemText(list, static_cast<int>(row), column, text, 260);
             rows[row] += (column == 0 ? L"" : L"=") + std::wstring(text);
         }
     }
@@ -235,13 +197,16 @@ std::vector<int> ImagesOf(HWND list) {
     return images;
 }
 
-COLORREF PixelAt(HWND window, int x, int y) {
-    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    // A cached context reaches the children; the window's own may clip them away.
-    HDC context = GetDCEx(window, nullptr, DCX_CACHE);
-    const COLORREF color = GetPixel(context, x, y);
-    ReleaseDC(window, context);
-    return color;
+void PickDate(HWND dialog, int picker, const SYSTEMTIME& date, DWORD validity) {
+    NMDATETIMECHANGE change = {};
+    change.nmhdr = {GetDlgItem(dialog, picker), static_cast<UINT_PTR>(picker), static_cast<UINT>(DTN_DATETIMECHANGE)};
+    change.dwFlags = validity;
+    change.st = date;
+    if (validity == GDT_VALID) {
+        SendDlgItemMessageW(dialog, picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&change.st));
+    }
+    SendMessageW(dialog, WM_NOTIFY, static_cast<WPARAM>(picker), reinterpret_cast<LPARAM>(&change));
+    UpdateWindow(dialog);
 }
 
 }  // namespace ui

@@ -13,16 +13,13 @@ namespace {
 
 enum Page { kAdapterPage, kOptionsPage, kAboutPage };
 
-void ShowPage(HWND sheet, Page page) {
+HWND ShowPage(HWND sheet, Page page) {
     SendMessageW(sheet, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
-}
-
-HWND CurrentPage(HWND sheet) {
     return reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
 }
 
 template <class... Steps>
-Boxes RunOptions(const TodayFrame& frame, const std::vector<int>& answers, const Steps&... steps) {
+Texts RunOptions(const TodayFrame& frame, const std::vector<int>& answers, const Steps&... steps) {
     const auto open = [&] {
         EXPECT_EQ(platform::RunDialog(itemState.instance, IDD_TODAY_OPTIONS, frame.window, CustomItemOptionsDlgProc),
                   1);
@@ -30,24 +27,13 @@ Boxes RunOptions(const TodayFrame& frame, const std::vector<int>& answers, const
     return RunDialogScript(open, {steps...}, answers);
 }
 
-Step OnOptionsPage(const std::function<void(HWND page)>& act) {
-    return [act](HWND sheet) {
-        ShowPage(sheet, kOptionsPage);
-        act(CurrentPage(sheet));
-    };
-}
-
 std::optional<uint32_t> StoredNumber(const wchar_t* name) {
     uint32_t value = 0;
     return ReadNumberSetting(name, &value) ? std::optional(value) : std::nullopt;
 }
 
-Texts ListedLogs(HWND page) {
-    return RowsOf(GetDlgItem(page, IDC_OPTIONS_LOGS), 2);
-}
-
 TEST(OptionsSheet, Fills_the_screen_and_shows_three_pages) {
-    ForEachScreen([](TodayFrame& frame, SIZE screen) {
+    ForEachScreen([](TodayFrame& frame) {
         scripted::system.adapters = {{.description = "Realtek PCIe GbE"}};
         UseEmptyDataFolder();
         WriteWholeFile(L"200611.log", {});
@@ -56,24 +42,27 @@ TEST(OptionsSheet, Fills_the_screen_and_shows_three_pages) {
         const auto adapter = [&](HWND sheet) {
             RECT area = {};
             GetWindowRect(sheet, &area);
-            EXPECT_EQ(area.right - area.left, screen.cx);
-            EXPECT_EQ(area.bottom - area.top, screen.cy - TaskbarHeightOf(screen));
-            EXPECT_EQ(TextOf(CurrentPage(sheet), IDC_PAGE_HEADER), L"Today: Quorvane");
+            EXPECT_EQ(area.right - area.left, itemState.screenWidth);
+            EXPECT_EQ(area.bottom - area.top, itemState.screenHeight - FrameTaskbarHeight());
             EXPECT_FALSE(IsWindowVisible(GetDlgItem(sheet, IDCANCEL)));
-            EXPECT_EQ(RowsOf(GetDlgItem(CurrentPage(sheet), IDC_ADAPTER_PAGE_LIST), 2)[0], L"Adapter=Realtek PCIe GbE");
-            EXPECT_EQ(TextOf(CurrentPage(sheet), IDC_ADAPTER_PAGE_ADAPTER), itemState.adapterName);
-            ExpectReadable(CurrentPage(sheet), frame.window, IDC_PAGE_HEADER);
+            HWND page = ShowPage(sheet, kAdapterPage);
+            EXPECT_EQ(TextOf(page, IDC_PAGE_HEADER), L"Today: Quorvane");
+            EXPECT_EQ(RowsOf(GetDlgItem(page, IDC_ADAPTER_PAGE_LIST), 2)[0], L"Adapter=Realtek PCIe GbE");
+            EXPECT_EQ(TextOf(page, IDC_ADAPTER_PAGE_ADAPTER), itemState.adapterName);
+            ExpectReadable(page, frame, IDC_PAGE_HEADER);
             SaveScreen(frame, "options-adapter");
             ShowPage(sheet, kOptionsPage);
         };
         const auto options = [&](HWND sheet) {
-            EXPECT_EQ(TextOf(CurrentPage(sheet), IDC_OPTIONS_X_LOCATION), L"639");
-            ExpectReadable(CurrentPage(sheet), frame.window, IDC_PAGE_HEADER);
+            HWND page = ShowPage(sheet, kOptionsPage);
+            EXPECT_EQ(TextOf(page, IDC_OPTIONS_X_LOCATION), L"639");
+            ExpectReadable(page, frame, IDC_PAGE_HEADER);
             SaveScreen(frame, "options-options");
             ShowPage(sheet, kAboutPage);
         };
         const auto about = [&](HWND sheet) {
-            EXPECT_EQ(PixelAt(CurrentPage(sheet), 2, 24 * ScreenScale()) == RGB(0, 0, 0), !IsLandscape(screen));
+            HWND page = ShowPage(sheet, kAboutPage);
+            EXPECT_EQ(PixelAt(page, 2, 24 * ScreenScale()) == RGB(0, 0, 0), !::IsLandscape());
             SaveScreen(frame, "options-about");
         };
         RunOptions(frame, {}, adapter, options, about);
@@ -81,7 +70,7 @@ TEST(OptionsSheet, Fills_the_screen_and_shows_three_pages) {
 }
 
 TEST(OptionsSheet, A_new_place_is_stored_when_the_page_is_left_and_the_old_one_is_erased) {
-    ForEachScreen([](TodayFrame& frame, SIZE) {
+    ForEachScreen([](TodayFrame& frame) {
         ResetSystemForTest();
         itemState.xLocation = 75;
         CaptureTaskbarBackground();
@@ -90,17 +79,16 @@ TEST(OptionsSheet, A_new_place_is_stored_when_the_page_is_left_and_the_old_one_i
         const RECT square = {75, TaskbarIconTop(), 75 + TaskbarIconSide(), TaskbarIconTop() + TaskbarIconSide()};
         FillRect(context, &square, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
         platform::ReleaseScreenContext(context);
-        RunOptions(frame, {}, OnOptionsPage([](HWND) {}));
+        RunOptions(frame, {}, [](HWND sheet) { ShowPage(sheet, kOptionsPage); });
         EXPECT_FALSE(StoredNumber(L"XLocation") || StoredNumber(L"TIcon") || StoredNumber(L"TFormat"));
         EXPECT_NE(PixelAt(frame.window, 75, TaskbarIconTop()), kTaskbar) << "nothing has changed";
-        RunOptions(frame, {}, OnOptionsPage([](HWND page) { Tap(GetDlgItem(page, IDC_OPTIONS_SPIN), 2, 2); }),
-                   [](HWND sheet) {
-                       EXPECT_EQ(TextOf(CurrentPage(sheet), IDC_OPTIONS_X_LOCATION), L"74") << "by the up arrow";
-                   });
+        const auto tapUpArrow = [](HWND sheet) {
+            Tap(GetDlgItem(ShowPage(sheet, kOptionsPage), IDC_OPTIONS_SPIN), 2, 2);
+        };
+        RunOptions(frame, {}, tapUpArrow);
         EXPECT_EQ(itemState.xLocation, 74U);
         EXPECT_EQ(StoredNumber(L"XLocation"), 74U);
-        EXPECT_EQ(PixelAt(frame.window, 75, TaskbarIconTop()), kTaskbar);
-        EXPECT_EQ(PixelAt(frame.window, square.right - 1, square.bottom - 1), kTaskbar);
+        EXPECT_FALSE(HasColor(TakePicture(frame.window), square, RGB(0, 0, 0)));
         DeleteObject(itemState.taskbarBackground);
         itemState.taskbarBackground = itemState.iconBackground = nullptr;
     });
@@ -109,62 +97,63 @@ TEST(OptionsSheet, A_new_place_is_stored_when_the_page_is_left_and_the_old_one_i
 TEST(OptionsSheet, Every_way_of_closing_saves_and_closes_both_windows) {
     const Step ways[] = {[](HWND sheet) { PostMessageW(sheet, WM_CLOSE, 0, 0); },
                          [](HWND sheet) { Press(sheet, IDOK); },
-                         [](HWND sheet) { PostMessageW(CurrentPage(sheet), WM_KEYDOWN, VK_RETURN, 0); },
+                         [](HWND sheet) { PostMessageW(ShowPage(sheet, kOptionsPage), WM_KEYDOWN, VK_RETURN, 0); },
                          [](HWND sheet) { PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0); },
                          [](HWND sheet) { PostMessageW(sheet, WM_COMMAND, IDCANCEL, 0); },
-                         [](HWND sheet) { PostMessageW(CurrentPage(sheet), WM_KEYDOWN, VK_ESCAPE, 0); }};
-    const TodayFrame frame(kScreenSizes[0]);
+                         [](HWND sheet) { PostMessageW(ShowPage(sheet, kOptionsPage), WM_KEYDOWN, VK_ESCAPE, 0); }};
+    const TodayFrame frame;
     for (const Step& close : ways) {
-        itemState.showTaskbarIcon = true;
+        itemState.showTaskbarIcon = false;
         itemState.amPmFormat = true;
-        const auto change = OnOptionsPage([](HWND page) {
+        const auto change = [](HWND sheet) {
+            HWND page = ShowPage(sheet, kOptionsPage);
             EXPECT_EQ(IsDlgButtonChecked(page, IDC_OPTIONS_AM_PM), 1U);
             Press(page, IDC_OPTIONS_SHOW_ICON);
             Press(page, IDC_OPTIONS_MILITARY);
-        });
+        };
         RunOptions(frame, {}, change, close);
-        EXPECT_FALSE(itemState.showTaskbarIcon || itemState.amPmFormat);
-        EXPECT_EQ(StoredNumber(L"TIcon"), 0U);
+        EXPECT_TRUE(itemState.showTaskbarIcon && !itemState.amPmFormat);
+        EXPECT_EQ(StoredNumber(L"TIcon"), 1U);
         EXPECT_EQ(StoredNumber(L"TFormat"), 0U);
         EXPECT_TRUE(IsWindowEnabled(frame.window));
     }
 }
 
 TEST(OptionsSheet, Logs_are_listed_and_deleted_after_a_question_and_the_last_keeps_its_row) {
-    const TodayFrame frame(kScreenSizes[4]);
+    const TodayFrame frame;
     for (const wchar_t* name : {L"200701.log", L"200611.log", L"200611-copy.log", L"export.log", L"200612.txt"}) {
         WriteWholeFile(name, {1});
     }
-    const auto deleteRow = [](HWND page, int row) {
-        ListView_SetItemState(GetDlgItem(page, IDC_OPTIONS_LOGS), row, LVIS_SELECTED, LVIS_SELECTED);
-        Press(page, IDC_OPTIONS_DELETE);
-    };
-    const Texts all = {L"2006=11", L"2006=11", L"2007=01"};
-    const auto useButtons = OnOptionsPage([&](HWND page) {
-        EXPECT_EQ(ListedLogs(page), all);
-        Press(page, IDC_OPTIONS_DELETE);  // nothing is selected: no question
-        deleteRow(page, 2);               // Cancel
-        EXPECT_EQ(ListedLogs(page), all);
-        deleteRow(page, 2);
-        EXPECT_EQ(ListedLogs(page), (Texts{L"2006=11", L"2006=11"}));
+    const auto deleteLogs = [&](HWND sheet) {
+        HWND page = ShowPage(sheet, kOptionsPage);
+        // Every row is selected by itself.
+        const auto press = [&](int row, int button) {
+            ListView_SetItemState(GetDlgItem(page, IDC_OPTIONS_LOGS), row, LVIS_SELECTED, LVIS_SELECTED);
+            Press(page, button);
+            return RowsOf(GetDlgItem(page, IDC_OPTIONS_LOGS), 2);
+        };
+        const Texts all = {L"2006=11", L"2006=11", L"2007=01"};
+        Press(page, IDC_OPTIONS_DELETE);               // nothing is selected: no question
+        EXPECT_EQ(press(2, IDC_OPTIONS_DELETE), all);  // Cancel
+        EXPECT_EQ(press(2, IDC_OPTIONS_DELETE), Texts(2, L"2006=11"));
         EXPECT_FALSE(FileExists(L"200701.log"));
-        Press(page, IDC_OPTIONS_DELETE_ALL);  // Cancel
+        EXPECT_EQ(press(0, IDC_OPTIONS_DELETE_ALL), Texts(2, L"2006=11"));  // Cancel
         EXPECT_TRUE(FileExists(L"200611.log"));
-        Press(page, IDC_OPTIONS_DELETE_ALL);
-        EXPECT_EQ(ListedLogs(page), Texts{});
+        EXPECT_EQ(press(0, IDC_OPTIONS_DELETE_ALL), Texts{});
         EXPECT_FALSE(FileExists(L"200611.log") || FileExists(L"export.log"));
         EXPECT_TRUE(FileExists(L"200612.txt"));
-    });
-    const MessageBoxShown one = {L"Are you sure you want to delete 2007/01 log data?", L"Question",
-                                 MB_OKCANCEL | MB_ICONQUESTION};
-    const MessageBoxShown every = {L"Are you sure you want to delete ALL log data?", one.caption, one.flags};
-    EXPECT_EQ(RunOptions(frame, {IDCANCEL, IDOK, IDCANCEL, IDOK}, useButtons), (Boxes{one, one, every, every}));
+    };
+    const wchar_t* one = L"Question: Are you sure you want to delete 2007/01 log data? ? OK/Cancel";
+    const wchar_t* every = L"Question: Are you sure you want to delete ALL log data? ? OK/Cancel";
+    EXPECT_EQ(RunOptions(frame, {IDCANCEL, IDOK, IDCANCEL, IDOK}, deleteLogs), (Texts{one, one, every, every}));
     WriteWholeFile(L"200611.log", {1});
-    RunOptions(frame, {IDOK}, OnOptionsPage([&](HWND page) {
-                   deleteRow(page, 0);
-                   EXPECT_EQ(ListedLogs(page), Texts{L"2006=11"});
-                   EXPECT_FALSE(FileExists(L"200611.log"));
-               }));
+    RunOptions(frame, {IDOK}, [&](HWND sheet) {
+        HWND page = ShowPage(sheet, kOptionsPage);
+        ListView_SetItemState(GetDlgItem(page, IDC_OPTIONS_LOGS), 0, LVIS_SELECTED, LVIS_SELECTED);
+        Press(page, IDC_OPTIONS_DELETE);
+        EXPECT_EQ(RowsOf(GetDlgItem(page, IDC_OPTIONS_LOGS), 2), Texts{L"2006=11"});
+        EXPECT_FALSE(FileExists(L"200611.log"));
+    });
 }
 
 }  // namespace

@@ -1,139 +1,86 @@
-// library_probe.exe - loads and unloads the library as a Today screen does, in a program that is nothing else.
+// library_probe.exe - loads and unloads the library as the Today host does, in a program that is nothing else.
 //
-//   library_probe reload ROUNDS DLL
-//       Each round loads the library, creates the item, refreshes it and paints it ten times, clears its cache and
-//       unloads it. After round 10 and each hundredth a line tells what the process holds: round, handles, GDI objects,
-//       USER objects, threads, KB.
-//   library_probe unload DLL
-//       Opens the detector by a tap, starts a scan, closes the dialog, unloads the library while the workers run, and
-//       waits for them. Prints whether it is loaded right after unloading and at the end, and the threads then.
+//   library_probe DLL ROUNDS   loads it, creates the item, refreshes and paints it, and unloads it, so many times
+//   library_probe DLL          opens the detector by a tap, starts a scan, closes the dialog and unloads the library
+//                              while the workers run; prints whether it is loaded then, and after at most 20 s more
 
+#include "host/today_item.h"
 #include "platform/desktop/today_frame.h"
-#include "platform/today.h"
 #include "resources/resource_ids.h"
-#include "tests/system/probe/process_usage.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <string>
+#include <utility>
 
 namespace {
 
-constexpr wchar_t kLibraryName[] = L"quorvane.dll";
-
-struct LoadedItem {
-    HMODULE library;
-    TODAYLISTITEM record;
-};
-
+// The library measures the screen when it is loaded.
 HWND CreateFrame() {
     WNDCLASSW frame = {};
     frame.lpfnWndProc = DefWindowProcW;
-    frame.hInstance = GetModuleHandleW(nullptr);
     frame.lpszClassName = platform::kFrameClass;
     RegisterClassW(&frame);
     return CreateWindowExW(0, frame.lpszClassName, L"Today", WS_POPUP | WS_VISIBLE, 0, 0, 240, 320, nullptr, nullptr,
-                           frame.hInstance, nullptr);
+                           nullptr, nullptr);
 }
 
-bool Load(const wchar_t* path, HWND frame, LoadedItem& item) {
-    using Initialize = HWND (*)(TODAYLISTITEM*, HWND);
-    item = {};
-    item.library = LoadLibraryW(path);
-    const auto initialize = reinterpret_cast<Initialize>(GetProcAddress(item.library, MAKEINTRESOURCEA(240)));
-    if (initialize == nullptr) {
+bool Load(TodayItem& item, const wchar_t* path, HWND frame) {
+    std::wstring error;
+    return LoadItem(item, path, error) && CreateItemWindow(item, frame);
+}
+
+bool UseOnce(const wchar_t* path, HWND frame) {
+    TodayItem item;
+    if (!Load(item, path, frame)) {
         return false;
     }
-    item.record.fEnabled = TRUE;
-    item.record.hinstDLL = item.library;
-    item.record.hwndCustom = initialize(&item.record, frame);
-    return item.record.hwndCustom != nullptr;
-}
-
-void Use(LoadedItem& item) {
-    constexpr int kPaints = 10;
-    const auto record = reinterpret_cast<LPARAM>(&item.record);
-    HWND window = item.record.hwndCustom;
     // The first query only asks for a layout; the next one creates what the item draws with.
-    while (SendMessageW(window, WM_TODAYCUSTOM_QUERYREFRESHCACHE, static_cast<WPARAM>(record), record) != FALSE) {
+    while (QueryRefresh(item)) {
     }
-    MoveWindow(window, 0, 50, 240, static_cast<int>(item.record.cyp), FALSE);
-    for (int paint = 0; paint < kPaints; ++paint) {
-        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    MoveWindow(item.record.hwndCustom, 0, 50, 240, static_cast<int>(item.record.cyp), FALSE);
+    for (int paint = 0; paint < 10; ++paint) {
+        RedrawWindow(item.record.hwndCustom, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     }
-    SendMessageW(window, WM_TODAYCUSTOM_CLEARCACHE, 0, record);
+    return UnloadItem(item);
 }
 
-bool Unload(LoadedItem& item) {
-    DestroyWindow(item.record.hwndCustom);
-    FreeLibrary(item.library);
-    return GetModuleHandleW(kLibraryName) == nullptr;
-}
-
-int Reload(int rounds, const wchar_t* path) {
-    constexpr int kWarm = 10;  // what the system itself keeps after a first use is no leak
-    constexpr int kBetween = 100;
-    HWND frame = CreateFrame();
-    for (int round = 1; round <= rounds; ++round) {
-        LoadedItem item;
-        if (!Load(path, frame, item)) {
-            return 1;
-        }
-        Use(item);
-        if (!Unload(item)) {
-            return 1;
-        }
-        if (round == kWarm || round % kBetween == 0) {
-            const ProcessUsage usage = ReadUsage(GetCurrentProcess());
-            printf("%d %d %d %d %d %d\n", round, usage.handles, usage.gdiObjects, usage.userObjects, usage.threads,
-                   usage.kilobytes);
-            fflush(stdout);
-        }
-    }
-    return 0;
-}
-
+// Begins a scan at the first tick that sees the dialog, and closes the dialog at the next.
 void CALLBACK DriveDetector(HWND, UINT, UINT_PTR timer, DWORD) {
-    static bool detecting = false;
-    HWND dialog = FindWindowW(L"#32770", nullptr);
-    if (dialog == nullptr) {
-        return;
+    static WPARAM command = IDC_DETECTOR_DETECT;
+    if (HWND dialog = FindWindowW(L"#32770", nullptr)) {
+        if (command == IDOK) {
+            KillTimer(nullptr, timer);
+        }
+        SendMessageW(dialog, WM_COMMAND, std::exchange(command, IDOK), 0);
     }
-    if (!detecting) {
-        detecting = true;
-        SendMessageW(dialog, WM_COMMAND, IDC_DETECTOR_DETECT, 0);
-        return;
-    }
-    KillTimer(nullptr, timer);
-    SendMessageW(dialog, WM_COMMAND, IDOK, 0);
 }
 
-int UnloadDuringScan(const wchar_t* path) {
+bool UnloadDuringScan(const wchar_t* path, HWND frame) {
     constexpr LPARAM kDetectorIcon = MAKELPARAM(190, 10);
-    constexpr DWORD kBoundMs = 20000;
-    LoadedItem item;
-    if (!Load(path, CreateFrame(), item)) {
-        return 1;
+    TodayItem item;
+    if (!Load(item, path, frame)) {
+        return false;
     }
     SetTimer(nullptr, 0, 300, DriveDetector);
     SendMessageW(item.record.hwndCustom, WM_LBUTTONUP, 0, kDetectorIcon);
-    const int threads = ReadUsage(GetCurrentProcess()).threads;
-    printf("loaded %d\n", !Unload(item));
-    const DWORD start = GetTickCount();
-    while (GetModuleHandleW(kLibraryName) != nullptr && GetTickCount() - start < kBoundMs) {
+    printf("%d ", !UnloadItem(item));
+    for (int waits = 0; waits < 1000 && GetModuleHandleW(path) != nullptr; ++waits) {
         Sleep(20);
     }
-    printf("loaded %d\n", GetModuleHandleW(kLibraryName) != nullptr);
-    printf("threads %d %d\n", threads, ReadUsage(GetCurrentProcess()).threads);
-    return 0;
+    printf("%d\n", GetModuleHandleW(path) != nullptr);
+    return true;
 }
 
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    const std::wstring command = count > 2 ? arguments[1] : L"";
-    if (command == L"reload" && count > 3) {
-        return Reload(_wtoi(arguments[2]), arguments[3]);
+    HWND frame = CreateFrame();
+    if (count == 2) {
+        return UnloadDuringScan(arguments[1], frame) ? 0 : 1;
     }
-    return command == L"unload" ? UnloadDuringScan(arguments[2]) : 2;
+    for (int rounds = _wtoi(arguments[2]); rounds > 0; --rounds) {
+        if (!UseOnce(arguments[1], frame)) {
+            return 1;
+        }
+    }
+    return 0;
 }
