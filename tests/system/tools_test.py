@@ -27,6 +27,8 @@ class PublicAddressTest(unittest.TestCase):
             (None, [], fallback, 2, 12.5),  # without settings the compiled names are asked in order
             (PRIMARY, [http_answer(b"203.", 11), 0.3, b"0.113", 0.3, b".7\r\n"], found, 0, 5),
             (PRIMARY, [http_answer(b"203.0.113.7", 20)], found, 0, 5),  # ends early: what came counts
+            (PRIMARY, [b"HTTP/1.0 200 OK\r\n\r\n203.0.113.7", 0.5, "reset"], found, 0, 5),
+            (PRIMARY, [b"HTTP/1.0 200 OK\r\n\r\n203.0.113.7", "hold"], found, 0, 12.5),
             (PRIMARY, [http_answer(b"\0" + b"x" * 20000)], "", 0, 5),
             (PRIMARY, [http_answer(b"<html>" + b"x" * 20000)], fallback, 0, 5),
             (PRIMARY, [b"SSH-2.0-OpenSSH\r\n"], fallback, 0, 5),
