@@ -39,9 +39,13 @@ class Tool:
     # Looking
 
     def run(self, *words, check=True):
-        done = self.wine.run(PROBE, *map(str, words), timeout=90, stderr=subprocess.DEVNULL, encoding="utf-8")
+        # Once in some thousand starts Wine ends a program with 1 before its first line; the probe itself never does.
+        for _ in range(3):
+            done = self.wine.run(PROBE, *map(str, words), timeout=90, stderr=subprocess.PIPE, encoding="utf-8")
+            if done.returncode != 1:
+                break
         if check and done.returncode:
-            raise RuntimeError(f"probe {words}: {done.returncode} {done.stdout}")
+            raise RuntimeError(f"probe {words}: {done.returncode} {done.stdout} {done.stderr}; host: {self.host.poll()}")
         return done
 
     def probe(self, *words):

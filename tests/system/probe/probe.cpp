@@ -10,8 +10,9 @@
 //                              screen, begins on the monitor: x, y
 //   probe usage                what the Today host holds: handles, GDI objects; and the session's USER objects
 //
-// SECONDS is 10 without being given. Ends with 1 when what it waits for does not come, with 2 when it is called
-// wrongly. Line ends and tabs inside a text come out as blanks.
+// SECONDS is 10 without being given. Ends with 3 when what it asks for is not there, with 2 when it is called wrongly,
+// and never with 1, with which Wine ends programs that it failed to start. Line ends and tabs inside a text come out as
+// blanks.
 
 #include "platform/desktop/today_frame.h"
 
@@ -26,6 +27,8 @@
 #include <vector>
 
 namespace {
+
+constexpr int kNotThere = 3;
 
 std::string Utf8(std::wstring text) {
     for (wchar_t& c : text) {
@@ -106,7 +109,7 @@ int Dump(HWND dialog) {
 
 int Press(HWND button, int id) {
     if (button == nullptr || !IsWindowEnabled(button)) {
-        return 1;
+        return kNotThere;
     }
     PostMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
     return 0;
@@ -124,7 +127,7 @@ int PrintRows(HWND list) {
     auto* remote =
         static_cast<Cell*>(VirtualAllocEx(access, nullptr, sizeof(Cell), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     if (remote == nullptr) {
-        return 1;
+        return kNotThere;
     }
     const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
     const LRESULT columns = SendMessageW(header, HDM_GETITEMCOUNT, 0, 0);
@@ -231,12 +234,12 @@ int wmain(int count, wchar_t** arguments) {
     const std::wstring command = count > 1 ? arguments[1] : L"";
     HWND frame = FindWindowW(platform::kFrameClass, nullptr);
     if (command == L"top" || command == L"usage") {
-        return frame == nullptr ? 1 : command == L"top" ? ShowTop(frame) : ShowUsage(frame);
+        return frame == nullptr ? kNotThere : command == L"top" ? ShowTop(frame) : ShowUsage(frame);
     }
     const bool dump = command == L"dump";
     HWND dialog = WaitForDialog(dump && count > 2 ? wcstod(arguments[2], nullptr) : kPatience);
     if (dialog == nullptr) {
-        return 1;
+        return kNotThere;
     }
     if (dump) {
         return Dump(dialog);
@@ -250,7 +253,7 @@ int wmain(int count, wchar_t** arguments) {
         return PrintRows(control);
     }
     if (command == L"set" && count > 3) {
-        return SendMessageW(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(arguments[3])) ? 0 : 1;
+        return SendMessageW(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(arguments[3])) ? 0 : kNotThere;
     }
     return 2;
 }
