@@ -1,235 +1,194 @@
-// The network as the script's tables and the world's state give it: IP helper, echo, and the wireless driver.
+// The network is the scripted services in the records of a 32-bit system: IP helper, echo, the wireless driver, names,
+// connection manager and internet library.
 
-#include "tests/device/stand_in.h"
-#include "tests/device/stand_in_state.h"
+#include "tests/device/handheld.h"
 
 #include <algorithm>
 
 namespace {
 
-using device_script::Adapter;
 using device_script::Host;
 
-enum Error { kNoError = 0, kInvalidParameter = 87, kOverflow = 111, kInsufficientBuffer = 122, kNoData = 232 };
-
-struct Driver : KernelObject {};
-struct Echo : Object {};
-
-// The adapters that are up, with their present state.
-struct UpAdapter {
-    const Adapter& adapter;
-    const World::AdapterState& now;
-};
-std::vector<UpAdapter> UpAdapters(Bed& bed) {
-    std::vector<UpAdapter> up;
-    for (size_t i = 0; i < std::size(device_script::kAdapters); ++i) {
-        if (const auto& now = Part<World>(bed).adapters[i]; now.up) {
-            up.push_back({device_script::kAdapters[i], now});
-        }
-    }
-    return up;
+// IP_ADDR_STRING: a link, 16 characters of address and 16 of mask, a number.
+constexpr uint32_t kEntryBytes = 40;
+void WriteEntry(uint8_t* entry, const IP_ADDR_STRING& from) {
+    memcpy(entry + 4, &from.IpAddress, sizeof(from.IpAddress) + sizeof(from.IpMask));
 }
 
-// Texts of records are narrow and of fixed room, which they do not fill here.
-void WriteNarrow(Bed& bed, Address to, const char* text) {
-    WriteBytes(bed, to, text, text != nullptr ? strlen(text) + 1 : 0);
+// The size-then-data protocol of most calls. The native records need no less room than a handheld's.
+template <class Record>
+DWORD Ask(DWORD (*function)(Record*, ULONG*), std::vector<Record>& records) {
+    ULONG bytes = 0;
+    function(nullptr, &bytes);
+    records.resize(bytes / sizeof(Record) + 1);
+    return function(records.data(), &bytes);
 }
 
-// The size-then-data protocol of most calls: true when `buffer` has the room that `size` says and the data need.
-bool HasRoom(Bed& bed, Address buffer, Address size, size_t needed) {
-    const bool fits = buffer != 0 && ReadGuest<uint32_t>(bed, size) >= needed;
-    WriteGuest(bed, size, static_cast<uint32_t>(needed));
-    WriteBytes(bed, buffer, std::vector<uint8_t>(needed).data(), fits ? needed : 0);
+bool HasRoom(const void* buffer, ULONG* size, size_t needed) {
+    const bool fits = buffer != nullptr && *size >= needed;
+    *size = static_cast<ULONG>(needed);
     return fits;
 }
 
-// IP_ADAPTER_INFO; an IP_ADDR_STRING is a link, 16 characters of address and 16 of mask.
-constexpr uint32_t kAdapterInfoBytes = 640;
-void WriteAdapter(Bed& bed, Address info, const Adapter& adapter, uint32_t index) {
-    const std::pair<uint32_t, const char*> texts[] = {{8, adapter.name},          {268, adapter.description},
-                                                      {428 + 4, adapter.address}, {428 + 20, adapter.mask},
-                                                      {468 + 4, adapter.gateway}, {508 + 4, adapter.dhcpServer},
-                                                      {552 + 4, adapter.wins[0]}, {592 + 4, adapter.wins[1]}};
-    const std::pair<uint32_t, uint32_t> numbers[] = {
-        {400, sizeof(adapter.mac)},           {412, index},
-        {416, device_script::kInterfaceType}, {420, adapter.dhcpServer != nullptr},
-        {548, adapter.wins[0] != nullptr},    {632, adapter.leaseObtained},
-        {636, adapter.leaseExpires}};
-    for (const auto& [place, text] : texts) {
-        WriteNarrow(bed, info + place, text);
-    }
-    for (const auto& [place, number] : numbers) {
-        WriteGuest(bed, info + place, number);
-    }
-    WriteGuest(bed, info + 404, adapter.mac);
+// IP_ADAPTER_INFO: what has no pointers lies as it does natively.
+void WriteAdapter(uint8_t* out, const IP_ADAPTER_INFO& from) {
+    const uint32_t leases[] = {static_cast<uint32_t>(from.LeaseObtained), static_cast<uint32_t>(from.LeaseExpires)};
+    memcpy(out + 4, &from.ComboIndex,
+           offsetof(IP_ADAPTER_INFO, DhcpEnabled) + 4 - offsetof(IP_ADAPTER_INFO, ComboIndex));
+    WriteEntry(out + 428, from.IpAddressList);
+    WriteEntry(out + 468, from.GatewayList);
+    WriteEntry(out + 508, from.DhcpServer);
+    memcpy(out + 548, &from.HaveWins, 4);
+    WriteEntry(out + 552, from.PrimaryWinsServer);
+    WriteEntry(out + 592, from.SecondaryWinsServer);
+    memcpy(out + 632, leases, sizeof(leases));
 }
 
-Error GetAdaptersInfo(Bed& bed, Address buffer, Address size) {
-    const std::vector<UpAdapter> up = UpAdapters(bed);
-    if (up.empty()) {
-        return kNoData;
+DWORD GetAdapters(uint8_t* buffer, ULONG* size) {
+    constexpr uint32_t kBytes = 640;
+    const size_t count = scripted::system.adapters.size();
+    if (count == 0) {
+        return ERROR_NO_DATA;
     }
-    if (!HasRoom(bed, buffer, size, up.size() * kAdapterInfoBytes)) {
-        return kOverflow;
+    if (!HasRoom(buffer, size, count * kBytes)) {
+        return ERROR_BUFFER_OVERFLOW;
     }
-    for (const auto& [adapter, now] : up) {
-        WriteAdapter(bed, buffer, adapter, now.index);
-        WriteGuest(bed, buffer, &now != &up.back().now ? buffer + kAdapterInfoBytes : 0);
-        buffer += kAdapterInfoBytes;
+    std::vector<IP_ADAPTER_INFO> adapters;
+    const DWORD result = Ask(platform::GetAdaptersInfo, adapters);
+    memset(buffer, 0, count * kBytes);
+    for (size_t i = 0; i < count; ++i, buffer += kBytes) {
+        const Address next = i + 1 < count ? AddressAt(buffer + kBytes) : 0;
+        memcpy(buffer, &next, sizeof(next));
+        WriteAdapter(buffer, adapters[i]);
     }
-    return kNoError;
+    return result;
 }
 
 // IP_INTERFACE_INFO: a count, then an index and 128 units of name each.
-Error GetInterfaceInfo(Bed& bed, Address buffer, Address size) {
+DWORD GetInterfaces(uint32_t* buffer, ULONG* size) {
     constexpr uint32_t kRowBytes = 260;
-    const std::vector<UpAdapter> up = UpAdapters(bed);
-    if (!HasRoom(bed, buffer, size, 4 + std::max<size_t>(up.size(), 1) * kRowBytes)) {
-        return kInsufficientBuffer;
+    const auto& adapters = scripted::system.adapters;
+    if (!HasRoom(buffer, size, 4 + std::max<size_t>(adapters.size(), 1) * kRowBytes)) {
+        return ERROR_INSUFFICIENT_BUFFER;
     }
-    WriteGuest(bed, buffer, static_cast<uint32_t>(up.size()));
-    for (const auto& [adapter, now] : up) {
-        WriteGuest(bed, buffer + 4, now.index);
-        WriteText(bed, buffer + 8, Widen(adapter.name));
-        buffer += kRowBytes;
+    memset(buffer, 0, *size);
+    *buffer = static_cast<uint32_t>(adapters.size());
+    for (const scripted::Adapter& adapter : adapters) {
+        buffer[1] = adapter.index;
+        std::copy(adapter.name.begin(), adapter.name.end(), reinterpret_cast<char16_t*>(buffer + 2));
+        buffer += kRowBytes / sizeof(*buffer);
     }
-    return kNoError;
+    return NO_ERROR;
 }
 
-const UpAdapter* FindAdapter(const std::vector<UpAdapter>& up, uint32_t index) {
-    const auto found = std::find_if(up.begin(), up.end(), [&](const UpAdapter& a) { return a.now.index == index; });
-    return found != up.end() ? &*found : nullptr;
-}
-
-Error GetIfEntry(Bed& bed, Address row) {
-    const std::vector<UpAdapter> up = UpAdapters(bed);
-    const UpAdapter* found = FindAdapter(up, ReadGuest<uint32_t>(bed, row + 512));
-    if (found == nullptr || GuestMemory(bed, row, 860, true) == nullptr) {
-        return kInvalidParameter;
-    }
-    WriteGuest(bed, row + 516, device_script::kInterfaceType);
-    WriteGuest(bed, row + 524, found->adapter.speed);
-    WriteGuest(bed, row + 552, found->now.received);
-    WriteGuest(bed, row + 576, found->now.transmitted);
-    return kNoError;
+// MIB_IFROW: letters of half the width come before what is alike.
+DWORD GetInterfaceRow(uint8_t* row) {
+    constexpr size_t kRest = sizeof(MIB_IFROW) - offsetof(MIB_IFROW, dwIndex);
+    MIB_IFROW wide = {};
+    memcpy(&wide.dwIndex, row + 512, kRest);
+    const DWORD result = platform::GetIfEntry(&wide);
+    memcpy(row + 512, &wide.dwIndex, kRest);
+    return result;
 }
 
 // IP_PER_ADAPTER_INFO, whose list of name servers begins at 12; further ones stand behind it.
-Error GetPerAdapterInfo(Bed& bed, uint32_t index, Address buffer, Address size) {
-    constexpr uint32_t kFirst = 12, kEntryBytes = 40;
-    const std::vector<UpAdapter> up = UpAdapters(bed);
-    const UpAdapter* found = FindAdapter(up, index);
-    if (found == nullptr) {
-        return kInvalidParameter;
+DWORD GetNameServers(uint32_t index, uint8_t* buffer, ULONG* size) {
+    constexpr uint32_t kFirst = 12;
+    const auto& adapters = scripted::system.adapters;
+    const auto found = std::find_if(adapters.begin(), adapters.end(), [&](const auto& a) { return a.index == index; });
+    if (found == adapters.end()) {
+        return ERROR_INVALID_PARAMETER;
     }
-    const auto& servers = found->adapter.dns;
-    const uint32_t count = servers[1] != nullptr ? 2 : 1;
-    if (!HasRoom(bed, buffer, size, kFirst + count * kEntryBytes)) {
-        return kOverflow;
+    if (!HasRoom(buffer, size, kFirst + found->dnsServers.size() * kEntryBytes)) {
+        return ERROR_BUFFER_OVERFLOW;
     }
-    for (uint32_t i = 0; i < count; ++i) {
-        const Address entry = buffer + kFirst + i * kEntryBytes;
-        WriteGuest(bed, entry, i + 1 < count ? entry + kEntryBytes : 0);
-        WriteNarrow(bed, entry + 4, servers[i]);
+    memset(buffer, 0, *size);
+    uint8_t* entry = buffer + kFirst;
+    for (const std::string& server : found->dnsServers) {
+        const Address next = server != found->dnsServers.back() ? AddressAt(entry + kEntryBytes) : 0;
+        memcpy(entry, &next, sizeof(next));
+        memcpy(entry + 4, server.c_str(), server.size());
+        entry += kEntryBytes;
     }
-    return kNoError;
+    return NO_ERROR;
 }
 
-// MIB_IPNETTABLE: a count, then index, length and 8 bytes of hardware address, address, type.
-Error GetIpNetTable(Bed& bed, Address buffer, Address size) {
-    constexpr uint32_t kRowBytes = 24;
-    std::vector<Host> known(std::begin(device_script::kHosts), std::end(device_script::kHosts));
-    std::erase_if(known, [](const Host& host) { return host.mac == nullptr; });
-    if (!HasRoom(bed, buffer, size, 4 + known.size() * kRowBytes)) {
-        return kInsufficientBuffer;
-    }
-    WriteGuest(bed, buffer, static_cast<uint32_t>(known.size()));
-    for (const Host& host : known) {
-        WriteGuest(bed, buffer + 8, uint32_t{6});
-        WriteBytes(bed, buffer + 12, host.mac, 6);
-        WriteGuest(bed, buffer + 20, AddressOf(host));
-        buffer += kRowBytes;
-    }
-    return kNoError;
-}
-
-// ICMP_ECHO_REPLY of 28 bytes, then the bytes that were sent.
-bool IcmpSendEcho(Bed& bed, Echo&, uint32_t address, Address data, uint16_t bytes, uint32_t, Address reply,
-                  uint32_t room) {
-    const Host* host = device_script::FindHost(address);
-    if (host == nullptr || room < 28U + bytes) {
+BOOL SendEcho(uint64_t, uint32_t address, const void* data, uint16_t bytes, uint64_t, uint8_t* reply, uint32_t room,
+              uint32_t timeoutMs) {
+    if (room < sizeof(platform::EchoReply) + bytes ||
+        platform::IcmpSendEcho(nullptr, address, data, bytes, nullptr, reply, room, timeoutMs) == 0) {
         return false;
     }
-    WriteGuest(bed, reply, std::array<uint32_t, 7>{address, 0, host->roundTripMs, bytes, reply + 28, 64, 0});
-    if (const uint8_t* sent = GuestMemory(bed, data, bytes)) {
-        WriteBytes(bed, reply + 28, sent, bytes);
-    }
+    memcpy(reply + sizeof(platform::EchoReply), data, bytes);
     return true;
-}
-
-std::string_view DriverValue(const World& world, uint32_t oid) {
-    if (oid == device_script::kOidRssi) {
-        return {reinterpret_cast<const char*>(&world.dbm), sizeof(world.dbm)};
-    }
-    if (oid == device_script::kOidBssid && world.associated) {
-        return {device_script::kAssociatedBssid, 6};
-    }
-    const auto* found = std::find_if(std::begin(device_script::kOids), std::end(device_script::kOids),
-                                     [&](const auto& value) { return value.oid == oid; });
-    return found != std::end(device_script::kOids)
-               ? std::string_view(static_cast<const char*>(found->bytes), found->size)
-               : "";
 }
 
 // The binding's name behind a record of five words, or the value behind an identifier and the binding's name.
-bool DeviceIoControl(Bed& bed, Driver&, uint32_t code, Address in, uint32_t inBytes, Address out, uint32_t room,
-                     Address done) {
-    constexpr uint32_t kQueryBinding = 0x0012080C, kSet = 0x00120814;
-    const std::u16string binding = Widen(device_script::kBinding);
-    const auto nameBytes = static_cast<uint32_t>(binding.size() * 2);
-    if (code == kQueryBinding) {
-        WriteGuest(bed, out, std::array<uint32_t, 5>{0, 20, nameBytes, 20 + nameBytes, 0});
-        WriteBytes(bed, out + 20, binding.data(), nameBytes);
-        WriteGuest(bed, done, 20 + nameBytes);
-        return inBytes >= 8;
+bool DeviceIoControl(uint64_t, uint32_t code, uint32_t* buffer, uint32_t inBytes, uint64_t, uint32_t room,
+                     uint32_t* done) {
+    if (code == IOCTL_NDISUIO_QUERY_BINDING) {
+        return platform::RadioIoControl(nullptr, code, buffer, inBytes, room, done);
     }
-    const bool isBound = ReadText(bed, ReadGuest<uint32_t>(bed, in + 4)) == binding;
-    if (!isBound || code == kSet) {
-        return isBound;
-    }
-    const std::string_view value = DriverValue(Part<World>(bed), ReadGuest<uint32_t>(bed, in));
-    if (value.empty() || room < 8 + value.size()) {
+    const auto value = scripted::system.wireless.values.find(buffer[0]);
+    if (Narrow(At<char16_t>(buffer[1])) != "WLAN1" || value == scripted::system.wireless.values.end()) {
         return false;
     }
-    WriteBytes(bed, out + 8, value.data(), value.size());
-    WriteGuest(bed, done, static_cast<uint32_t>(8 + value.size()));
+    std::copy(value->second.begin(), value->second.end(), reinterpret_cast<uint8_t*>(buffer + 2));
+    *done = static_cast<uint32_t>(8 + value->second.size());
     return true;
 }
 
-Error GetNumberOfInterfaces(Bed& bed, Address number) {
-    WriteGuest(bed, number, static_cast<uint32_t>(UpAdapters(bed).size()));
-    return kNoError;
+// The entry belongs to Winsock: it lies behind what the script's messages point to.
+Address GetHostByName(const char* name) {
+    const Host* host = FindHostNamed(name);
+    const Address entry = AddressAt(handheld->memory) + kPageBytes / 2;
+    const uint32_t words[] = {0, 0, 0x00040002, entry + 16, entry + 24, 0, host != nullptr ? AddressOf(*host) : 0};
+    memcpy(At<void>(entry), words, sizeof(words));
+    return host != nullptr ? entry : 0;
+}
+
+void ReadBody(uint64_t, char* buffer, uint32_t room, DWORD* bytes) {
+    std::string& rest = handheld->body;
+    *bytes = static_cast<DWORD>(rest.copy(buffer, room));
+    rest.erase(0, *bytes);
 }
 
 }  // namespace
 
 StandInTable NetworkStandIns() {
     return {
-        {"GetNumberOfInterfaces", GetNumberOfInterfaces},
-        {"GetAdaptersInfo", GetAdaptersInfo},
-        {"GetInterfaceInfo", GetInterfaceInfo},
-        {"GetIfEntry", GetIfEntry},
-        {"GetPerAdapterInfo", GetPerAdapterInfo},
-        {"GetIpNetTable", GetIpNetTable},
-        {"IpReleaseAddress", [](Bed&) { return kNoError; }},
-        {"IpRenewAddress", [](Bed&) { return kNoError; }},
-        {"IcmpCreateFile", [](Bed& bed) { return AddObject(bed, std::make_unique<Echo>()); }},
-        {"IcmpCloseHandle", RemoveObject<Echo>},
-        {"IcmpSendEcho", IcmpSendEcho},
+        {"GetNumberOfInterfaces", platform::GetNumberOfInterfaces},
+        {"GetAdaptersInfo", GetAdapters},
+        {"GetInterfaceInfo", GetInterfaces},
+        {"GetIfEntry", GetInterfaceRow},
+        {"GetPerAdapterInfo", GetNameServers},
+        {"GetIpNetTable", platform::GetIpNetTable},
+        {"IpReleaseAddress", platform::IpReleaseAddress},
+        {"IpRenewAddress", platform::IpRenewAddress},
+        {"IcmpCreateFile", NewHandle},
+        {"IcmpCloseHandle", [] {}},
+        {"IcmpSendEcho", SendEcho},
         {"DeviceIoControl", DeviceIoControl},
+        {"WSAStartup", [](uint32_t, uint8_t* data) { return memset(data, 0, 400), 0; }},
+        {"WSACleanup", [] { return 0; }},
+        {"gethostbyname", GetHostByName},
+        {"inet_addr", [](const char* text) { return inet_addr(text); }},
+        {"htons", [](uint16_t value) { return htons(value); }},
+        {"htonl", [](uint32_t value) { return htonl(value); }},
+        {"ntohl", [](uint32_t value) { return ntohl(value); }},
+        {"ConnMgrEstablishConnection",
+         [](const uint32_t* request, uint32_t* connection) {
+             return *connection = 0xC0, *request == 64 ? S_OK : E_FAIL;
+         }},
+        {"ConnMgrConnectionStatus",
+         [](uint32_t, DWORD* status) { return platform::ConnMgrConnectionStatus(nullptr, status); }},
+        {"ConnMgrReleaseConnection", [] { return 0; }},
+        {"ConnMgrProviderMessage", [] { return E_NOINTERFACE; }},
+        {"InternetOpenW", NewHandle},
+        {"InternetConnectW", NewHandle},
+        {"HttpOpenRequestW", [] { return handheld->body = device_script::kEchoBody, NewHandle(); }},
+        {"HttpSendRequestW", [] {}},
+        {"InternetReadFile", ReadBody},
+        {"InternetCloseHandle", [] {}},
     };
-}
-
-uint32_t OpenDriver(Bed& bed) {
-    return Part<World>(bed).radio ? AddObject(bed, std::make_unique<Driver>()) : 0;
 }
