@@ -15,11 +15,14 @@ constexpr uint32_t kProcessDetach = 0, kProcessAttach = 1;
 
 // What nobody released before the library went.
 std::string DescribeLeftovers(const Handheld& handheld) {
-    const std::pair<const char*, int> rows[] = {{"blocks of memory", static_cast<int>(bed->blocks.size())},
-                                                {"handles", fakes::OpenResources()},
-                                                {"counts of the library", handheld.libraryUses - 1}};
+    std::map<std::string, int64_t> counts = {{"blocks of memory", static_cast<int64_t>(bed->blocks.size())},
+                                             {"handles", fakes::OpenResources()},
+                                             {"counts of the library", handheld.libraryUses - 1}};
+    for (const char* kind : {"context", "memory", "bitmap", "picture", "pen", "font", "icon", "socket"}) {
+        counts[kind] = handheld.player.trace.CountOf(kind);
+    }
     std::string text;
-    for (const auto& [what, left] : rows) {
+    for (const auto& [what, left] : counts) {
         text += left != 0 ? std::to_string(left) + " " + what + " left over\n" : "";
     }
     return text;
@@ -64,7 +67,7 @@ uint64_t Handheld::Attach() {
     }
     LoadLibraryIntoBed(library, base);
     EXPECT_EQ(CallGuest(bed->entry, {bed->imageBase, kProcessAttach, 0}), 1u);
-    windows = {{kHost, {.kind = "host"}}};
+    windows = {{kHost, {}}};
     player.trace.names[kHost] = "host";
     return CallGuest(bed->exports[240], {kMemory, kHost});
 }

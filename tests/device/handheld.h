@@ -16,10 +16,10 @@ struct ListRow {
 
 // The host's, the item's, dialogs with the controls of their templates, a sheet.
 struct Window {
-    std::string kind = {};  // class, small letters
     uint32_t parent = 0;
     Address procedure = 0;  // of the guest; 0: a system's control or the host's own window
     int32_t id = 0;
+    bool isComboBox = false;
     std::u16string text = {};
     uint32_t check = 0;
     int32_t selected = -1;

@@ -7,61 +7,53 @@
 
 namespace {
 
-using device_script::Host;
-
-// IP_ADDR_STRING: a link, 16 characters of address and 16 of mask, a number.
-constexpr uint32_t kEntryBytes = 40;
-void WriteEntry(uint8_t* entry, const IP_ADDR_STRING& from) {
-    memcpy(entry + 4, &from.IpAddress, sizeof(from.IpAddress) + sizeof(from.IpMask));
-}
-
-// The size-then-data protocol of most calls. The native records need no less room than a handheld's.
-template <class Record>
-DWORD Ask(DWORD (*function)(Record*, ULONG*), std::vector<Record>& records) {
-    ULONG bytes = 0;
-    function(nullptr, &bytes);
-    records.resize(bytes / sizeof(Record) + 1);
-    return function(records.data(), &bytes);
-}
-
-bool HasRoom(const void* buffer, ULONG* size, size_t needed) {
+// The size-then-data protocol of most calls: true, and zeros, when there is the room that the data need.
+bool HasRoom(void* buffer, ULONG* size, size_t needed) {
     const bool fits = buffer != nullptr && *size >= needed;
     *size = static_cast<ULONG>(needed);
+    if (fits) {
+        memset(buffer, 0, needed);
+    }
     return fits;
 }
 
-// IP_ADAPTER_INFO: what has no pointers lies as it does natively.
-void WriteAdapter(uint8_t* out, const IP_ADAPTER_INFO& from) {
-    const uint32_t leases[] = {static_cast<uint32_t>(from.LeaseObtained), static_cast<uint32_t>(from.LeaseExpires)};
-    memcpy(out + 4, &from.ComboIndex,
-           offsetof(IP_ADAPTER_INFO, DhcpEnabled) + 4 - offsetof(IP_ADAPTER_INFO, ComboIndex));
-    WriteEntry(out + 428, from.IpAddressList);
-    WriteEntry(out + 468, from.GatewayList);
-    WriteEntry(out + 508, from.DhcpServer);
-    memcpy(out + 548, &from.HaveWins, 4);
-    WriteEntry(out + 552, from.PrimaryWinsServer);
-    WriteEntry(out + 592, from.SecondaryWinsServer);
-    memcpy(out + 632, leases, sizeof(leases));
+// IP_ADAPTER_INFO, texts and numbers by their places.
+constexpr uint32_t kAdapterBytes = 640;
+void WriteAdapter(uint8_t* info, const scripted::Adapter& adapter) {
+    const std::pair<uint32_t, std::string> texts[] = {
+        {8, adapter.name},      {268, adapter.description}, {432, adapter.address},     {448, adapter.mask},
+        {472, adapter.gateway}, {512, adapter.dhcpServer},  {556, adapter.primaryWins}, {596, adapter.secondaryWins}};
+    const std::pair<uint32_t, uint64_t> numbers[] = {{400, adapter.hardwareAddress.size()},
+                                                     {412, adapter.index},
+                                                     {416, adapter.type},
+                                                     {420, adapter.dhcpEnabled},
+                                                     {548, adapter.haveWins},
+                                                     {632, adapter.leaseObtained},
+                                                     {636, adapter.leaseExpires}};
+    for (const auto& [place, text] : texts) {
+        memcpy(info + place, text.data(), text.size());
+    }
+    for (const auto& [place, number] : numbers) {
+        memcpy(info + place, &number, sizeof(uint32_t));
+    }
+    std::copy(adapter.hardwareAddress.begin(), adapter.hardwareAddress.end(), info + 404);
 }
 
 DWORD GetAdapters(uint8_t* buffer, ULONG* size) {
-    constexpr uint32_t kBytes = 640;
-    const size_t count = scripted::system.adapters.size();
-    if (count == 0) {
+    const auto& adapters = scripted::system.adapters;
+    if (adapters.empty()) {
         return ERROR_NO_DATA;
     }
-    if (!HasRoom(buffer, size, count * kBytes)) {
+    if (!HasRoom(buffer, size, adapters.size() * kAdapterBytes)) {
         return ERROR_BUFFER_OVERFLOW;
     }
-    std::vector<IP_ADAPTER_INFO> adapters;
-    const DWORD result = Ask(platform::GetAdaptersInfo, adapters);
-    memset(buffer, 0, count * kBytes);
-    for (size_t i = 0; i < count; ++i, buffer += kBytes) {
-        const Address next = i + 1 < count ? AddressAt(buffer + kBytes) : 0;
+    for (const scripted::Adapter& adapter : adapters) {
+        WriteAdapter(buffer, adapter);
+        const Address next = &adapter != &adapters.back() ? AddressAt(buffer + kAdapterBytes) : 0;
         memcpy(buffer, &next, sizeof(next));
-        WriteAdapter(buffer, adapters[i]);
+        buffer += kAdapterBytes;
     }
-    return result;
+    return NO_ERROR;
 }
 
 // IP_INTERFACE_INFO: a count, then an index and 128 units of name each.
@@ -71,7 +63,6 @@ DWORD GetInterfaces(uint32_t* buffer, ULONG* size) {
     if (!HasRoom(buffer, size, 4 + std::max<size_t>(adapters.size(), 1) * kRowBytes)) {
         return ERROR_INSUFFICIENT_BUFFER;
     }
-    memset(buffer, 0, *size);
     *buffer = static_cast<uint32_t>(adapters.size());
     for (const scripted::Adapter& adapter : adapters) {
         buffer[1] = adapter.index;
@@ -93,7 +84,7 @@ DWORD GetInterfaceRow(uint8_t* row) {
 
 // IP_PER_ADAPTER_INFO, whose list of name servers begins at 12; further ones stand behind it.
 DWORD GetNameServers(uint32_t index, uint8_t* buffer, ULONG* size) {
-    constexpr uint32_t kFirst = 12;
+    constexpr uint32_t kFirst = 12, kEntryBytes = 40;
     const auto& adapters = scripted::system.adapters;
     const auto found = std::find_if(adapters.begin(), adapters.end(), [&](const auto& a) { return a.index == index; });
     if (found == adapters.end()) {
@@ -102,7 +93,6 @@ DWORD GetNameServers(uint32_t index, uint8_t* buffer, ULONG* size) {
     if (!HasRoom(buffer, size, kFirst + found->dnsServers.size() * kEntryBytes)) {
         return ERROR_BUFFER_OVERFLOW;
     }
-    memset(buffer, 0, *size);
     uint8_t* entry = buffer + kFirst;
     for (const std::string& server : found->dnsServers) {
         const Address next = server != found->dnsServers.back() ? AddressAt(entry + kEntryBytes) : 0;
@@ -138,15 +128,6 @@ bool DeviceIoControl(uint64_t, uint32_t code, uint32_t* buffer, uint32_t inBytes
     return true;
 }
 
-// The entry belongs to Winsock: it lies behind what the script's messages point to.
-Address GetHostByName(const char* name) {
-    const Host* host = FindHostNamed(name);
-    const Address entry = AddressAt(handheld->memory) + kPageBytes / 2;
-    const uint32_t words[] = {0, 0, 0x00040002, entry + 16, entry + 24, 0, host != nullptr ? AddressOf(*host) : 0};
-    memcpy(At<void>(entry), words, sizeof(words));
-    return host != nullptr ? entry : 0;
-}
-
 void ReadBody(uint64_t, char* buffer, uint32_t room, DWORD* bytes) {
     std::string& rest = handheld->body;
     *bytes = static_cast<DWORD>(rest.copy(buffer, room));
@@ -166,12 +147,9 @@ StandInTable NetworkStandIns() {
         {"IpReleaseAddress", platform::IpReleaseAddress},
         {"IpRenewAddress", platform::IpRenewAddress},
         {"IcmpCreateFile", NewHandle},
-        {"IcmpCloseHandle", [] {}},
         {"IcmpSendEcho", SendEcho},
         {"DeviceIoControl", DeviceIoControl},
         {"WSAStartup", [](uint32_t, uint8_t* data) { return memset(data, 0, 400), 0; }},
-        {"WSACleanup", [] { return 0; }},
-        {"gethostbyname", GetHostByName},
         {"inet_addr", [](const char* text) { return inet_addr(text); }},
         {"htons", [](uint16_t value) { return htons(value); }},
         {"htonl", [](uint32_t value) { return htonl(value); }},
@@ -182,13 +160,10 @@ StandInTable NetworkStandIns() {
          }},
         {"ConnMgrConnectionStatus",
          [](uint32_t, DWORD* status) { return platform::ConnMgrConnectionStatus(nullptr, status); }},
-        {"ConnMgrReleaseConnection", [] { return 0; }},
         {"ConnMgrProviderMessage", [] { return E_NOINTERFACE; }},
         {"InternetOpenW", NewHandle},
         {"InternetConnectW", NewHandle},
         {"HttpOpenRequestW", [] { return handheld->body = device_script::kEchoBody, NewHandle(); }},
-        {"HttpSendRequestW", [] {}},
         {"InternetReadFile", ReadBody},
-        {"InternetCloseHandle", [] {}},
     };
 }

@@ -105,7 +105,6 @@ void Detach(Player& player, const Step&) {
     player.system.Detach();
     player.trace.Close(player.item);
     player.item = player.top = 0;
-    player.trace.Add("left over:\n" + player.trace.Leftovers());
 }
 
 void Clock(Player& player, const Step& step) {

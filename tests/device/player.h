@@ -62,5 +62,3 @@ extern Player* player;  // that runs
 // What of the system the script answers by itself, alike on both; and the scripted services as the script's world is.
 StandInTable ScriptedStandIns();
 void Publish(const Player& player);
-const device_script::Host* FindHostNamed(const std::string& name);  // null: nobody
-uint32_t AddressOf(const device_script::Host& host);                // network byte order

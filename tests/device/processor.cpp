@@ -96,18 +96,14 @@ void AddHook(int type, Callback callback, uint64_t first, uint64_t last) {
 
 void CallStandIn() {
     const std::string name = bed->trapNames.at((bed->trap - kTrapBase) / 4);
-    const auto standIn = bed->standIns.find(name);
-    if (standIn == bed->standIns.end()) {
-        return Kill("calls " + name + ", which has no stand-in,");
-    }
+    const StandIn& standIn = bed->standIns.at(name);
     Registers registers = ReadRegisters();
     uint64_t words[kMostArguments];
     for (size_t i = 0; i < kMostArguments; ++i) {
         words[i] = i < 4 ? registers[i] : At<uint32_t>(registers[kSp])[i - 4];
     }
     ++bed->figures.imports;
-    const uint64_t result =
-        bed->trace != nullptr ? bed->trace->Call(name, words, standIn->second) : standIn->second(words);
+    const uint64_t result = bed->trace != nullptr ? bed->trace->Call(name, words, standIn) : standIn(words);
     registers[0] = static_cast<uint32_t>(result);
     // What any function may leave behind.
     registers[kPc] = registers[kLr];

@@ -58,27 +58,17 @@ inline constexpr uint16_t kSecond = 15;
 inline constexpr uint32_t kTickMs = 2000;
 
 // The network. Adapter 0 is up from the start, adapter 1 is not.
-inline const scripted::Adapter kAdapters[] = {{.name = "WLAN1",
-                                               .description = "Built-in wireless adapter",
-                                               .index = 3,
-                                               .hardwareAddress = {0x02, 0x10, 0x20, 0x30, 0x40, 0x50},
-                                               .dnsServers = {"192.168.7.1", "192.168.7.2"},
-                                               .dhcpEnabled = true,
-                                               .dhcpServer = "192.168.7.1",
-                                               .leaseObtained = 1795255815,
-                                               .leaseExpires = 1795342215,
-                                               .haveWins = true,
-                                               .primaryWins = "192.168.7.8",
-                                               .secondaryWins = "192.168.7.9",
-                                               .speed = 11000000},
-                                              {.name = "ETHCRADLE1",
-                                               .description = "Cradle",
-                                               .index = 9,
-                                               .hardwareAddress = {0x02, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE},
-                                               .address = "10.1.2.3",
-                                               .mask = "255.255.0.0",
-                                               .gateway = "10.1.0.1",
-                                               .dnsServers = {"10.1.0.1"}}};
+// clang-format off
+inline const scripted::Adapter kAdapters[] = {
+    {.name = "WLAN1", .description = "Built-in wireless adapter", .index = 3,
+     .hardwareAddress = {0x02, 0x10, 0x20, 0x30, 0x40, 0x50}, .dnsServers = {"192.168.7.1", "192.168.7.2"},
+     .dhcpEnabled = true, .dhcpServer = "192.168.7.1", .leaseObtained = 1795255815, .leaseExpires = 1795342215,
+     .haveWins = true, .primaryWins = "192.168.7.8", .secondaryWins = "192.168.7.9", .speed = 11000000},
+    {.name = "ETHCRADLE1", .description = "Cradle", .index = 9,
+     .hardwareAddress = {0x02, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE}, .address = "10.1.2.3", .mask = "255.255.0.0",
+     .gateway = "10.1.0.1", .dnsServers = {"10.1.0.1"}},
+};
+// clang-format on
 
 // Who answers an echo in 192.168.7.0/24 (time to live 64); the rows of the ARP table are those with a hardware address.
 struct Host {

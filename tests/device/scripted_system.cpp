@@ -9,6 +9,11 @@ using namespace device_script;
 
 namespace {
 
+// In network byte order.
+uint32_t AddressOf(const Host& host) {
+    return 0x0007A8C0 | static_cast<uint32_t>(host.lastByte) << 24;
+}
+
 const Host* FindHost(uint32_t address) {
     const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts),
                                      [&](const Host& host) { return AddressOf(host) == address; });
@@ -74,6 +79,25 @@ int SendTo(uint64_t, const void*, int bytes, int, const uint8_t* address) {
     return bytes;
 }
 
+// The record of pointers, a kind and a size lies behind what messages point to, as it is until the next call.
+void* GetHostByName(const char* name) {
+    std::string lower = name;
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
+    const auto* host = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& candidate) {
+        return candidate.dnsName != nullptr && lower == candidate.dnsName;
+    });
+    uint8_t* entry = player->system.memory + 2 * kRecordBytes;
+    const uint64_t place = (uint64_t)entry, pointer = player->trace.pointerBytes;
+    const uint32_t kindAndSize = 0x00040002, address = host != std::end(kHosts) ? AddressOf(*host) : 0;
+    const uint64_t list = place + 4 * pointer, number = place + 6 * pointer;
+    memset(entry, 0, 7 * pointer);
+    memcpy(entry + 2 * pointer, &kindAndSize, sizeof(kindAndSize));
+    memcpy(entry + 3 * pointer, &list, pointer);
+    memcpy(entry + 4 * pointer, &number, pointer);
+    memcpy(entry + 6 * pointer, &address, sizeof(address));
+    return host != std::end(kHosts) ? entry : nullptr;
+}
+
 size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
     const std::vector<uint8_t> reply = NodeStatusReply({AskedName()});
     std::copy(reply.begin(), reply.end(), buffer);
@@ -110,19 +134,6 @@ void Publish(const Player& player) {
     }
 }
 
-uint32_t AddressOf(const Host& host) {
-    return 0x0007A8C0 | static_cast<uint32_t>(host.lastByte) << 24;
-}
-
-const Host* FindHostNamed(const std::string& name) {
-    std::string lower = name;
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
-    const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& host) {
-        return host.dnsName != nullptr && lower == host.dnsName;
-    });
-    return found != std::end(kHosts) ? found : nullptr;
-}
-
 StandInTable ScriptedStandIns() {
     return {
         {"CreateProcessW", [] { return false; }},
@@ -144,6 +155,7 @@ StandInTable ScriptedStandIns() {
         {"SHGetSpecialFolderPathW", GetSpecialFolder},
         {"Sleep", [] {}},
         // Peers that are asked for their names, one at a time.
+        {"gethostbyname", GetHostByName},
         {"socket", [] { return 0x50C; }},
         {"closesocket", [] { return 0; }},
         {"ioctlsocket", [] { return 0; }},

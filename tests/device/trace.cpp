@@ -9,8 +9,7 @@ namespace {
 
 // How one function's calls are written. A letter an argument: h handle, i number, x hexadecimal, c colour, s UTF-16
 // text, r RECT*, f LOGFONTW*, p POINT* (the next argument is their number), v the value of a registry's type before it,
-// m a message with its two arguments, - left out. Of messages: d SYSTEMTIME*, C LVCOLUMN*, I LVITEM*, S the state in
-// one, W a request to draw the background.
+// m a message with its two arguments, - left out.
 struct CallShape {
     const char* name;
     const char* arguments;
@@ -36,11 +35,17 @@ constexpr CallShape kShapes[] = {
     {"SetWindowTextW", "hs"}, {"StretchBlt", "hiiiihiiiix"}, {"closesocket", "h", "", true, true},
     {"socket", "---", "socket", false, true}
 };
-// Messages that show something, with the letter of their second argument; the first is a number.
-constexpr std::pair<uint32_t, char> kMessages[] = {
-    {0x00C5, '-'}, {0x00F1, '-'}, {0x0141, '-'}, {0x0143, 's'}, {0x014B, '-'}, {0x014E, '-'}, {0x014F, '-'},
-    {0x0402, '-'}, {0x0467, 'i'}, {0x0465, 'W'}, {0x1002, 'd'}, {0x1003, 'h'}, {0x1009, '-'},
-    {0x102B, 'S'}, {0x1030, '-'}, {0x104C, 'I'}, {0x104D, 'I'}, {0x1061, 'C'}, {0x1074, 'I'}
+// Messages that show something. The first argument is a number; the second is left out, a text, or it points to a record
+// of words and (aligned) pointers: s text, h handle, * left out.
+constexpr struct Message {
+    uint32_t number;
+    const char* letters;
+    const char* record = nullptr;
+} kMessages[] = {
+    {0x00C5, "xi"}, {0x00F1, "xi"}, {0x0141, "xi"}, {0x0143, "xis"}, {0x014B, "xi"}, {0x014E, "xi"}, {0x014F, "xi"},
+    {0x0402, "xi"}, {0x0465, "xi", "*iiiih"}, {0x0467, "xii"}, {0x1002, "xi", "xxxx"}, {0x1003, "xih"},
+    {0x1009, "xi"}, {0x102B, "xi", "---ii"}, {0x1030, "xi"}, {0x104C, "xi", "iii--s-i"}, {0x104D, "xi", "iii--s-i"},
+    {0x1061, "xi", "iiis"}, {0x1074, "xi", "iii--s-i"}
 };
 // clang-format on
 
@@ -70,33 +75,40 @@ std::string Text(uint64_t address) {
     return address != 0 ? '"' + Narrow(FromWord<const char16_t*>(address)) + '"' : "null";
 }
 
-// The pointer that stands, aligned, at that place of a record or behind it.
-uint64_t PointerPlace(const Trace& trace, uint64_t place) {
-    return (place + trace.pointerBytes - 1) / trace.pointerBytes * trace.pointerBytes;
+std::string ArgumentText(const Trace& trace, char letter, const uint64_t* words);
+
+std::string Arguments(const Trace& trace, const char* letters, const uint64_t* words) {
+    std::string texts;
+    for (size_t i = 0; letters[i] != 0; ++i) {
+        texts += letters[i] != '-' ? " " + ArgumentText(trace, letters[i], words + i) : "";
+    }
+    return texts;
 }
 
-uint64_t PointerAt(const Trace& trace, uint64_t place) {
-    const uint64_t at = PointerPlace(trace, place);
-    return trace.pointerBytes == 4 ? ReadAt<uint32_t>(at) : ReadAt<uint64_t>(at);
+std::string Record(const Trace& trace, const char* fields, uint64_t address) {
+    std::string texts;
+    for (; *fields != 0; ++fields) {
+        const uint64_t bytes = strchr("sh*", *fields) != nullptr ? trace.pointerBytes : 4;
+        address = (address + bytes - 1) / bytes * bytes;
+        const uint64_t value = bytes == 4 ? ReadAt<uint32_t>(address) : ReadAt<uint64_t>(address);
+        texts += strchr("-*", *fields) == nullptr ? " " + ArgumentText(trace, *fields, &value) : "";
+        address += bytes;
+    }
+    return texts;
 }
 
-// Mask, row and column, text, image.
-std::string Item(const Trace& trace, uint64_t item) {
-    const uint64_t image = PointerPlace(trace, item + 20) + trace.pointerBytes + 4;
-    return Numbers(item, 3) + Text(PointerAt(trace, item + 20)) + Numbers(image, 1);
+const Message* FindMessage(uint64_t number) {
+    const auto* found = std::find_if(std::begin(kMessages), std::end(kMessages), [&](const Message& message) {
+        return message.number == static_cast<uint32_t>(number);
+    });
+    return found != std::end(kMessages) ? found : nullptr;
 }
 
-// Rectangle and window.
-std::string Background(const Trace& trace, uint64_t request) {
-    return Numbers(request + trace.pointerBytes, 4) + trace.NameOf(PointerAt(trace, request + trace.pointerBytes + 16));
-}
-
-std::string Arguments(const Trace& trace, const char* letters, const uint64_t* words);
-
-const char* LetterOf(uint64_t message) {
-    const auto* found = std::find_if(std::begin(kMessages), std::end(kMessages),
-                                     [&](const auto& row) { return row.first == static_cast<uint32_t>(message); });
-    return found != std::end(kMessages) ? &found->second : nullptr;
+// One number belongs to two messages: the host's has a record, the range of a spin button is a number.
+std::string MessageText(const Trace& trace, const uint64_t* words) {
+    const Message& message = *FindMessage(words[0]);
+    const bool hasRecord = message.record != nullptr && (message.number != 0x0465 || trace.NameOf(words[-1]) == "host");
+    return Arguments(trace, message.letters, words) + (hasRecord ? Record(trace, message.record, words[2]) : "");
 }
 
 std::string ArgumentText(const Trace& trace, char letter, const uint64_t* words) {
@@ -119,32 +131,11 @@ std::string ArgumentText(const Trace& trace, char letter, const uint64_t* words)
             return Numbers(word, words[1] * 2);
         case 'v':
             return static_cast<uint32_t>(words[-1]) == 1 ? Text(word) : Print("%u", ReadAt<uint32_t>(word));
-        case 'm': {
-            const char letters[] = {'x', 'i', *LetterOf(word), 0};
-            return Arguments(trace, letters, words);
-        }
-        case 'd':
-            return Print("%d-%d-%d", ReadAt<uint16_t>(word), ReadAt<uint16_t>(word + 2), ReadAt<uint16_t>(word + 6));
-        case 'C':
-            return Numbers(word, 3) + Text(PointerAt(trace, word + 12));
-        case 'I':
-            return Item(trace, word);
-        case 'S':
-            return Numbers(word + 12, 2);
-        case 'W':  // the number of two messages: to the host, and to a spin button with its range
-            return trace.NameOf(words[-3]) != "host" ? Print("%d", static_cast<int32_t>(number))
-                                                     : Background(trace, word);
+        case 'm':
+            return MessageText(trace, words);
         default:  // a font: height, weight, face
             return Numbers(word, 1) + Numbers(word + 16, 1) + Narrow(FromWord<const char16_t*>(word + 28));
     }
-}
-
-std::string Arguments(const Trace& trace, const char* letters, const uint64_t* words) {
-    std::string texts;
-    for (size_t i = 0; letters[i] != 0; ++i) {
-        texts += letters[i] != '-' ? " " + ArgumentText(trace, letters[i], words + i) : "";
-    }
-    return texts;
 }
 
 // Measuring a text draws nothing, and most messages show nothing.
@@ -152,7 +143,7 @@ bool IsOfInterest(const CallShape& shape, const uint64_t* words) {
     constexpr uint64_t kMeasure = 0x400;  // DT_CALCRECT
     const char* message = strchr(shape.arguments, 'm');
     return (shape.name != std::string("DrawTextW") || (words[4] & kMeasure) == 0) &&
-           (message == nullptr || LetterOf(words[message - shape.arguments]) != nullptr);
+           (message == nullptr || FindMessage(words[message - shape.arguments]) != nullptr);
 }
 
 void Release(Trace& trace, uint64_t handle) {
@@ -163,18 +154,6 @@ void Release(Trace& trace, uint64_t handle) {
         }
     }
     trace.names.erase(handle);
-}
-
-// Memory contexts are alike but for a number, the lowest that no other one has.
-std::string NameOfMade(const Trace& trace, const CallShape& shape, const std::string& arguments) {
-    if (shape.makes != std::string("memory")) {
-        return shape.makes + arguments;
-    }
-    int number = 1;
-    while (trace.HandleOf("memory " + std::to_string(number)) != 0) {
-        ++number;
-    }
-    return "memory " + std::to_string(number);
 }
 
 }  // namespace
@@ -218,7 +197,8 @@ uint64_t Trace::Call(const std::string& function, const uint64_t* words, const S
     }
     const uint64_t result = perform(words);
     if (shape->makes[0] != 0) {
-        names[result] = NameOfMade(*this, *shape, arguments);
+        const bool isMemory = shape->makes == std::string("memory");  // alike but for a number
+        names[result] = shape->makes + arguments + (isMemory ? " " + std::to_string(CountOf("memory") + 1) : "");
     }
     if (function == "SelectObject") {
         selected[words[0]].erase(result);
@@ -235,12 +215,7 @@ void Trace::Close(uint64_t window) {
     std::erase_if(names, [&](const auto& entry) { return (entry.second + "/").rfind(name, 0) == 0; });
 }
 
-std::string Trace::Leftovers() const {
-    std::string leftovers;
-    for (const char* kind : {"context", "memory", "bitmap", "picture", "pen", "font", "icon", "socket"}) {
-        for (const auto& [handle, name] : names) {
-            leftovers += name.rfind(kind, 0) == 0 && kept.count(handle) == 0 ? name + "\n" : "";
-        }
-    }
-    return leftovers;
+int64_t Trace::CountOf(const std::string& kind) const {
+    return std::count_if(names.begin(), names.end(),
+                         [&](const auto& entry) { return entry.second.rfind(kind, 0) == 0; });
 }

@@ -12,7 +12,6 @@ struct Trace {
     std::string text;  // the lines so far
     uint32_t pointerBytes = sizeof(void*);
     std::map<uint64_t, std::string> names;            // handles in use
-    std::set<uint64_t> kept;                          // handles that the system itself destroys
     std::map<uint64_t, std::set<uint64_t>> selected;  // by context
 
     void Add(const std::string& line) { text += line + "\n"; }
@@ -29,8 +28,7 @@ struct Trace {
     }
     // A window is gone, with all that is named after it.
     void Close(uint64_t window);
-    // Objects that were made and never released.
-    std::string Leftovers() const;
+    int64_t CountOf(const std::string& kind) const;  // of handles in use
 };
 
 // The functions whose calls are written down, and whether they give a handle.

@@ -16,7 +16,7 @@ constexpr uint32_t kSelectedAtFirst = 0x0BAD0000;
 uint32_t CreateWindow(uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint32_t parent) {
     constexpr uint32_t kCreated = 0x0001;
     const uint32_t window = NewHandle();
-    handheld->windows[window] = {.kind = "item", .parent = parent, .procedure = handheld->itemProcedure};
+    handheld->windows[window] = {.parent = parent, .procedure = handheld->itemProcedure};
     bed->trace->names[window] = "item";
     SendToWindow(window, kCreated, 0, 0);
     return window;
@@ -47,7 +47,7 @@ uint32_t SetText(uint32_t window, Address text) {
 void SetFocus(uint32_t handle) {
     constexpr uint32_t kCommand = 0x0111, kFocused = 3;
     const Window& window = handheld->windows[handle];
-    if (window.kind == "combobox") {
+    if (window.isComboBox) {
         SendToWindow(window.parent, kCommand, static_cast<uint32_t>(window.id) | kFocused << 16, handle);
     }
 }
@@ -63,12 +63,10 @@ struct TemplateReader {
         at += sizeof(value);
         return value;
     }
-    // A text; a number behind 0xFFFF gives the name of the system's class of that number, or nothing.
+    // A text; or a number behind 0xFFFF, of a class of the system's.
     std::string TakeText() {
         if (*At<uint16_t>(at) == 0xFFFF) {
-            constexpr const char* kKinds[] = {"button", "edit", "static", "listbox", "scrollbar", "combobox"};
-            const uint32_t number = Take<uint32_t>() >> 16;
-            return number >= 0x80 && number < 0x80 + std::size(kKinds) ? kKinds[number - 0x80] : "";
+            return std::to_string(Take<uint32_t>() >> 16);
         }
         const std::string text = Narrow(At<char16_t>(at));
         at += static_cast<uint32_t>(2 * text.size() + 2);
@@ -81,7 +79,7 @@ void AddControl(TemplateReader& reader, uint32_t dialog) {
     reader.at = ((reader.at + 3) & ~3U) + kBeforeId;
     Window control = {.parent = dialog};
     control.id = reader.Take<uint16_t>();
-    control.kind = reader.TakeText();
+    control.isComboBox = reader.TakeText() == "133";
     const std::string text = reader.TakeText();
     reader.at += reader.Take<uint16_t>();
     const uint32_t handle = NewHandle();
@@ -127,7 +125,7 @@ void RunSheet(const std::array<uint32_t, 10>* header) {
     constexpr uint32_t kGetVersion = 3, kVersion = 524;
     const auto [size, flags, owner, module, icon, caption, pages, start, records, callback] = *header;
     const uint32_t sheet = handheld->sheet = NewHandle();
-    handheld->windows[sheet] = {.kind = "sheet", .parent = owner};
+    handheld->windows[sheet] = {.parent = owner};
     if (size != sizeof(Words) || CallGuest(callback, {sheet, kGetVersion, 0}) != kVersion) {
         AddFault("a sheet of another version");
     }
@@ -170,7 +168,8 @@ StandInTable WindowStandIns() {
     }
     for (const char* function :
          {"GetSysColorBrush", "InitCommonControlsEx", "LoadCursorW", "MapDialogRect", "MapWindowPoints", "MessageBeep",
-          "MoveWindow", "SetCursor", "SetWindowLongW", "SetWindowPos", "UnregisterClassW", "FindWindowW"}) {
+          "MoveWindow", "SetCursor", "SetWindowLongW", "SetWindowPos", "UnregisterClassW", "FindWindowW", "WSACleanup",
+          "IcmpCloseHandle", "ConnMgrReleaseConnection", "HttpSendRequestW", "InternetCloseHandle"}) {
         table.push_back({function, [] {}});
     }
     const StandInTable others = {
@@ -209,7 +208,7 @@ StandInTable WindowStandIns() {
 uint32_t OpenDialog(const std::string& name, Address dialogTemplate, uint32_t parent, Address procedure) {
     constexpr uint32_t kInitDialog = 0x0110;
     const uint32_t handle = NewHandle();
-    handheld->windows[handle] = {.kind = "dialog", .parent = parent, .procedure = procedure};
+    handheld->windows[handle] = {.parent = parent, .procedure = procedure};
     bed->trace->Open(handle, name, "");
     TemplateReader reader = {dialogTemplate};
     for (int controls = TakeHead(reader); controls > 0; --controls) {

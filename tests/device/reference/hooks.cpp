@@ -89,25 +89,6 @@ uint64_t RunThread(const uint64_t* words) {
     return thread;
 }
 
-// The system keeps shared icons.
-uint64_t LoadSharedIcon(const uint64_t* words) {
-    const auto original = reinterpret_cast<AnyFunction>(Original("LoadImageW"));
-    const uint64_t icon = original(words[0], words[1], words[2], words[3], words[4], words[5], 0, 0, 0, 0, 0, 0);
-    if ((words[5] & LR_SHARED) != 0) {
-        player->trace.kept.insert(icon);
-    }
-    return icon;
-}
-
-hostent* FindByName(const char* name) {
-    static uint32_t address;
-    static char* addresses[] = {reinterpret_cast<char*>(&address), nullptr};
-    static hostent entry = {nullptr, nullptr, AF_INET, sizeof(address), addresses};
-    const device_script::Host* host = FindHostNamed(name);
-    address = host != nullptr ? AddressOf(*host) : 0;
-    return host != nullptr ? &entry : nullptr;
-}
-
 }  // namespace
 
 void Hook(const std::string& function, StandIn stands) {
@@ -126,11 +107,8 @@ void HookSystem() {
         });
     }
     StandInTable table = ScriptedStandIns();
-    table.insert(table.end(), {{"FindWindowExW", FindFrame},
-                               {"GetDCEx", GetScreen},
-                               {"CreateThread", StandIn(RunThread)},
-                               {"LoadImageW", StandIn(LoadSharedIcon)},
-                               {"gethostbyname", FindByName}});
+    table.insert(table.end(),
+                 {{"FindWindowExW", FindFrame}, {"GetDCEx", GetScreen}, {"CreateThread", StandIn(RunThread)}});
     for (const StandInRow& row : table) {
         Hook(row.name, row.call);
     }

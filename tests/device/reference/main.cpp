@@ -33,7 +33,7 @@ struct Desktop : System {
     std::vector<uint8_t> room;
 
     uint64_t Attach() override {
-        room.assign(2 * kRecordBytes, 0);
+        room.assign(3 * kRecordBytes, 0);
         memory = room.data();
         memory[kRecordEnabled] = 1;
         hostWindow =
