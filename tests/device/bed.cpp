@@ -77,7 +77,7 @@ void ReadExports(Address directory) {
 
 }  // namespace
 
-void MapRegion(Address base, uint32_t bytes) {
+void MapRegion(Address base, uint32_t bytes, uint32_t rights) {
     void* memory = mmap(At<void>(base), bytes, PROT_READ | PROT_WRITE,
                         MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED_NOREPLACE, -1, 0);
     if (memory != At<void>(base)) {
@@ -85,16 +85,16 @@ void MapRegion(Address base, uint32_t bytes) {
         abort();
     }
     bed->regions[base] = bytes;
+    uc_mem_map_ptr(bed->engine, base, bytes, rights, memory);
 }
 
-void OpenRegion(Address base, uint32_t bytes, uint32_t rights) {
-    uc_mem_map_ptr(bed->engine, base, bytes, rights, At<void>(base));
+void ProtectRegion(Address base, uint32_t bytes, uint32_t rights) {
+    uc_mem_protect(bed->engine, base, bytes, rights);
     mprotect(At<void>(base), bytes, (rights & UC_PROT_WRITE) != 0 ? PROT_READ | PROT_WRITE : PROT_READ);
 }
 
 void MapHeap() {
-    MapRegion(kHeapBase, kHeapBytes);
-    OpenRegion(kHeapBase, kHeapBytes, UC_PROT_READ | UC_PROT_WRITE);
+    MapRegion(kHeapBase, kHeapBytes, UC_PROT_READ | UC_PROT_WRITE);
     ASAN_POISON_MEMORY_REGION(At<void>(kHeapBase), kHeapBytes);
     bed->heapEnd = kHeapBase;
 }
@@ -119,7 +119,7 @@ void LoadLibraryIntoBed(const std::string& file, Address base) {
     const auto directory = [&](uint32_t which) { return bed->imageBase + word(header + 120 + which * 8); };
     const uint32_t preferred = word(header + 52);
     bed->imageBase = base != 0 ? base : preferred;
-    MapRegion(bed->imageBase, RoundUp(word(header + 80)));
+    MapRegion(bed->imageBase, RoundUp(word(header + 80)), UC_PROT_NONE);
     memcpy(At<void>(bed->imageBase), bytes.data(), word(header + 84));
     const uint32_t count = word(header + 4) >> 16;
     for (uint32_t row = sections; row < sections + count * 40; row += 40) {
@@ -131,11 +131,11 @@ void LoadLibraryIntoBed(const std::string& file, Address base) {
     ReadExports(directory(0));
     BindImports(directory(1));
     Relocate(directory(5), word(header + 120 + 5 * 8 + 4), bed->imageBase - preferred);
-    OpenRegion(bed->imageBase, kPageBytes, UC_PROT_READ);
+    ProtectRegion(bed->imageBase, kPageBytes, UC_PROT_READ);
     for (uint32_t row = sections; row < sections + count * 40; row += 40) {
         const uint32_t flags = word(row + 36);
-        OpenRegion(bed->imageBase + word(row + 12), RoundUp(word(row + 8)),
-                   UC_PROT_READ | (flags >> 31 != 0 ? UC_PROT_WRITE : 0) | (flags >> 29 & 1 ? UC_PROT_EXEC : 0));
+        ProtectRegion(bed->imageBase + word(row + 12), RoundUp(word(row + 8)),
+                      UC_PROT_READ | (flags >> 31 != 0 ? UC_PROT_WRITE : 0) | (flags >> 29 & 1 ? UC_PROT_EXEC : 0));
     }
 }
 

@@ -62,9 +62,9 @@ void OpenBed(Core core);  // instead of the last one, with heap and stacks and w
 
 // Maps, relocates and binds the library at `base` (0: the base it prefers). An import without a stand-in is a fault.
 void LoadLibraryIntoBed(const std::string& file, Address base);
-// Zeroed memory of this process, which goes with the bed; and the guest's access to it, UC_PROT_...
-void MapRegion(Address base, uint32_t bytes);
-void OpenRegion(Address base, uint32_t bytes, uint32_t rights);
+// Zeroed memory, which goes with the bed; and the guest's and this process's access to a part of it, UC_PROT_...
+void MapRegion(Address base, uint32_t bytes, uint32_t rights);
+void ProtectRegion(Address base, uint32_t bytes, uint32_t rights);
 void MapHeap();
 
 void AddFault(const std::string& text);

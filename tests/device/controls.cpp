@@ -36,9 +36,8 @@ int64_t AddEntry(const Call& call) {
 }
 
 int64_t ChooseEntry(const Call& call) {
-    call.control.selected = call.wParam < call.control.items.size() ? static_cast<int32_t>(call.wParam) : -1;
-    call.control.text = call.control.selected >= 0 ? call.control.items[call.wParam] : u"";
-    return call.wParam;
+    call.control.text = call.control.items.at(call.wParam);
+    return call.control.selected = static_cast<int32_t>(call.wParam);
 }
 
 int64_t DeleteItems(const Call& call) {
@@ -66,11 +65,10 @@ int64_t InsertItem(const Call& call) {
 }
 
 int64_t GetItem(const Call& call) {
-    const bool isThere = call.ItemAt().row < call.control.rows.size();
-    const ListRow row = isThere ? call.control.rows[call.ItemAt().row] : ListRow();
+    const ListRow& row = call.control.rows.at(call.ItemAt().row);
     call.ItemAt().image = row.image;
     call.ItemAt().data = row.data;
-    return isThere;
+    return 1;
 }
 
 int64_t SetItemText(const Call& call) {
@@ -79,8 +77,7 @@ int64_t SetItemText(const Call& call) {
 }
 
 int64_t GetItemText(const Call& call) {
-    const std::u16string cell =
-        call.wParam < call.control.rows.size() ? call.control.rows[call.wParam].cells[call.ItemAt().column] : u"";
+    const std::u16string& cell = call.control.rows.at(call.wParam).cells[call.ItemAt().column];
     auto* text = At<char16_t>(call.ItemAt().text);
     text[cell.copy(text, call.ItemAt().room - 1)] = 0;
     return static_cast<int64_t>(cell.size());

@@ -56,8 +56,7 @@ uint64_t Handheld::Attach() {
     handheld = this;
     OpenBed(core);
     bed->trace = &player.trace;
-    MapRegion(kMemory, kPageBytes);
-    OpenRegion(kMemory, kPageBytes, UC_PROT_READ | UC_PROT_WRITE);
+    MapRegion(kMemory, kPageBytes, UC_PROT_READ | UC_PROT_WRITE);
     memory = At<uint8_t>(kMemory);
     memory[kRecordEnabled] = 1;
     for (const auto& table : {WindowStandIns(), SystemStandIns(), NetworkStandIns(), ScriptedStandIns()}) {
@@ -83,7 +82,7 @@ void Handheld::OpenOptions() {
 }
 
 void Handheld::CloseWindow(uint64_t window) {
-    RemoveWindow(static_cast<uint32_t>(window));
+    windows.erase(static_cast<uint32_t>(window));
 }
 
 int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {

@@ -70,7 +70,6 @@ StandInTable SystemStandIns();   // files, registry, memory, modules, threads, t
 StandInTable NetworkStandIns();  // IP helper, echo, wireless driver, Winsock, connection manager, internet library
 StandInTable WindowStandIns();   // windows, dialogs, sheets, drawing
 
-void RemoveWindow(uint32_t handle);  // with its children
 uint32_t SendToWindow(uint32_t window, uint32_t message, uint32_t wParam, uint32_t lParam);
 uint32_t SendToControl(Window& control, uint32_t message, uint32_t wParam, uint32_t lParam);
 uint32_t OpenDialog(const std::string& name, Address dialogTemplate, uint32_t parent, Address procedure);

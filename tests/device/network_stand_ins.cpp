@@ -1,6 +1,7 @@
 // The network is the scripted services in the records of a 32-bit system: IP helper, echo, the wireless driver, names,
 // connection manager and internet library.
 
+#include "platform/ndis.h"
 #include "tests/device/handheld.h"
 
 #include <algorithm>
@@ -103,16 +104,6 @@ DWORD GetNameServers(uint32_t index, uint8_t* buffer, ULONG* size) {
     return NO_ERROR;
 }
 
-BOOL SendEcho(uint64_t, uint32_t address, const void* data, uint16_t bytes, uint64_t, uint8_t* reply, uint32_t room,
-              uint32_t timeoutMs) {
-    if (room < sizeof(platform::EchoReply) + bytes ||
-        platform::IcmpSendEcho(nullptr, address, data, bytes, nullptr, reply, room, timeoutMs) == 0) {
-        return false;
-    }
-    memcpy(reply + sizeof(platform::EchoReply), data, bytes);
-    return true;
-}
-
 // The binding's name behind a record of five words, or the value behind an identifier and the binding's name.
 bool DeviceIoControl(uint64_t, uint32_t code, uint32_t* buffer, uint32_t inBytes, uint64_t, uint32_t room,
                      uint32_t* done) {
@@ -147,7 +138,7 @@ StandInTable NetworkStandIns() {
         {"IpReleaseAddress", platform::IpReleaseAddress},
         {"IpRenewAddress", platform::IpRenewAddress},
         {"IcmpCreateFile", NewHandle},
-        {"IcmpSendEcho", SendEcho},
+        {"IcmpSendEcho", platform::IcmpSendEcho},
         {"DeviceIoControl", DeviceIoControl},
         {"WSAStartup", [](uint32_t, uint8_t* data) { return memset(data, 0, 400), 0; }},
         {"inet_addr", [](const char* text) { return inet_addr(text); }},

@@ -178,13 +178,10 @@ void OpenBed(Core core) {
     uc_ctl_set_cpu_model(bed->engine, core == Core::StrongArm ? UC_CPU_ARM_SA1110 : UC_CPU_ARM_TI925T);
     bed->systemMode = core == Core::Arm925ThumbSystem ? 1 : 0;
     constexpr uint32_t kNoOperation = 0xE1A00000;
-    MapRegion(kTrapBase, kTraps * 4);
+    MapRegion(kTrapBase, kTraps * 4, UC_PROT_READ | UC_PROT_EXEC);
     std::fill_n(At<uint32_t>(kTrapBase), kTraps, kNoOperation);
-    OpenRegion(kTrapBase, kTraps * 4, UC_PROT_READ | UC_PROT_EXEC);
     for (size_t stack = 0; stack < std::size(kStackTops); ++stack) {
-        const Address bottom = kStackTops[stack] - kStackBytes;
-        MapRegion(bottom, kStackBytes + kPageBytes);
-        OpenRegion(bottom, kStackBytes + kPageBytes, UC_PROT_READ | UC_PROT_WRITE);
+        MapRegion(kStackTops[stack] - kStackBytes, kStackBytes + kPageBytes, UC_PROT_READ | UC_PROT_WRITE);
         bed->lowestPage[stack] = kStackTops[stack] / kPageBytes - 1;
     }
     MapHeap();

@@ -5,7 +5,6 @@
 // following ones that dialog's, until one of them ends it.
 #pragma once
 
-#include "platform/ndis.h"
 #include "resources/resource_ids.h"
 #include "tests/fakes/scripted_platform.h"
 
@@ -70,59 +69,21 @@ inline const scripted::Adapter kAdapters[] = {
 };
 // clang-format on
 
-// Who answers an echo in 192.168.7.0/24 (time to live 64); the rows of the ARP table are those with a hardware address.
+// Who answers an echo in 192.168.7.0/24 (time to live 64).
 struct Host {
-    uint8_t lastByte;
+    uint8_t lastByte;  // of the address, and of the hardware address
     uint32_t roundTripMs;
-    const uint8_t* mac;   // 6 bytes, or null: not in the ARP table
+    bool isInArpTable;
     const char* name;     // of its NetBIOS node status (one name, suffix 0), or null: its port is closed
     const char* dnsName;  // gethostbyname knows it by this name, or null
 };
-inline constexpr uint8_t kHostMacs[3][6] = {{0x02, 0, 0, 0, 7, 1}, {0x02, 0, 0, 0, 7, 0x14}, {0x02, 0, 0, 0, 7, 0xFA}};
 inline constexpr Host kHosts[] = {
-    {1, 2, kHostMacs[0], nullptr, "router"},
-    {20, 14, kHostMacs[1], "PRINTER", nullptr},
-    {33, 0, nullptr, "HANDHELD", nullptr},
-    {250, 120, kHostMacs[2], nullptr, nullptr},
+    {1, 2, true, nullptr, "router"},
+    {20, 14, true, "PRINTER", nullptr},
+    {33, 0, false, "HANDHELD", nullptr},
+    {250, 120, true, nullptr, nullptr},
 };
 inline constexpr char kEchoBody[] = "203.0.113.77\n";  // every HTTP answer, in one piece
-
-inline constexpr uint8_t kAssociatedBssid[] = {2, 0, 0, 0, 9, 1};
-
-struct Point {  // NDIS_WLAN_BSSID
-    uint32_t bytes;
-    uint8_t bssid[8];
-    uint32_t ssidLength;
-    char ssid[32];
-    uint32_t privacy;
-    int32_t rssi;
-    uint32_t networkType, configuration[3], frequency, hopping[4], mode;
-    uint8_t rates[8];
-};
-struct PointList {
-    uint32_t count;
-    Point points[2];
-};
-inline constexpr PointList kPoints = {
-    2,
-    {{sizeof(Point), {2, 0, 0, 0, 9, 1}, 12, "Office & Lab", 1, -52, 3, {}, 2437000, {}, 1, {0x82, 0x84, 0x8B, 0x96}},
-     {sizeof(Point), {2, 0, 0, 0, 9, 2}, 5, "guest", 0, -81, 3, {}, 2462000, {}, 1, {0x82, 0x84, 0x8B, 0x96}}}};
-// The driver's values; those of signal and BSSID follow the steps.
-struct OidValue {
-    uint32_t oid;
-    const void* bytes;
-    size_t size;
-};
-// clang-format off
-inline constexpr OidValue kOids[] = {
-    {OID_802_11_SSID, "\x0C\0\0\0Office & Lab\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 36},
-    {OID_802_11_INFRASTRUCTURE_MODE, "\1\0\0\0", 4}, {OID_802_11_AUTHENTICATION_MODE, "\4\0\0\0", 4},
-    {OID_802_11_BSSID_LIST_SCAN, "", 0}, {OID_802_11_WEP_STATUS, "\0\0\0\0", 4},
-    {OID_802_11_NETWORK_TYPE_IN_USE, "\1\0\0\0", 4},
-    {OID_802_11_CONFIGURATION, "\x20\0\0\0\x64\0\0\0\x0A\0\0\0\x88\x2F\x25\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 32},
-    {OID_802_11_BSSID_LIST, &kPoints, sizeof(kPoints)},
-};
-// clang-format on
 
 // Taps of the strip's icons, normal pixels.
 inline constexpr uint32_t kIconTop = 10;

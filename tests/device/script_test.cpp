@@ -35,30 +35,20 @@ files::path Reference() {
     return folder != nullptr ? folder : "QUORVANE_DEVICE_REFERENCE is not set";
 }
 
-// The first line in which two texts differ, with the step that it belongs to.
+// The lines around the first difference; a line with "#" is the number of a step.
 std::string FirstDifference(const std::string& expected, const std::string& actual) {
-    const auto [left, right] = std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end());
-    if (left == expected.end() && right == actual.end()) {
-        return "";
-    }
-    const auto lineAt = [](const std::string& text, size_t at) {
-        const size_t start = text.rfind('\n', at - 1) + 1;
-        return text.substr(start, text.find('\n', start) - start);
-    };
-    const auto at = static_cast<size_t>(left - expected.begin());
-    return "step " + lineAt(expected, expected.rfind("\n# ", at) + 1) + "\n  reference " + lineAt(expected, at) +
-           "\n  handheld  " + lineAt(actual, at);
+    constexpr size_t kBefore = 200, kShown = 400;
+    const auto at = std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end()).first;
+    const auto from = static_cast<size_t>(std::max<ptrdiff_t>(at - expected.begin() - kBefore, 0));
+    return expected == actual
+               ? ""
+               : "reference:\n" + expected.substr(from, kShown) + "\nhandheld:\n" + actual.substr(from, kShown);
 }
 
-struct Case {
-    Core core;
-    Address base;
-};
-
-class Script : public testing::TestWithParam<Case> {};
+class Script : public testing::TestWithParam<std::pair<Core, Address>> {};
 
 TEST_P(Script, Leaves_what_the_desktop_leaves) {
-    const Handheld handheld(device_script::kScript, GetParam().base, GetParam().core);
+    const Handheld handheld(device_script::kScript, GetParam().second, GetParam().first);
     const std::string& trace = handheld.player.trace.text;
     EXPECT_EQ(handheld.faults, "");
     EXPECT_TRUE(handheld.player.answers.empty());
@@ -76,7 +66,8 @@ TEST_P(Script, Leaves_what_the_desktop_leaves) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cores, Script,
-                         testing::Values(Case{Core::Arm925, 0}, Case{Core::StrongArm, 0x0A340000},
-                                         Case{Core::Arm925ThumbSystem, 0x0A340000}));
+                         testing::Values(std::pair{Core::Arm925, Address{0}},
+                                         std::pair{Core::StrongArm, Address{0x0A340000}},
+                                         std::pair{Core::Arm925ThumbSystem, Address{0x0A340000}}));
 
 }  // namespace

@@ -1,7 +1,9 @@
 // What of the system the script answers by itself, alike on both: time, the network's peers, a person's answers.
 
 #include "tests/device/player.h"
+#include "tests/support/access_point_list.h"
 #include "tests/support/node_status_reply.h"
+#include "tests/support/wireless_values.h"
 
 #include <algorithm>
 
@@ -18,11 +20,6 @@ const Host* FindHost(uint32_t address) {
     const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts),
                                      [&](const Host& host) { return AddressOf(host) == address; });
     return found != std::end(kHosts) ? found : nullptr;
-}
-
-std::vector<uint8_t> Bytes(const void* bytes, size_t size) {
-    const auto* first = static_cast<const uint8_t*>(bytes);
-    return {first, first + size};
 }
 
 std::optional<platform::EchoReply> AnswerEcho(uint32_t address, DWORD) {
@@ -88,14 +85,13 @@ void* GetHostByName(const char* name) {
     });
     uint8_t* entry = player->system.memory + 2 * kRecordBytes;
     const uint64_t place = (uint64_t)entry, pointer = player->trace.pointerBytes;
-    const uint32_t kindAndSize = 0x00040002, address = host != std::end(kHosts) ? AddressOf(*host) : 0;
-    const uint64_t list = place + 4 * pointer, number = place + 6 * pointer;
-    memset(entry, 0, 7 * pointer);
-    memcpy(entry + 2 * pointer, &kindAndSize, sizeof(kindAndSize));
-    memcpy(entry + 3 * pointer, &list, pointer);
-    memcpy(entry + 4 * pointer, &number, pointer);
-    memcpy(entry + 6 * pointer, &address, sizeof(address));
-    return host != std::end(kHosts) ? entry : nullptr;
+    const uint64_t address = host != std::end(kHosts) ? AddressOf(*host) : 0;
+    for (const uint64_t field : {uint64_t{0}, uint64_t{0}, uint64_t{0x00040002}, place + 4 * pointer,
+                                 place + 6 * pointer, uint64_t{0}, address}) {
+        memcpy(entry, &field, pointer);
+        entry += pointer;
+    }
+    return host != std::end(kHosts) ? FromWord<void*>(place) : nullptr;
 }
 
 size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
@@ -115,22 +111,30 @@ void Publish(const Player& player) {
         }
     }
     for (const Host& host : kHosts) {
-        if (host.mac != nullptr) {
-            system.arp.push_back({AddressOf(host), Bytes(host.mac, 6)});
+        if (host.isInArpTable) {
+            system.arp.push_back({AddressOf(host), {2, 0, 0, 0, 7, host.lastByte}});
         }
     }
     system.echo = AnswerEcho;
     for (const wchar_t* server : {L"ip1.quorvane.net", L"ip2.quorvane.net"}) {
         system.internet.answers[server].pieces = {kEchoBody};
     }
+    UseWireless();
     system.wireless.present = player.radio;
-    system.wireless.bindingName = L"WLAN1";
-    for (const OidValue& value : kOids) {
-        system.wireless.values[value.oid] = Bytes(value.bytes, value.size);
-    }
-    system.wireless.values[OID_802_11_RSSI] = Bytes(&player.dbm, sizeof(player.dbm));
+    system.wireless.values = {
+        {OID_802_11_SSID, SsidValue("Office & Lab", 12)},
+        {OID_802_11_INFRASTRUCTURE_MODE, NdisFields({1})},
+        {OID_802_11_AUTHENTICATION_MODE, NdisFields({4})},
+        {OID_802_11_BSSID_LIST_SCAN, {}},
+        {OID_802_11_WEP_STATUS, NdisFields({0})},
+        {OID_802_11_NETWORK_TYPE_IN_USE, NdisFields({1})},
+        {OID_802_11_CONFIGURATION, NdisFields({32, 100, 10, 2437000, 0, 0, 0, 0})},
+        {OID_802_11_BSSID_LIST,
+         AccessPointListBuilder().Add("Office & Lab", 1, -52, 1).Add("guest", 2, -81, 0, 2462000).Value()},
+        {OID_802_11_RSSI, NdisFields({player.dbm})},
+    };
     if (player.associated) {
-        system.wireless.values[OID_802_11_BSSID] = Bytes(kAssociatedBssid, sizeof(kAssociatedBssid));
+        system.wireless.values[OID_802_11_BSSID] = {2, 0, 0, 0, 0, 1};
     }
 }
 

@@ -119,7 +119,7 @@ constexpr std::u16string_view kPath = u"\\Windows\\quorvane.dll";
 
 uint32_t LoadModule(const char16_t* name) {
     handheld->libraryUses += name == kPath ? 1 : 0;
-    return name == kPath ? bed->imageBase : name == std::u16string_view(u"coredll.dll") ? 0 : NewHandle();
+    return name == kPath ? bed->imageBase : NewHandle();
 }
 
 void FreeModule(uint32_t module) {

@@ -7,17 +7,6 @@
 
 namespace {
 
-// How one function's calls are written. A letter an argument: h handle, i number, x hexadecimal, c colour, s UTF-16
-// text, r RECT*, f LOGFONTW*, p POINT* (the next argument is their number), v the value of a registry's type before it,
-// m a message with its two arguments, - left out.
-struct CallShape {
-    const char* name;
-    const char* arguments;
-    const char* makes = "";  // kind of the handle that it returns, which is then called by this and the arguments
-    bool releases = false;   // the last handle among the arguments is gone afterwards
-    bool silent = false;     // only keeps the names
-};
-
 // clang-format off
 constexpr CallShape kShapes[] = {
     {"BeginPaint", "h-", "paint"}, {"BitBlt", "hiiiihiix"}, {"CreateCompatibleBitmap", "-ii", "bitmap"},
@@ -158,12 +147,8 @@ void Release(Trace& trace, uint64_t handle) {
 
 }  // namespace
 
-std::vector<std::pair<const char*, bool>> TracedFunctions() {
-    std::vector<std::pair<const char*, bool>> functions;
-    for (const CallShape& shape : kShapes) {
-        functions.emplace_back(shape.name, shape.makes[0] != 0);
-    }
-    return functions;
+std::span<const CallShape> TracedCalls() {
+    return kShapes;
 }
 
 std::string Narrow(const char16_t* text) {

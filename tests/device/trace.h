@@ -6,15 +6,29 @@
 
 #include <map>
 #include <set>
+#include <span>
 #include <string>
+
+// How one function's calls are written. A letter an argument: h handle, i number, x hexadecimal, c colour, s UTF-16
+// text, r RECT*, f LOGFONTW*, p POINT* (the next argument is their number), v the value of a registry's type before it,
+// m a message with its two arguments, - left out.
+struct CallShape {
+    const char* name;
+    const char* arguments;
+    const char* makes = "";  // kind of the handle that it returns, which is then called by this and the arguments
+    bool releases = false;   // the last handle among the arguments is gone afterwards
+    bool silent = false;     // only keeps the names
+};
+std::span<const CallShape> TracedCalls();
 
 struct Trace {
     std::string text;  // the lines so far
+    bool isSilent = false;
     uint32_t pointerBytes = sizeof(void*);
     std::map<uint64_t, std::string> names;            // handles in use
     std::map<uint64_t, std::set<uint64_t>> selected;  // by context
 
-    void Add(const std::string& line) { text += line + "\n"; }
+    void Add(const std::string& line) { text += isSilent ? "" : line + "\n"; }
     std::string NameOf(uint64_t handle) const;
     uint64_t HandleOf(const std::string& name) const;  // 0: none
     // Writes a call down, if it is of those that are compared, makes it and names what it gives.
@@ -31,7 +45,5 @@ struct Trace {
     int64_t CountOf(const std::string& kind) const;  // of handles in use
 };
 
-// The functions whose calls are written down, and whether they give a handle.
-std::vector<std::pair<const char*, bool>> TracedFunctions();
 // Of UTF-16 text; what lies beyond ASCII is "?".
 std::string Narrow(const char16_t* text);

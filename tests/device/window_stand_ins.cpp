@@ -22,11 +22,6 @@ uint32_t CreateWindow(uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t
     return window;
 }
 
-// A record of zeros: a rectangle of a window, of dialog units.
-void GetRectangle(uint64_t, std::array<int32_t, 4>* area) {
-    *area = {};
-}
-
 uint32_t FindControl(uint32_t dialog, uint32_t id) {
     return static_cast<uint32_t>(bed->trace->HandleOf(bed->trace->NameOf(dialog) + "/" + std::to_string(id)));
 }
@@ -52,60 +47,48 @@ void SetFocus(uint32_t handle) {
     }
 }
 
-// Walks over a DLGTEMPLATE.
-struct TemplateReader {
-    Address at;
-
-    template <class Value>
-    Value Take() {
-        Value value;
-        memcpy(&value, At<void>(at), sizeof(value));
-        at += sizeof(value);
-        return value;
+// Of a template: a text, or a number behind 0xFFFF.
+std::string TakeText(const char16_t*& at) {
+    if (*at == 0xFFFF) {
+        at += 2;
+        return std::to_string(at[-1]);
     }
-    // A text; or a number behind 0xFFFF, of a class of the system's.
-    std::string TakeText() {
-        if (*At<uint16_t>(at) == 0xFFFF) {
-            return std::to_string(Take<uint32_t>() >> 16);
-        }
-        const std::string text = Narrow(At<char16_t>(at));
-        at += static_cast<uint32_t>(2 * text.size() + 2);
-        return text;
-    }
-};
+    const std::string text = Narrow(at);
+    at += text.size() + 1;
+    return text;
+}
 
-void AddControl(TemplateReader& reader, uint32_t dialog) {
-    constexpr uint32_t kBeforeId = 8 + 8;  // styles, area
-    reader.at = ((reader.at + 3) & ~3U) + kBeforeId;
-    Window control = {.parent = dialog};
-    control.id = reader.Take<uint16_t>();
-    control.isComboBox = reader.TakeText() == "133";
-    const std::string text = reader.TakeText();
-    reader.at += reader.Take<uint16_t>();
+// DLGITEMTEMPLATE: styles, area and number, class, text, more bytes.
+void AddControl(const char16_t*& at, uint32_t dialog) {
+    constexpr uint32_t kComboBox = 0x85;
+    at = FromWord<const char16_t*>(((uint64_t)at + 3) & ~uint64_t{3});
+    Window control = {.parent = dialog, .id = at[8]};
+    at += 9;
+    control.isComboBox = TakeText(at) == std::to_string(kComboBox);
     const uint32_t handle = NewHandle();
-    bed->trace->Open(handle, bed->trace->NameOf(dialog) + "/" + std::to_string(control.id), text);
+    bed->trace->Open(handle, bed->trace->NameOf(dialog) + "/" + std::to_string(control.id), TakeText(at));
+    at += 1 + *at / 2;
     handheld->windows[handle] = control;
 }
 
-// The part before the controls; gives their number.
-int TakeHead(TemplateReader& reader) {
-    constexpr uint32_t kSetFont = 0x40;
-    const auto style = reader.Take<uint32_t>();
-    if (style == 0xFFFF0001) {  // DLGTEMPLATEEX
-        AddFault("a dialog template that a handheld does not know");
-        return 0;
+// DLGTEMPLATE: styles, the number of controls, area, menu, class, title, and size and name of the font.
+void AddControls(const char16_t* at, uint32_t dialog) {
+    constexpr uint32_t kSetFont = 0x40, kExtended = 0xFFFF;
+    if (at[1] == kExtended) {
+        return AddFault("a dialog template that a handheld does not know");
     }
-    reader.at += 4;  // extended style
-    const int controls = reader.Take<uint16_t>();
-    reader.at += 8;                // area
-    for (int i = 0; i < 3; ++i) {  // menu, class, title
-        reader.TakeText();
+    const bool hasFont = (at[0] & kSetFont) != 0;
+    const int controls = at[4];
+    at += 9;
+    for (int i = 0; i < 3; ++i) {
+        TakeText(at);
     }
-    if ((style & kSetFont) != 0) {
-        reader.at += 2;  // point size
-        reader.TakeText();
+    if (hasFont) {
+        TakeText(++at);
     }
-    return controls;
+    for (int i = 0; i < controls; ++i) {
+        AddControl(at, dialog);
+    }
 }
 
 // The handle of a resource is its address, and so is what it is loaded as.
@@ -154,17 +137,13 @@ uint32_t SelectObject(uint32_t context, uint32_t object) {
     return std::exchange(handheld->held.try_emplace({context, kind}, kSelectedAtFirst + kind).first->second, object);
 }
 
-// PAINTSTRUCT begins with the context.
-uint32_t BeginPaint(uint64_t, uint32_t* paint) {
-    return *paint = NewHandle();
-}
-
 }  // namespace
 
 StandInTable WindowStandIns() {
     StandInTable table;
-    for (const auto& [function, makes] : TracedFunctions()) {
-        table.push_back({function, StandIn([makes = makes](const uint64_t*) { return makes ? NewHandle() : 1; })});
+    for (const CallShape& shape : TracedCalls()) {
+        table.push_back({shape.name, shape.makes[0] != 0 ? StandIn([](const uint64_t*) { return NewHandle(); })
+                                                         : StandIn([](const uint64_t*) { return 1; })});
     }
     for (const char* function :
          {"GetSysColorBrush", "InitCommonControlsEx", "LoadCursorW", "MapDialogRect", "MapWindowPoints", "MessageBeep",
@@ -173,9 +152,9 @@ StandInTable WindowStandIns() {
         table.push_back({function, [] {}});
     }
     const StandInTable others = {
-        {"BeginPaint", BeginPaint},
+        {"BeginPaint", [](uint64_t, uint32_t* paint) { return *paint = NewHandle(); }},
         {"CreateWindowExW", CreateWindow},
-        {"DestroyWindow", RemoveWindow},
+        {"DestroyWindow", [](uint32_t window) { return handheld->windows.erase(window); }},
         {"DialogBoxIndirectParamW", RunDialog},
         {"FindResourceW", FindResource},
         {"GetDlgCtrlID", [](uint32_t window) { return handheld->windows[window].id; }},
@@ -183,7 +162,7 @@ StandInTable WindowStandIns() {
         {"GetDlgItemTextW", GetItemText},
         {"GetParent", [](uint32_t window) { return handheld->windows[window].parent; }},
         {"GetSystemMetrics", [](uint32_t which) { return which == 0 ? player->screenWidth : player->screenHeight; }},
-        {"GetWindowRect", GetRectangle},
+        {"GetWindowRect", [](uint64_t, std::array<int32_t, 4>* area) { *area = {}; }},
         {"LoadResource", [](uint32_t, Address resource) { return resource; }},
         {"PropertySheetW", RunSheet},
         // WNDCLASSW, whose procedure is its second word.
@@ -210,10 +189,7 @@ uint32_t OpenDialog(const std::string& name, Address dialogTemplate, uint32_t pa
     const uint32_t handle = NewHandle();
     handheld->windows[handle] = {.parent = parent, .procedure = procedure};
     bed->trace->Open(handle, name, "");
-    TemplateReader reader = {dialogTemplate};
-    for (int controls = TakeHead(reader); controls > 0; --controls) {
-        AddControl(reader, handle);
-    }
+    AddControls(At<char16_t>(dialogTemplate), handle);
     SendToWindow(handle, kInitDialog, 0, 0);
     return handle;
 }
@@ -225,18 +201,6 @@ uint64_t Handheld::OpenPage(uint32_t number) {
         OpenDialog("page " + std::to_string(number), FindGuestResource(kDialogResource, page[3]), sheet, page[6]);
     SendToWindow(window, kSize, 0, 0);
     return window;
-}
-
-void RemoveWindow(uint32_t handle) {
-    handheld->windows.erase(handle);
-    while (true) {
-        const auto child = std::find_if(handheld->windows.begin(), handheld->windows.end(),
-                                        [&](const auto& entry) { return entry.second.parent == handle; });
-        if (child == handheld->windows.end()) {
-            return;
-        }
-        RemoveWindow(child->first);
-    }
 }
 
 uint32_t SendToWindow(uint32_t handle, uint32_t message, uint32_t wParam, uint32_t lParam) {

@@ -6,7 +6,6 @@
 #include "platform/controls.h"
 
 #include <array>
-#include <optional>
 
 extern "C" INT_PTR CALLBACK CustomItemOptionsDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -17,20 +16,12 @@ DLGPROC openingProcedure;
 std::vector<PROPSHEETPAGEW> sheetPages;
 HWND sheetParent;
 
-// Between finding a template and opening its dialog a desktop measures fonts, which is not the product's drawing: the
-// trace goes back to where it stood.
+// Between finding a template and opening its dialog a desktop measures fonts, which is not the product's drawing.
 int templateNumber = 0;
-std::optional<size_t> traceAtTemplate;
-
 HRSRC NoteTemplate(HMODULE module, const wchar_t* name, const wchar_t* type) {
     templateNumber = static_cast<int>(reinterpret_cast<intptr_t>(name));
-    traceAtTemplate = traceAtTemplate.value_or(player->trace.text.size());
+    player->trace.isSilent = true;
     return reinterpret_cast<decltype(&FindResourceW)>(Original("FindResourceW"))(module, name, type);
-}
-
-void ForgetMeasuring() {
-    player->trace.text.resize(traceAtTemplate.value_or(player->trace.text.size()));
-    traceAtTemplate.reset();
 }
 
 // A date picker's is the day of the run.
@@ -70,13 +61,13 @@ HWND OpenWindow(const std::string& name, const DLGTEMPLATE* source, HWND parent,
 }
 
 int RunDialog(HINSTANCE, const DLGTEMPLATE* source, HWND owner, DLGPROC procedure) {
-    ForgetMeasuring();
+    player->trace.isSilent = false;
     player->RunDialog(Number(OpenWindow("dialog " + std::to_string(templateNumber), source, owner, procedure)));
     return IDOK;
 }
 
 void RunSheet(const PROPSHEETHEADERW* header) {
-    ForgetMeasuring();
+    player->trace.isSilent = false;
     sheetPages = {header->ppsp, header->ppsp + header->nPages};
     sheetParent = header->hwndParent;
     player->RunSheet(header->nPages);

@@ -100,9 +100,9 @@ void* Original(const std::string& function) {
 }
 
 void HookSystem() {
-    for (const auto& [function, makes] : TracedFunctions()) {
-        const auto original = reinterpret_cast<AnyFunction>(Original(function));
-        Hook(function, [original](const uint64_t* w) {
+    for (const CallShape& shape : TracedCalls()) {
+        const auto original = reinterpret_cast<AnyFunction>(Original(shape.name));
+        Hook(shape.name, [original](const uint64_t* w) {
             return original(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11]);
         });
     }
