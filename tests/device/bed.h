@@ -42,9 +42,9 @@ struct Bed {
     bool dead = false;   // after a fault of the guest's code
     std::map<std::string, StandIn> standIns;
     std::vector<std::string> trapNames;
-    uint32_t systemMode = 0;  // 1: the system's functions are Thumb code
-    Address trap = 0;         // that stopped the processor; 0: none
-    bool onThread = false, threadEnds = false;
+    uint32_t systemMode = 0;     // 1: the system's functions are Thumb code
+    Address trap = 0;            // that stopped the processor; 0: none
+    bool threadEnds = false;     // set by what ends the calling thread
     int depth = 0;               // calls under way
     Address lowestPage[2] = {};  // that was used of each stack
     std::map<Address, uint32_t> regions;
@@ -74,7 +74,6 @@ std::string Hex(uint32_t value);
 uint32_t CallGuest(Address function, std::initializer_list<uint32_t> arguments = {});
 // The same on a fresh 64 KB stack, as a thread of its own that runs to its end.
 void CallGuestThread(Address function, uint32_t argument);
-void EndGuestThread();  // for stand-ins of what ends the calling thread
 // Where guest code can call the stand-in of that name (as an import's address, or GetProcAddressW's).
 Address StandInAddress(const std::string& name);
 

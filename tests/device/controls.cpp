@@ -7,8 +7,7 @@
 namespace {
 
 struct Item {  // LVITEMW
-    uint32_t mask;
-    uint32_t row, column, state, stateMask;
+    uint32_t mask, row, column, state, stateMask;
     Address text;
     uint32_t room;
     int32_t image;
@@ -26,6 +25,7 @@ struct Call {
 
 int64_t ResetList(const Call& call) {
     call.control.items.clear();
+    call.control.rows.clear();
     call.control.text.clear();
     return call.control.selected = -1;
 }
@@ -38,11 +38,6 @@ int64_t AddEntry(const Call& call) {
 int64_t ChooseEntry(const Call& call) {
     call.control.text = call.control.items.at(call.wParam);
     return call.control.selected = static_cast<int32_t>(call.wParam);
-}
-
-int64_t DeleteItems(const Call& call) {
-    call.control.rows.clear();
-    return call.control.selected = -1;
 }
 
 int64_t SetItem(const Call& call) {
@@ -116,7 +111,7 @@ constexpr struct {
     {0x014F, [](const Call& call) -> int64_t { return call.control.isDroppedDown = call.wParam != 0; }},
     {0x0157, [](const Call& call) -> int64_t { return call.control.isDroppedDown; }},
     {0x1004, [](const Call& call) -> int64_t { return static_cast<int64_t>(call.control.rows.size()); }},
-    {0x1009, DeleteItems},
+    {0x1009, ResetList},
     {0x100C, [](const Call& call) -> int64_t { return call.control.selected; }},
     {0x102B, [](const Call& call) -> int64_t { return call.control.selected = static_cast<int32_t>(call.wParam); }},
     {0x1030, SortItems},

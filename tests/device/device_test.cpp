@@ -65,8 +65,7 @@ TEST(Figures, Of_ticks_and_paints) {
     const auto costOf = [&](const Step& step) {
         const Figures before = bed->figures;
         device.player.Run({&step, 1});
-        const Figures& after = bed->figures;
-        return std::pair(after.instructions - before.instructions, after.imports - before.imports);
+        return std::pair(bed->figures.instructions - before.instructions, bed->figures.imports - before.imports);
     };
     const Step steps[] = {{Tick, 0, 0, 0, 1}, {Tick, 0, 1500, 700, 1}, {Paint}};
     const char* names[] = {"quiet_tick", "tick", "paint"};

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <stdexcept>
 
 namespace {
 
@@ -41,17 +41,16 @@ Handheld::Handheld(std::span<const device_script::Step> steps, Address at, Core 
 
 void Handheld::RunThreads() {
     while (!waitingThreads.empty()) {
-        const Thread thread = waitingThreads.front();
+        const auto [function, argument] = waitingThreads.front();
         waitingThreads.pop_front();
-        CallGuestThread(thread.function, thread.argument);
+        CallGuestThread(function, argument);
     }
 }
 
 uint64_t Handheld::Attach() {
     const char* library = std::getenv("QUORVANE_DEVICE_LIBRARY");
     if (library == nullptr) {
-        ADD_FAILURE() << "QUORVANE_DEVICE_LIBRARY is not set";
-        abort();
+        throw std::runtime_error("QUORVANE_DEVICE_LIBRARY is not set");
     }
     handheld = this;
     OpenBed(core);

@@ -29,10 +29,6 @@ struct Window {
 };
 
 struct Handheld : System {
-    struct Thread {
-        Address function;
-        uint32_t argument;
-    };
     Player player;
     Core core;
     Address base;               // where the library goes; 0: where it prefers
@@ -43,14 +39,13 @@ struct Handheld : System {
     Address itemProcedure = 0;
     uint32_t templateNumber = 0;  // found last
     uint32_t sheet = 0;
-    std::vector<std::array<uint32_t, 10>> pages;             // of the open sheet, as the guest describes them
-    std::map<std::pair<uint32_t, uint32_t>, uint32_t> held;  // by contexts, by context and kind
-    std::string body;                                        // of an HTTP answer, the rest
-    int allocations = 0, failingAllocation = 0;              // the one of that number is refused
-    bool threadsWait = false;                                // until RunThreads, and not within CreateThread
-    std::deque<Thread> waitingThreads;
-    int failingThreads = 0;  // so many are refused from now on
-    int libraryUses = 1;     // of the library itself
+    std::vector<std::array<uint32_t, 10>> pages;              // of the open sheet, as the guest describes them
+    std::map<std::pair<uint32_t, uint32_t>, uint32_t> held;   // by contexts, by context and kind
+    int allocations = 0, failingAllocation = 0;               // the one of that number is refused
+    bool threadsWait = false;                                 // until RunThreads, and not within CreateThread
+    std::deque<std::pair<Address, uint32_t>> waitingThreads;  // functions and arguments
+    int failingThreads = 0;                                   // so many are refused from now on
+    int libraryUses = 1;                                      // of the library itself
 
     explicit Handheld(std::span<const device_script::Step> steps = device_script::kScript, Address at = 0,
                       Core on = Core::Arm925);

@@ -20,24 +20,20 @@ bool HasRoom(void* buffer, ULONG* size, size_t needed) {
 
 // IP_ADAPTER_INFO, texts and numbers by their places.
 constexpr uint32_t kAdapterBytes = 640;
-void WriteAdapter(uint8_t* info, const scripted::Adapter& adapter) {
-    const std::pair<uint32_t, std::string> texts[] = {
-        {8, adapter.name},      {268, adapter.description}, {432, adapter.address},     {448, adapter.mask},
-        {472, adapter.gateway}, {512, adapter.dhcpServer},  {556, adapter.primaryWins}, {596, adapter.secondaryWins}};
-    const std::pair<uint32_t, uint64_t> numbers[] = {{400, adapter.hardwareAddress.size()},
-                                                     {412, adapter.index},
-                                                     {416, adapter.type},
-                                                     {420, adapter.dhcpEnabled},
-                                                     {548, adapter.haveWins},
-                                                     {632, adapter.leaseObtained},
-                                                     {636, adapter.leaseExpires}};
+void WriteAdapter(uint8_t* info, const scripted::Adapter& a) {
+    const std::pair<uint32_t, std::string> texts[] = {{8, a.name},          {268, a.description},  {432, a.address},
+                                                      {448, a.mask},        {472, a.gateway},      {512, a.dhcpServer},
+                                                      {556, a.primaryWins}, {596, a.secondaryWins}};
+    const std::pair<uint32_t, uint64_t> numbers[] = {
+        {400, a.hardwareAddress.size()}, {412, a.index},       {416, a.type}, {420, a.dhcpEnabled}, {548, a.haveWins},
+        {632, a.leaseObtained},          {636, a.leaseExpires}};
     for (const auto& [place, text] : texts) {
         memcpy(info + place, text.data(), text.size());
     }
     for (const auto& [place, number] : numbers) {
         memcpy(info + place, &number, sizeof(uint32_t));
     }
-    std::copy(adapter.hardwareAddress.begin(), adapter.hardwareAddress.end(), info + 404);
+    std::copy(a.hardwareAddress.begin(), a.hardwareAddress.end(), info + 404);
 }
 
 DWORD GetAdapters(uint8_t* buffer, ULONG* size) {
@@ -119,10 +115,10 @@ bool DeviceIoControl(uint64_t, uint32_t code, uint32_t* buffer, uint32_t inBytes
     return true;
 }
 
-void ReadBody(uint64_t, char* buffer, uint32_t room, DWORD* bytes) {
-    std::string& rest = handheld->body;
-    *bytes = static_cast<DWORD>(rest.copy(buffer, room));
-    rest.erase(0, *bytes);
+uint32_t Connect(uint64_t, const char16_t* host) {
+    const std::string name = Narrow(host);
+    scripted::system.internet.hosts.emplace_back(name.begin(), name.end());
+    return NewHandle();
 }
 
 }  // namespace
@@ -153,8 +149,8 @@ StandInTable NetworkStandIns() {
          [](uint32_t, DWORD* status) { return platform::ConnMgrConnectionStatus(nullptr, status); }},
         {"ConnMgrProviderMessage", [] { return E_NOINTERFACE; }},
         {"InternetOpenW", NewHandle},
-        {"InternetConnectW", NewHandle},
-        {"HttpOpenRequestW", [] { return handheld->body = device_script::kEchoBody, NewHandle(); }},
-        {"InternetReadFile", ReadBody},
+        {"InternetConnectW", Connect},
+        {"HttpOpenRequestW", NewHandle},
+        {"InternetReadFile", platform::InternetReadFile},
     };
 }

@@ -15,9 +15,7 @@ constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kErase = 0x0014, kNotify 
                    kButtonUp = 0x0202, kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243, kSetDate = 0x1000 + 2,
                    kSetRowState = 0x1000 + 43;
 constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
-constexpr uint32_t kChosen = 1;      // CBN_SELCHANGE
-constexpr uint32_t kTickTimer = 11;  // the item's
-constexpr uint32_t kHighWord = 16;
+constexpr uint32_t kChosen = 1, kTickTimer = 11, kHighWord = 16;  // CBN_SELCHANGE; the item's timer; bits
 
 uint64_t ControlOf(Player& player, uint32_t number) {
     return player.trace.HandleOf(player.trace.NameOf(player.top) + "/" + std::to_string(number));
@@ -109,7 +107,7 @@ void Detach(Player& player, const Step&) {
 
 void Clock(Player& player, const Step& step) {
     const auto word = [](uint32_t value) { return static_cast<WORD>(value); };
-    player.time = {word(step.a), word(step.b), 0, word(step.c), word(step.d), kMinute, kSecond, 0};
+    player.time = {word(step.a), word(step.b), 0, word(step.c), word(step.d), 30, 15, 0};
 }
 
 void Counters(Player& player, const Step& step) {
@@ -135,7 +133,7 @@ void Tick(Player& player, const Step& step) {
     for (uint32_t i = 0; i < step.d; ++i) {
         player.adapters[step.a].received += step.b;
         player.adapters[step.a].transmitted += step.c;
-        player.tickCount += kTickMs;
+        player.tickCount += 2000;
         Publish(player);
         player.system.Send(player.item, kTimer, kTickTimer, 0);
     }

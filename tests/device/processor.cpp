@@ -88,12 +88,6 @@ void OnAccess(uc_engine*, uc_mem_type type, uint64_t where, int size, int64_t, v
     }
 }
 
-template <class Callback>
-void AddHook(int type, Callback callback, uint64_t first, uint64_t last) {
-    uc_hook hook = 0;
-    uc_hook_add(bed->engine, &hook, type, reinterpret_cast<void*>(callback), nullptr, first, last);
-}
-
 void CallStandIn() {
     const std::string name = bed->trapNames.at((bed->trap - kTrapBase) / 4);
     const StandIn& standIn = bed->standIns.at(name);
@@ -185,9 +179,10 @@ void OpenBed(Core core) {
         bed->lowestPage[stack] = kStackTops[stack] / kPageBytes - 1;
     }
     MapHeap();
-    AddHook(UC_HOOK_CODE, OnTrap, kTrapBase, kReturnTrap);
-    AddHook(UC_HOOK_CODE, OnInstruction, 0, kTrapBase - 1);
-    AddHook(UC_HOOK_MEM_READ | UC_HOOK_MEM_WRITE, OnAccess, 1, 0);
+    uc_hook hook = 0;
+    uc_hook_add(bed->engine, &hook, UC_HOOK_CODE, (void*)OnTrap, nullptr, kTrapBase, kReturnTrap);
+    uc_hook_add(bed->engine, &hook, UC_HOOK_CODE, (void*)OnInstruction, nullptr, 0, kTrapBase - 1);
+    uc_hook_add(bed->engine, &hook, UC_HOOK_MEM_READ | UC_HOOK_MEM_WRITE, (void*)OnAccess, nullptr, 1, 0);
 }
 
 uint32_t CallGuest(Address function, std::initializer_list<uint32_t> arguments) {
@@ -196,17 +191,9 @@ uint32_t CallGuest(Address function, std::initializer_list<uint32_t> arguments) 
 }
 
 void CallGuestThread(Address function, uint32_t argument) {
-    bed->onThread = true;
     bed->lowestPage[1] = kStackTops[1] / kPageBytes - 1;
     CallOnStack(function, kStackTops[1], {&argument, 1});
-    bed->onThread = bed->threadEnds = false;
-}
-
-void EndGuestThread() {
-    if (!bed->onThread) {
-        AddFault("ends a thread that it did not start");
-    }
-    bed->threadEnds = true;
+    bed->threadEnds = false;
 }
 
 Address StandInAddress(const std::string& name) {

@@ -30,7 +30,7 @@ Act Clock;     // local time: a year, b month, c day, d hour; always minute 30, 
 Act Counters;  // of adapter a: b octets received, c transmitted
 Act Adapter;   // adapter a is b (1 up, 0 down and gone from every list) and has interface index c
 Act Radio;     // a 1: the driver is there; b dBm (two's complement); c 1: associated
-Act Tick;      // d times: b received and c transmitted are added to adapter a's counters, then the item's timer
+Act Tick;      // d times: b received and c transmitted are added to adapter a's counters, 2 s later the item's timer
 Act Refresh;   // the host's refresh query
 Act Clear;     // the host's clear-cache message
 Act Erase;     // background
@@ -51,10 +51,6 @@ Act Page;     // page a of the sheet is shown, the one before it left (PSN_KILLA
 Act Color;    // WM_CTLCOLORSTATIC of the control
 Act Apply;    // the sheet is closed: PSN_KILLACTIVE of the page shown, then PSN_APPLY of all that were shown
 }  // namespace steps
-
-inline constexpr uint16_t kMinute = 30;
-inline constexpr uint16_t kSecond = 15;
-inline constexpr uint32_t kTickMs = 2000;
 
 // The network. Adapter 0 is up from the start, adapter 1 is not.
 // clang-format off

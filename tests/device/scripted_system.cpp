@@ -5,6 +5,8 @@
 #include "tests/support/node_status_reply.h"
 #include "tests/support/wireless_values.h"
 
+#include <strings.h>
+
 #include <algorithm>
 
 using namespace device_script;
@@ -78,10 +80,8 @@ int SendTo(uint64_t, const void*, int bytes, int, const uint8_t* address) {
 
 // The record of pointers, a kind and a size lies behind what messages point to, as it is until the next call.
 void* GetHostByName(const char* name) {
-    std::string lower = name;
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
     const auto* host = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& candidate) {
-        return candidate.dnsName != nullptr && lower == candidate.dnsName;
+        return candidate.dnsName != nullptr && strcasecmp(name, candidate.dnsName) == 0;
     });
     uint8_t* entry = player->system.memory + 2 * kRecordBytes;
     const uint64_t place = (uint64_t)entry, pointer = player->trace.pointerBytes;
@@ -140,7 +140,6 @@ void Publish(const Player& player) {
 
 StandInTable ScriptedStandIns() {
     return {
-        {"CreateProcessW", [] { return false; }},
         {"DrawTextW", DrawOrMeasure},
         {"EndDialog", [](uint64_t dialog, uint64_t) { player->ended = dialog; }},
         {"GetClientRect", GetClientArea},

@@ -9,8 +9,6 @@
 
 namespace {
 
-using fakes::Closable;
-
 // Pointers of this process that the guest knows by numbers.
 std::map<uint32_t, void*> handles;
 
@@ -65,7 +63,7 @@ uint32_t CreateFileWithDriver(const uint64_t* words) {
     if (FromWord<const char16_t*>(words[0]) != std::u16string_view(u"UIO1:")) {
         return static_cast<uint32_t>(Forward(CreateFileW)(words));
     }
-    return scripted::system.wireless.present ? HandleOf(new Closable) : HandleOf(INVALID_HANDLE_VALUE);
+    return scripted::system.wireless.present ? HandleOf(new fakes::Closable) : HandleOf(INVALID_HANDLE_VALUE);
 }
 
 // WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
@@ -89,19 +87,14 @@ BOOL FindNext(uint64_t search, uint8_t* record) {
     return isFound;
 }
 
-LONG OpenKey(uint64_t, uint64_t name, DWORD, DWORD, uint32_t* key) {
-    HKEY opened = nullptr;
-    const LONG result = RegOpenKeyExW(HKEY_LOCAL_MACHINE, GuestWord(name), 0, 0, &opened);
-    *key = HandleOf(opened);
-    return result;
-}
-
-LONG CreateKey(uint64_t, uint64_t name, DWORD, uint64_t, DWORD, DWORD, uint64_t, uint32_t* key) {
-    HKEY opened = nullptr;
-    const LONG result =
-        RegCreateKeyExW(HKEY_LOCAL_MACHINE, GuestWord(name), 0, nullptr, 0, 0, nullptr, &opened, nullptr);
-    *key = HandleOf(opened);
-    return result;
+template <bool creates>
+uint64_t OpenKey(const uint64_t* words) {
+    HKEY key = nullptr;
+    GuestWord name(words[1]);
+    const LONG result = creates ? RegCreateKeyExW(nullptr, name, 0, nullptr, 0, 0, nullptr, &key, nullptr)
+                                : RegOpenKeyExW(nullptr, name, 0, 0, &key);
+    *FromWord<uint32_t*>(words[creates ? 7 : 4]) = HandleOf(key);
+    return static_cast<uint64_t>(result);
 }
 
 uint32_t LocalAllocate(uint32_t flags, uint32_t bytes) {
@@ -119,7 +112,8 @@ constexpr std::u16string_view kPath = u"\\Windows\\quorvane.dll";
 
 uint32_t LoadModule(const char16_t* name) {
     handheld->libraryUses += name == kPath ? 1 : 0;
-    return name == kPath ? bed->imageBase : NewHandle();
+    const bool isKnown = name == std::u16string_view(u"cellcore.dll") || name == std::u16string_view(u"wininet.dll");
+    return name == kPath ? bed->imageBase : isKnown ? NewHandle() : 0;
 }
 
 void FreeModule(uint32_t module) {
@@ -138,11 +132,11 @@ uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
         --handheld->failingThreads;
         return 0;
     }
-    handheld->waitingThreads.push_back({function, argument});
+    handheld->waitingThreads.emplace_back(function, argument);
     if (!handheld->threadsWait) {
         handheld->RunThreads();
     }
-    return HandleOf(new Closable);
+    return HandleOf(new fakes::Closable);
 }
 
 // Both ways: code page, flags, source, its units, target, its room (0: asks for it). Between 0x80 and 0x9F a handheld
@@ -179,8 +173,8 @@ StandInTable SystemStandIns() {
         {"FindClose", Forward(FindClose)},
         {"GetLastError", Forward(GetLastError)},
         {"FileTimeToSystemTime", Forward(FileTimeToSystemTime)},
-        {"RegOpenKeyExW", OpenKey},
-        {"RegCreateKeyExW", CreateKey},
+        {"RegOpenKeyExW", StandIn(OpenKey<false>)},
+        {"RegCreateKeyExW", StandIn(OpenKey<true>)},
         {"RegQueryValueExW", Forward(RegQueryValueExW)},
         {"RegSetValueExW", Forward(RegSetValueExW)},
         {"RegCloseKey", Forward(RegCloseKey)},
@@ -188,8 +182,8 @@ StandInTable SystemStandIns() {
         {"LocalFree", [](Address block) { return block != 0 ? Free(block) : void(), 0; }},
         {"LoadLibraryW", LoadModule},
         {"FreeLibrary", FreeModule},
-        {"FreeLibraryAndExitThread", [](uint32_t module) { return EndGuestThread(), FreeModule(module); }},
-        {"GetModuleHandleW", [] { return bed->imageBase; }},
+        {"FreeLibraryAndExitThread", [](uint32_t module) { return bed->threadEnds = true, FreeModule(module); }},
+        {"GetModuleHandleW", [](Text name) { return Narrow(name) == "quorvane.dll" ? bed->imageBase : 0; }},
         {"GetModuleFileNameW", GetModulePath},
         {"GetProcAddressW",
          [](uint32_t, Text name) { return bed->standIns.count(Narrow(name)) != 0 ? StandInAddress(Narrow(name)) : 0; }},

@@ -8,17 +8,15 @@
 
 namespace {
 
-constexpr uint32_t kDialogResource = 5;
+constexpr uint32_t kDialogResource = 5, kSetText = 0x000C;
 
 // What contexts hold before anything is selected, and the dialogs' font, by the first letter of its kind.
 constexpr uint32_t kSelectedAtFirst = 0x0BAD0000;
 
 uint32_t CreateWindow(uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint32_t parent) {
-    constexpr uint32_t kCreated = 0x0001;
     const uint32_t window = NewHandle();
     handheld->windows[window] = {.parent = parent, .procedure = handheld->itemProcedure};
     bed->trace->names[window] = "item";
-    SendToWindow(window, kCreated, 0, 0);
     return window;
 }
 
@@ -33,9 +31,11 @@ size_t GetItemText(uint32_t dialog, uint32_t id, char16_t* buffer, uint32_t room
     return units;
 }
 
-uint32_t SetText(uint32_t window, Address text) {
-    constexpr uint32_t kSetText = 0x000C;
-    return SendToWindow(window, kSetText, 0, text);
+bool StartProgram(const char16_t* program) {
+    if (Narrow(program) != "\\Windows\\ctlpnl.exe") {
+        AddFault("starts another program than the control panel");
+    }
+    return false;
 }
 
 // A drop-down list tells its dialog (CBN_SETFOCUS); nothing else minds.
@@ -153,6 +153,7 @@ StandInTable WindowStandIns() {
     }
     const StandInTable others = {
         {"BeginPaint", [](uint64_t, uint32_t* paint) { return *paint = NewHandle(); }},
+        {"CreateProcessW", StartProgram},
         {"CreateWindowExW", CreateWindow},
         {"DestroyWindow", [](uint32_t window) { return handheld->windows.erase(window); }},
         {"DialogBoxIndirectParamW", RunDialog},
@@ -173,10 +174,10 @@ StandInTable WindowStandIns() {
              return SendToWindow(FindControl(dialog, id), message, wParam, lParam);
          }},
         {"SendMessageW", SendToWindow},
-        {"SetDlgItemTextW",
-         [](uint32_t dialog, uint32_t id, Address text) { return SetText(FindControl(dialog, id), text); }},
+        {"SetDlgItemTextW", [](uint32_t dialog, uint32_t id,
+                               Address text) { return SendToWindow(FindControl(dialog, id), kSetText, 0, text); }},
         {"SetFocus", SetFocus},
-        {"SetWindowTextW", SetText},
+        {"SetWindowTextW", [](uint32_t window, Address text) { return SendToWindow(window, kSetText, 0, text); }},
         {"SHInitDialog", InitDialog},
         {"SHSipPreference", [](uint32_t window, uint32_t state) { bed->trace->NoteKeyboard(window, state == 0); }},
     };

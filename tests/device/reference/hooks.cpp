@@ -3,8 +3,6 @@
 
 #include "tests/device/reference/hooks.h"
 
-#include "platform/desktop/today_frame.h"
-
 #include <array>
 
 namespace {
@@ -69,11 +67,6 @@ Import& ImportOf(const std::string& function) {
     return imports[slot];
 }
 
-// The host's window is the frame that the desktop takes for the screen. It has no taskbar.
-HWND FindFrame(HWND parent, HWND after, const wchar_t* kind) {
-    return parent == nullptr && after == nullptr && wcscmp(kind, platform::kFrameClass) == 0 ? hostWindow : nullptr;
-}
-
 // Written down as the handheld's way to the screen.
 HDC GetScreen(HWND window) {
     const uint64_t words[kMostArguments] = {};
@@ -81,10 +74,16 @@ HDC GetScreen(HWND window) {
         player->trace.Call("GetDC", words, [=](const uint64_t*) { return Number(GetWindowDC(window)); }));
 }
 
+StandIn CallOriginal(const std::string& function) {
+    const auto original = reinterpret_cast<AnyFunction>(Original(function));
+    return [original](const uint64_t* w) {
+        return original(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11]);
+    };
+}
+
 // Workers take turns: each ends before the next begins.
 uint64_t RunThread(const uint64_t* words) {
-    const auto original = reinterpret_cast<AnyFunction>(Original("CreateThread"));
-    const uint64_t thread = original(words[0], words[1], words[2], words[3], words[4], words[5], 0, 0, 0, 0, 0, 0);
+    const uint64_t thread = CallOriginal("CreateThread")(words);
     WaitForSingleObject(Handle(thread), 10000);
     return thread;
 }
@@ -101,14 +100,14 @@ void* Original(const std::string& function) {
 
 void HookSystem() {
     for (const CallShape& shape : TracedCalls()) {
-        const auto original = reinterpret_cast<AnyFunction>(Original(shape.name));
-        Hook(shape.name, [original](const uint64_t* w) {
-            return original(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11]);
-        });
+        Hook(shape.name, CallOriginal(shape.name));
     }
     StandInTable table = ScriptedStandIns();
-    table.insert(table.end(),
-                 {{"FindWindowExW", FindFrame}, {"GetDCEx", GetScreen}, {"CreateThread", StandIn(RunThread)}});
+    // The host's window is the frame that the desktop takes for the screen. It has no taskbar.
+    table.push_back({"FindWindowExW", [](HWND parent, HWND after) { return parent == after ? hostWindow : nullptr; }});
+    table.push_back({"GetDCEx", GetScreen});
+    table.push_back({"CreateThread", StandIn(RunThread)});
+    table.push_back({"CreateProcessW", [] { return false; }});
     for (const StandInRow& row : table) {
         Hook(row.name, row.call);
     }
