@@ -80,10 +80,6 @@ void Handheld::OpenOptions() {
     player.RunDialog(OpenDialog("dialog 500", FindGuestResource(5, IDD_TODAY_OPTIONS), 0, bed->exports[241]));
 }
 
-void Handheld::CloseWindow(uint64_t window) {
-    windows.erase(static_cast<uint32_t>(window));
-}
-
 int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {
     return SendToWindow(static_cast<uint32_t>(window), message, static_cast<uint32_t>(wParam),
                         static_cast<uint32_t>(lParam));

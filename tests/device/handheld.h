@@ -55,7 +55,7 @@ struct Handheld : System {
     void Detach() override;
     void OpenOptions() override;
     uint64_t OpenPage(uint32_t page) override;
-    void CloseWindow(uint64_t window) override;
+    void CloseWindow(uint64_t window) override { windows.erase(static_cast<uint32_t>(window)); }
     int64_t Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) override;
 };
 

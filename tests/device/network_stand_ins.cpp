@@ -101,16 +101,16 @@ DWORD GetNameServers(uint32_t index, uint8_t* buffer, ULONG* size) {
 }
 
 // The binding's name behind a record of five words, or the value behind an identifier and the binding's name.
-bool DeviceIoControl(uint64_t, uint32_t code, uint32_t* buffer, uint32_t inBytes, uint64_t, uint32_t room,
+bool DeviceIoControl(uint64_t, uint32_t code, const uint32_t* in, uint32_t inBytes, uint32_t* out, uint32_t room,
                      uint32_t* done) {
     if (code == IOCTL_NDISUIO_QUERY_BINDING) {
-        return platform::RadioIoControl(nullptr, code, buffer, inBytes, room, done);
+        return platform::RadioIoControl(nullptr, code, out, inBytes, room, done);
     }
-    const auto value = scripted::system.wireless.values.find(buffer[0]);
-    if (Narrow(At<char16_t>(buffer[1])) != "WLAN1" || value == scripted::system.wireless.values.end()) {
+    const auto value = scripted::system.wireless.values.find(in[0]);
+    if (Narrow(At<char16_t>(in[1])) != "WLAN1" || value == scripted::system.wireless.values.end()) {
         return false;
     }
-    std::copy(value->second.begin(), value->second.end(), reinterpret_cast<uint8_t*>(buffer + 2));
+    std::copy(value->second.begin(), value->second.end(), reinterpret_cast<uint8_t*>(out + 2));
     *done = static_cast<uint32_t>(8 + value->second.size());
     return true;
 }

@@ -111,9 +111,11 @@ uint32_t LocalAllocate(uint32_t flags, uint32_t bytes) {
 constexpr std::u16string_view kPath = u"\\Windows\\quorvane.dll";
 
 uint32_t LoadModule(const char16_t* name) {
+    if (name != kPath && Narrow(name) != "cellcore.dll" && Narrow(name) != "wininet.dll") {
+        AddFault("loads another library");
+    }
     handheld->libraryUses += name == kPath ? 1 : 0;
-    const bool isKnown = name == std::u16string_view(u"cellcore.dll") || name == std::u16string_view(u"wininet.dll");
-    return name == kPath ? bed->imageBase : isKnown ? NewHandle() : 0;
+    return name == kPath ? bed->imageBase : NewHandle();
 }
 
 void FreeModule(uint32_t module) {
@@ -185,8 +187,7 @@ StandInTable SystemStandIns() {
         {"FreeLibraryAndExitThread", [](uint32_t module) { return bed->threadEnds = true, FreeModule(module); }},
         {"GetModuleHandleW", [](Text name) { return Narrow(name) == "quorvane.dll" ? bed->imageBase : 0; }},
         {"GetModuleFileNameW", GetModulePath},
-        {"GetProcAddressW",
-         [](uint32_t, Text name) { return bed->standIns.count(Narrow(name)) != 0 ? StandInAddress(Narrow(name)) : 0; }},
+        {"GetProcAddressW", [](uint32_t, Text name) { return StandInAddress(Narrow(name)); }},
         {"CreateThread", StartThread},
         {"WaitForSingleObject", [] { return 0; }},
         {"InterlockedIncrement", [](uint32_t* value) { return ++*value; }},

@@ -24,17 +24,18 @@ constexpr CallShape kShapes[] = {
     {"SetWindowTextW", "hs"}, {"StretchBlt", "hiiiihiiiix"}, {"closesocket", "h", "", true, true},
     {"socket", "---", "socket", false, true}
 };
-// Messages that show something. The first argument is a number; the second is left out, a text, or it points to a record
+// Messages that show or ask something. The first argument is a number; the second is left out, a text, or it points to a record
 // of words and (aligned) pointers: s text, h handle, * left out.
 constexpr struct Message {
     uint32_t number;
     const char* letters;
     const char* record = nullptr;
 } kMessages[] = {
-    {0x00C5, "xi"}, {0x00F1, "xi"}, {0x0141, "xi"}, {0x0143, "xis"}, {0x014B, "xi"}, {0x014E, "xi"}, {0x014F, "xi"},
-    {0x0402, "xi"}, {0x0465, "xi", "*iiiih"}, {0x0467, "xii"}, {0x1002, "xi", "xxxx"}, {0x1003, "xih"},
-    {0x1009, "xi"}, {0x102B, "xi", "---ii"}, {0x1030, "xi"}, {0x104C, "xi", "iii--s-i"}, {0x104D, "xi", "iii--s-i"},
-    {0x1061, "xi", "iiis"}, {0x1074, "xi", "iii--s-i"}
+    {0x00C5, "xi"}, {0x00F0, "x"}, {0x00F1, "xi"}, {0x0141, "xi"}, {0x0143, "xis"}, {0x014B, "xi"},
+    {0x014E, "xi"}, {0x014F, "xi"}, {0x0402, "xi"}, {0x0465, "xi", "*iiiih"}, {0x0467, "xii"},
+    {0x1002, "xi", "xxxx"}, {0x1003, "xih"}, {0x1009, "xi"}, {0x100C, "xii"}, {0x102B, "xi", "---ii"},
+    {0x1030, "xi"}, {0x104B, "xi", "iii"}, {0x104C, "xi", "iii--s-i"}, {0x104D, "xi", "iii--s-i"},
+    {0x1053, "xi", "i"}, {0x1061, "xi", "iiis"}, {0x1073, "xi", "-ii"}, {0x1074, "xi", "iii--s-i"}
 };
 // clang-format on
 
