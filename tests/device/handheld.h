@@ -6,7 +6,6 @@
 #include "tests/device/player.h"
 
 #include <array>
-#include <deque>
 
 struct ListRow {
     std::map<uint32_t, std::u16string> cells;  // by column
@@ -44,7 +43,7 @@ struct Handheld : System {
     int allocations = 0, failingAllocation = 0;               // the one of that number is refused
     bool threadsWait = false;                                 // until RunThreads, and not within CreateThread
     std::deque<std::pair<Address, uint32_t>> waitingThreads;  // functions and arguments
-    int failingThreads = 0;                                   // so many are refused from now on
+    int failingThreads = 0, failingReads = 0;                 // so many fail from now on
     int libraryUses = 1;                                      // of the library itself
 
     explicit Handheld(std::span<const device_script::Step> steps = device_script::kScript, Address at = 0,

@@ -41,7 +41,6 @@ struct Player {
     bool radio = false, associated = false;
     uint32_t dbm = 0;
     uint32_t askedHost = 0;  // network byte order, of the latest datagram
-    // Where it stands.
     uint64_t item = 0;
     uint64_t top = 0;  // where steps go
     std::deque<uint32_t> answers;

@@ -5,7 +5,6 @@
 #include "tests/fakes/win32/parts.h"
 
 #include <algorithm>
-#include <deque>
 
 namespace {
 
@@ -64,6 +63,10 @@ uint32_t CreateFileWithDriver(const uint64_t* words) {
         return static_cast<uint32_t>(Forward(CreateFileW)(words));
     }
     return scripted::system.wireless.present ? HandleOf(new fakes::Closable) : HandleOf(INVALID_HANDLE_VALUE);
+}
+
+uint64_t ReadUnlessFailing(const uint64_t* words) {
+    return handheld->failingReads > 0 && handheld->failingReads-- > 0 ? 0 : Forward(ReadFile)(words);
 }
 
 // WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
@@ -162,7 +165,7 @@ using Text = const char16_t*;
 StandInTable SystemStandIns() {
     return {
         {"CreateFileW", StandIn(CreateFileWithDriver)},
-        {"ReadFile", Forward(ReadFile)},
+        {"ReadFile", StandIn(ReadUnlessFailing)},
         {"WriteFile", Forward(WriteFile)},
         {"GetFileSize", Forward(GetFileSize)},
         {"SetFilePointer", Forward(SetFilePointer)},

@@ -183,8 +183,8 @@ uint64_t Trace::Call(const std::string& function, const uint64_t* words, const S
     }
     const uint64_t result = perform(words);
     if (shape->makes[0] != 0) {
-        const bool isMemory = shape->makes == std::string("memory");  // alike but for a number
-        names[result] = shape->makes + arguments + (isMemory ? " " + std::to_string(CountOf("memory") + 1) : "");
+        std::string& name = names[result] = shape->makes + arguments;
+        name += name == "memory" ? std::to_string(CountOf(name)) : "";  // alike but for a number
     }
     if (function == "SelectObject") {
         selected[words[0]].erase(result);
