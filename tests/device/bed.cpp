@@ -1,15 +1,26 @@
-// Brings the library in as the handheld's loader does, and what stand-ins need of it.
+// The guest's memory, and the library in it as the handheld's loader brings it in. What is wrong in the library's
+// headers and tables, tests/device/check-library tells before.
 
 #include "tests/device/bed.h"
 
-#include "tests/device/pe_image.h"
-#include "tests/device/processor.h"
+#include <sanitizer/asan_interface.h>
+#include <sys/mman.h>
 
+#include <algorithm>
+#include <cstring>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 
+std::unique_ptr<Bed> bed;
+
 namespace {
+
+constexpr Address kHeapBase = 0x40000000;
+constexpr uint32_t kHeapBytes = 64 << 20;
+
+uint32_t RoundUp(uint32_t bytes) {
+    return (bytes + kPageBytes - 1) / kPageBytes * kPageBytes;
+}
 
 // "function library ordinal"; functions without a number are imported by name.
 std::map<std::pair<std::string, uint32_t>, std::string> ReadImportNames() {
@@ -20,142 +31,159 @@ std::map<std::pair<std::string, uint32_t>, std::string> ReadImportNames() {
         std::string function, library;
         uint32_t ordinal = 0;
         if (words >> function >> library >> ordinal && function[0] != '#') {
-            names[{library, ordinal}] = function;
+            names[{library + ".dll", ordinal}] = function;
         }
     }
     return names;
 }
 
-void BindImports(Bed& bed, PeImage& image) {
+// An IMAGE_IMPORT_DESCRIPTOR a library, with two lists of words: ordinals (or places of names), and where the addresses
+// belong.
+void BindImports(Address descriptor) {
+    constexpr uint32_t kByOrdinal = 0x80000000;
     auto names = ReadImportNames();
-    for (const ImageImport& import : image.imports) {
-        const std::string name = import.name.empty() ? names[{import.library, import.ordinal}] : import.name;
-        if (bed.standIns.count(name) == 0) {
-            AddFault(bed, import.library + '@' + std::to_string(import.ordinal) + name + " has no stand-in");
+    for (const auto* row = At<uint32_t>(descriptor); row[3] != 0; row += 5) {
+        const std::string library = At<char>(bed->imageBase + row[3]);
+        auto* slot = At<uint32_t>(bed->imageBase + row[4]);
+        for (const auto* entry = At<uint32_t>(bed->imageBase + row[0]); *entry != 0; ++entry) {
+            const std::string name =
+                (*entry & kByOrdinal) != 0 ? names[{library, *entry & 0xFFFF}] : At<char>(bed->imageBase + *entry + 2);
+            if (bed->standIns.count(name) == 0) {
+                AddFault(library + " " + Hex(*entry) + " " + name + " has no stand-in");
+            }
+            *slot++ = StandInAddress(name);
         }
-        const Address address = StandInAddress(bed, name);
-        memcpy(image.bytes.data() + import.slot, &address, sizeof(address));
     }
 }
 
-void MapImage(Bed& bed, const PeImage& image) {
-    MapGuest(bed, image.base, kPageBytes, UC_PROT_READ, std::span(image.bytes).first(kPageBytes));
-    for (const ImageSection& section : image.sections) {
-        const uint32_t write = section.writable ? UC_PROT_WRITE : UC_PROT_NONE;
-        const uint32_t execute = section.executable ? UC_PROT_EXEC : UC_PROT_NONE;
-        MapGuest(bed, image.base + section.address, section.bytes, UC_PROT_READ | write | execute,
-                 std::span(image.bytes).subspan(section.address, section.bytes));
+void Relocate(Address block, uint32_t bytes, uint32_t distance) {
+    constexpr uint32_t kHighLow = 3;
+    for (const Address end = block + bytes; block < end; block += At<uint32_t>(block)[1]) {
+        for (uint32_t i = 8; i < At<uint32_t>(block)[1]; i += 2) {
+            const uint16_t entry = *At<uint16_t>(block + i);
+            if (entry >> 12 == kHighLow) {
+                *At<uint32_t>(bed->imageBase + *At<uint32_t>(block) + (entry & 0xFFF)) += distance;
+            }
+        }
+    }
+}
+
+void ReadExports(Address directory) {
+    const auto* words = At<uint32_t>(directory);
+    for (uint32_t i = 0; i < words[5]; ++i) {
+        bed->exports[words[4] + i] = bed->imageBase + At<uint32_t>(bed->imageBase + words[7])[i];
     }
 }
 
 }  // namespace
 
-std::unique_ptr<Bed> OpenBed(const std::string& library, const std::string& folder, Address base, Core core) {
-    auto bed = NewBed(core);
-    bed->folder = folder;
-    std::ifstream stream(library, std::ios::binary);
-    const std::vector<char> file{std::istreambuf_iterator<char>(stream), {}};
-    PeImage image;
-    if (!LayOutImage({reinterpret_cast<const uint8_t*>(file.data()), file.size()}, image)) {
-        AddFault(*bed, library + " is not what a handheld loads");
-        bed->processor->dead = true;
-        return bed;
+void MapRegion(Address base, uint32_t bytes, uint32_t rights) {
+    void* memory = mmap(At<void>(base), bytes, PROT_READ | PROT_WRITE,
+                        MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED_NOREPLACE, -1, 0);
+    if (memory != At<void>(base)) {
+        fprintf(stderr, "no memory at %s\n", Hex(base).c_str());
+        abort();
     }
-    RelocateImage(image, base != 0 ? base : image.base);
-    BindImports(*bed, image);
-    MapImage(*bed, image);
-    bed->imageBase = image.base;
-    bed->processor->exports = image.exports;
-    bed->processor->resources = image.resources;
-    bed->processor->entry = image.entry;
-    return bed;
+    bed->regions[base] = bytes;
+    uc_mem_map_ptr(bed->engine, base, bytes, rights, memory);
 }
 
-bool AttachLibrary(Bed& bed) {
-    constexpr uint32_t kProcessAttach = 1;
-    return CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessAttach, 0}) != 0;
+void ProtectRegion(Address base, uint32_t bytes, uint32_t rights) {
+    uc_mem_protect(bed->engine, base, bytes, rights);
+    mprotect(At<void>(base), bytes, (rights & UC_PROT_WRITE) != 0 ? PROT_READ | PROT_WRITE : PROT_READ);
 }
 
-void DetachLibrary(Bed& bed) {
-    constexpr uint32_t kProcessDetach = 0;
-    CallGuest(bed, bed.imageBase + bed.processor->entry, {bed.imageBase, kProcessDetach, 0});
+void MapHeap() {
+    MapRegion(kHeapBase, kHeapBytes, UC_PROT_READ | UC_PROT_WRITE);
+    ASAN_POISON_MEMORY_REGION(At<void>(kHeapBase), kHeapBytes);
+    bed->heapEnd = kHeapBase;
 }
 
-std::unique_ptr<Bed> OpenSnippet(std::span<const uint32_t> code, Core core) {
-    auto bed = NewBed(core);
-    bed->imageBase = kSnippetBase;
-    MapGuest(*bed, kSnippetBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC,
-             {reinterpret_cast<const uint8_t*>(code.data()), code.size_bytes()});
-    return bed;
-}
-
-Address ExportByOrdinal(Bed& bed, uint32_t ordinal) {
-    const auto& exports = bed.processor->exports;
-    const auto found = exports.find(ordinal);
-    return found == exports.end() ? 0 : bed.imageBase + found->second;
-}
-
-uint8_t* GuestMemory(Bed& bed, Address address, size_t bytes, bool writes) {
-    const char* problem = nullptr;
-    uint8_t* memory = FindGuestMemory(bed.processor->memory, address, bytes, writes, &problem);
-    if (memory == nullptr) {
-        AddFault(bed, std::string("a system function was given memory ") + problem + ", " + Hex(address));
+Bed::~Bed() {
+    uc_close(engine);
+    for (const auto& [base, bytes] : regions) {
+        ASAN_UNPOISON_MEMORY_REGION(At<void>(base), bytes);
+        munmap(At<void>(base), bytes);
     }
-    return memory;
 }
 
-Address Allocate(Bed& bed, uint32_t bytes) {
-    return AllocateBlock(bed.processor->memory, bytes);
-}
-
-bool Free(Bed& bed, Address block) {
-    if (!FreeBlock(bed.processor->memory, block)) {
-        AddFault(bed, "freed what is no block, " + Hex(block));
-        return false;
+void LoadLibraryIntoBed(const std::string& file, Address base) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const auto word = [&](size_t at) {
+        uint32_t value = 0;
+        memcpy(&value, bytes.data() + at, sizeof(value));
+        return value;
+    };
+    const uint32_t header = word(60), sections = header + 24 + (word(header + 20) & 0xFFFF);
+    const auto directory = [&](uint32_t which) { return bed->imageBase + word(header + 120 + which * 8); };
+    const uint32_t preferred = word(header + 52);
+    bed->imageBase = base != 0 ? base : preferred;
+    MapRegion(bed->imageBase, RoundUp(word(header + 80)), UC_PROT_NONE);
+    memcpy(At<void>(bed->imageBase), bytes.data(), word(header + 84));
+    const uint32_t count = word(header + 4) >> 16;
+    for (uint32_t row = sections; row < sections + count * 40; row += 40) {
+        memcpy(At<void>(bed->imageBase + word(row + 12)), bytes.data() + word(row + 20),
+               std::min(word(row + 8), word(row + 16)));
     }
-    return true;
-}
-
-size_t LiveBlocks(const Bed& bed) {
-    return bed.processor->memory.blocks.size();
-}
-
-uint32_t AddObject(Bed& bed, std::unique_ptr<Object> object) {
-    bed.nextHandle += 4;
-    bed.objects[bed.nextHandle] = std::move(object);
-    return bed.nextHandle;
-}
-
-// Down the three levels of the tree: kind, number, and the first language.
-Address FindGuestResource(Bed& bed, uint32_t type, uint32_t id) {
-    constexpr uint32_t kFirstEntry = 16, kEntryBytes = 8, kOffset = 0x7FFFFFFF;
-    const Address root = bed.imageBase + bed.processor->resources;
-    Address directory = root;
-    for (const uint32_t number : {type, id, 0U}) {
-        const uint32_t named = ReadGuest<uint16_t>(bed, directory + 12);
-        const uint32_t count = named + ReadGuest<uint16_t>(bed, directory + 14);
-        Address found = 0;
-        for (uint32_t i = named; i < count && found == 0; ++i) {
-            const Address entry = directory + kFirstEntry + i * kEntryBytes;
-            const bool matches = number == 0 || ReadGuest<uint32_t>(bed, entry) == number;
-            found = matches ? root + (ReadGuest<uint32_t>(bed, entry + 4) & kOffset) : 0;
-        }
-        if (found == 0) {
-            return 0;
-        }
-        directory = found;
+    bed->entry = bed->imageBase + word(header + 40);
+    bed->resources = directory(2);
+    ReadExports(directory(0));
+    BindImports(directory(1));
+    Relocate(directory(5), word(header + 120 + 5 * 8 + 4), bed->imageBase - preferred);
+    ProtectRegion(bed->imageBase, kPageBytes, UC_PROT_READ);
+    for (uint32_t row = sections; row < sections + count * 40; row += 40) {
+        const uint32_t flags = word(row + 36);
+        ProtectRegion(bed->imageBase + word(row + 12), RoundUp(word(row + 8)),
+                      UC_PROT_READ | (flags >> 31 != 0 ? UC_PROT_WRITE : 0) | (flags >> 29 & 1 ? UC_PROT_EXEC : 0));
     }
-    return bed.imageBase + ReadGuest<uint32_t>(bed, directory);
 }
 
-std::string Faults(const Bed& bed) {
-    std::string text;
-    for (const std::string& fault : bed.faults) {
-        text += fault + '\n';
-    }
+void AddFault(const std::string& text) {
+    bed->faults += text + '\n';
+}
+
+std::string Hex(uint32_t value) {
+    char text[16];
+    snprintf(text, sizeof(text), "0x%X", value);
     return text;
 }
 
-void AddFault(Bed& bed, const std::string& text) {
-    bed.faults.push_back(text);
+Address Allocate(uint32_t bytes) {
+    constexpr uint32_t kGap = 24;
+    const Address block = bed->heapEnd + kGap;  // 8 bytes off a multiple of 16: no more may be relied on
+    if (uint64_t{block} + bytes + kGap > kHeapBase + kHeapBytes) {
+        return 0;
+    }
+    bed->heapEnd = (block + bytes + 15) / 16 * 16;
+    bed->blocks[block] = bytes;
+    ASAN_UNPOISON_MEMORY_REGION(At<void>(block), bytes);
+    return block;
+}
+
+void Free(Address block) {
+    const auto found = bed->blocks.find(block);
+    if (found == bed->blocks.end()) {
+        return AddFault("freed what is no block, " + Hex(block));
+    }
+    ASAN_POISON_MEMORY_REGION(At<void>(block), found->second);
+    bed->blocks.erase(found);
+}
+
+// Down the three levels of the tree: kind, number, and the first language.
+Address FindGuestResource(uint32_t type, uint32_t id) {
+    constexpr uint32_t kOffset = 0x7FFFFFFF;
+    Address directory = bed->resources;
+    for (const uint32_t number : {type, id, 0U}) {
+        const auto* counts = At<uint16_t>(directory + 12);
+        const auto* entries = At<std::pair<uint32_t, uint32_t>>(directory + 16);
+        const auto* end = entries + counts[0] + counts[1];
+        const auto* found = std::find_if(entries + counts[0], end,
+                                         [&](const auto& entry) { return number == 0 || entry.first == number; });
+        if (found == end) {
+            return 0;
+        }
+        directory = bed->resources + (found->second & kOffset);
+    }
+    return bed->imageBase + *At<uint32_t>(directory);
 }

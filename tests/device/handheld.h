@@ -2,48 +2,68 @@
 // outlive it.
 #pragma once
 
-#include "tests/device/stand_in_state.h"
-#include "tests/device/window_state.h"
+#include "tests/device/bed.h"
+#include "tests/device/player.h"
 
-#include <filesystem>
+#include <array>
 
-// An environment variable; a failure of the running test and an empty text without it.
-std::string Setting(const char* name);
+struct ListRow {
+    std::map<uint32_t, std::u16string> cells;  // by column
+    int32_t image = 0;
+    uint32_t data = 0;
+};
 
-std::string ReadWhole(const std::filesystem::path& path);
+// The host's, the item's, dialogs with the controls of their templates, a sheet.
+struct Window {
+    uint32_t parent = 0;
+    Address procedure = 0;  // of the guest; 0: a system's control or the host's own window
+    int32_t id = 0;
+    bool isComboBox = false;
+    std::u16string text = {};
+    uint32_t check = 0;
+    int32_t selected = -1;
+    bool isDroppedDown = false;
+    std::vector<std::u16string> items = {};  // of a drop-down list
+    std::vector<ListRow> rows = {};
+};
 
 struct Handheld : System {
     Player player;
-    std::unique_ptr<Bed> bed;  // made on attaching, the last one kept
     Core core;
-    Address base;        // where the library goes; 0: where it prefers
-    std::string folder;  // of its files, its own and temporary
-    Registry registry;
+    Address base;               // where the library goes; 0: where it prefers
     std::string faults;         // of all beds, with what was left over on detaching
-    uint32_t deepestStack = 0;  // of all beds before the last detaching, bytes
-    uint32_t record = 0;
+    uint32_t deepestStack = 0;  // of all beds, bytes
+    // Of the library that is attached.
+    std::map<uint32_t, Window> windows;
+    Address itemProcedure = 0;
+    uint32_t templateNumber = 0;  // found last
+    uint32_t sheet = 0;
+    std::vector<std::array<uint32_t, 10>> pages;              // of the open sheet, as the guest describes them
+    std::map<std::pair<uint32_t, uint32_t>, uint32_t> held;   // by contexts, by context and kind
+    int allocations = 0, failingAllocation = 0;               // the one of that number is refused
+    bool threadsWait = false;                                 // until RunThreads, and not within CreateThread
+    std::deque<std::pair<Address, uint32_t>> waitingThreads;  // functions and arguments
+    int failingThreads = 0, failingReads = 0;                 // so many fail from now on
+    int libraryUses = 1;                                      // of the library itself
 
     explicit Handheld(std::span<const device_script::Step> steps = device_script::kScript, Address at = 0,
                       Core on = Core::Arm925);
-    ~Handheld() override;
-    // More steps, after those before.
-    void Perform(std::span<const device_script::Step> steps);
-    std::string ReadData(const std::string& name) const;  // of a file in the data folder; none: empty
+    void RunThreads();
 
-    void OnWorldChanged(const World& world) override;
     uint64_t Attach() override;
     void Detach() override;
     void OpenOptions() override;
-    uint64_t OpenPage(uint32_t page) override { return ::OpenPage(*bed, page); }
-    void CloseWindow(uint64_t window) override;
+    uint64_t OpenPage(uint32_t page) override;
+    void CloseWindow(uint64_t window) override { windows.erase(static_cast<uint32_t>(window)); }
     int64_t Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) override;
-    int64_t SendData(uint64_t window, uint32_t message, uint64_t wParam, std::span<const uint32_t> data) override;
-    uint32_t WordsOfHandle() const override { return 1; }
-    uint64_t Record() override { return record; }
-    uint32_t RecordedHeight() override;
-    uint64_t Control(uint64_t window, uint32_t id) override {
-        return FindControl(*bed, static_cast<uint32_t>(window), id);
-    }
-    uint64_t Context(uint64_t) override { return 1; }
-    std::vector<ControlState> Controls(uint64_t window) override;
 };
+
+extern Handheld* handheld;  // whose library is in the bed
+
+StandInTable SystemStandIns();   // files, registry, memory, modules, threads, texts
+StandInTable NetworkStandIns();  // IP helper, echo, wireless driver, Winsock, connection manager, internet library
+StandInTable WindowStandIns();   // windows, dialogs, sheets, drawing
+
+uint32_t SendToWindow(uint32_t window, uint32_t message, uint32_t wParam, uint32_t lParam);
+uint32_t SendToControl(Window& control, uint32_t message, uint32_t wParam, uint32_t lParam);
+uint32_t OpenDialog(const std::string& name, Address dialogTemplate, uint32_t parent, Address procedure);

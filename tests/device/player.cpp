@@ -3,7 +3,7 @@
 #include "tests/device/player.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
 
 using namespace device_script;
 
@@ -15,125 +15,51 @@ constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kErase = 0x0014, kNotify 
                    kButtonUp = 0x0202, kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243, kSetDate = 0x1000 + 2,
                    kSetRowState = 0x1000 + 43;
 constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
-constexpr uint32_t kChosen = 1;      // CBN_SELCHANGE
-constexpr uint32_t kTickTimer = 11;  // the item's
-constexpr uint32_t kLoWords = 16;
+constexpr uint32_t kChosen = 1, kTickTimer = 11, kHighWord = 16;  // CBN_SELCHANGE; the item's timer; bits
 
-void SetClock(Player& player, const Step& step) {
-    const auto word = [](uint32_t value) { return static_cast<uint16_t>(value); };
-    player.world.time = {word(step.a), word(step.b), 0, word(step.c), word(step.d), kMinute, kSecond, 0};
-    player.system.OnWorldChanged(player.world);
+uint64_t ControlOf(Player& player, uint32_t number) {
+    return player.trace.HandleOf(player.trace.NameOf(player.top) + "/" + std::to_string(number));
 }
 
-void SetCounters(Player& player, const Step& step) {
-    player.world.adapters[step.a].received = step.b;
-    player.world.adapters[step.a].transmitted = step.c;
-    player.system.OnWorldChanged(player.world);
-}
-
-void SetAdapter(Player& player, const Step& step) {
-    player.world.adapters[step.a].up = step.b != 0;
-    player.world.adapters[step.a].index = step.c;
-    player.system.OnWorldChanged(player.world);
-}
-
-void SetRadio(Player& player, const Step& step) {
-    player.world.radio = step.a != 0;
-    player.world.dbm = step.b;
-    player.world.associated = step.c != 0;
-    player.system.OnWorldChanged(player.world);
-}
-
-void Tick(Player& player, const Step& step) {
-    for (uint32_t i = 0; i < step.d; ++i) {
-        player.world.adapters[step.a].received += step.b;
-        player.world.adapters[step.a].transmitted += step.c;
-        player.world.tickCount += kTickMs;
-        player.system.OnWorldChanged(player.world);
-        player.system.Send(player.item, kTimer, kTickTimer, 0);
-    }
-}
-
-void Refresh(Player& player, uint32_t message) {
-    const int64_t result = player.system.Send(player.item, message, 0, player.system.Record());
-    player.trace.Add("  result " + std::to_string(result) + " height " +
-                     std::to_string(player.system.RecordedHeight()));
-}
-
-void Attach(Player& player, const Step& step) {
-    player.world.screenWidth = step.a;
-    player.world.screenHeight = step.b;
-    player.system.OnWorldChanged(player.world);
-    player.item = player.top = player.system.Attach();
-}
-
-void Detach(Player& player, const Step&) {
-    Refresh(player, kClearCache);
-    player.trace.selected.clear();
-    player.system.Detach();
-    player.item = player.top = 0;
-    std::erase_if(player.trace.names, [](const auto& name) { return name.second == "item"; });
-    player.trace.Add("left over:\n" + player.trace.Leftovers());
+template <class Data>
+void SendData(Player& player, uint64_t window, uint32_t message, uint64_t wParam, const Data& data) {
+    uint8_t* memory = player.system.memory + kRecordBytes;
+    memcpy(memory, std::data(data), std::size(data) * sizeof(data[0]));
+    player.system.Send(window, message, wParam, (uint64_t)memory);
 }
 
 // NMHDR has the control, its number and the code, each as long as a handle; `data` follow.
-void Notify(Player& player, uint64_t window, uint32_t control, int32_t code, std::span<const uint32_t> data = {}) {
+void Notify(Player& player, uint32_t control, int32_t code, std::span<const uint32_t> data = {}) {
     std::vector<uint32_t> notice;
-    for (const uint64_t field :
-         {player.system.Control(window, control), uint64_t{control}, static_cast<uint64_t>(code)}) {
-        for (uint32_t word = 0; word < player.system.WordsOfHandle(); ++word) {
-            notice.push_back(static_cast<uint32_t>(field >> 32 * word));
+    for (const uint64_t field : {ControlOf(player, control), uint64_t{control}, static_cast<uint64_t>(code)}) {
+        for (uint32_t bits = 0; bits < 8 * player.trace.pointerBytes; bits += 32) {
+            notice.push_back(static_cast<uint32_t>(field >> bits));
         }
     }
     notice.insert(notice.end(), data.begin(), data.end());
-    player.system.SendData(window, kNotify, control, notice);
+    SendData(player, player.top, kNotify, control, notice);
 }
 
-uint64_t ControlOf(Player& player, const Step& step) {
-    return player.system.Control(player.top, step.a);
+void AskHostsQuestion(Player& player, uint32_t message) {
+    const int64_t result = player.system.Send(player.item, message, 0, (uint64_t)player.system.memory);
+    uint32_t height = 0;
+    memcpy(&height, player.system.memory + kRecordHeight, sizeof(height));
+    player.trace.Add("  result " + std::to_string(result) + " height " + std::to_string(height));
 }
 
-void SetControlText(Player& player, const Step& step) {
-    std::vector<uint32_t> units(64);
-    for (size_t i = 0; step.text[i] != 0; ++i) {
-        units[i / 2] |= static_cast<uint32_t>(step.text[i]) << kLoWords * (i % 2);
+// What a dialog's procedure returns is not what the system returns, so that only the item's results count.
+void SendToTop(Player& player, uint32_t message, uint64_t wParam, uint64_t lParam) {
+    const uint64_t window = player.top;
+    const int64_t result = player.system.Send(window, message, wParam, lParam);
+    if (window == player.item) {
+        player.trace.Add("  result " + std::to_string(result));
     }
-    player.system.SendData(ControlOf(player, step), kSetText, 0, units);
-}
-
-void Choose(Player& player, const Step& step) {
-    const uint64_t control = ControlOf(player, step);
-    player.system.Send(control, kDropDown, 1, 0);
-    player.system.Send(control, kChooseEntry, step.b, 0);
-    player.system.Send(player.top, kCommand, step.a | kChosen << kLoWords, control);
-    player.system.Send(control, kDropDown, 0, 0);
-}
-
-void SetDate(Player& player, const Step& step) {
-    const uint32_t date[] = {0, step.b | step.c << kLoWords, step.d << kLoWords, 12, 0, 0};
-    player.system.SendData(ControlOf(player, step), kSetDate, 0, std::span(date).subspan(1));
-    Notify(player, player.top, step.a, kDateChanged, date);
-}
-
-void Select(Player& player, const Step& step) {
-    const std::array<uint32_t, 20> item = {0, 0, 0, 3, 3};  // LVITEM
-    player.system.SendData(ControlOf(player, step), kSetRowState, step.b, item);
-}
-
-void TapRow(Player& player, const Step& step) {
-    const std::array<uint32_t, 10> row = {step.b};  // NMLISTVIEW
-    Notify(player, player.top, step.a, kRowTapped, row);
 }
 
 uint64_t HostsContext(Player& player) {
-    const uint64_t context = player.system.Context(player.top);
-    player.trace.names[context] = "the host's";
-    return context;
-}
-
-void AskColor(Player& player, const Step& step) {
-    const int64_t brush = player.system.Send(player.top, kColorStatic, HostsContext(player), ControlOf(player, step));
-    player.trace.Add("  " + player.trace.NameOf(static_cast<uint64_t>(brush)));
+    constexpr uint64_t kContext = 1;
+    player.trace.names[kContext] = "the host's";
+    return kContext;
 }
 
 void ShowPage(Player& player, uint32_t number) {
@@ -142,75 +68,10 @@ void ShowPage(Player& player, uint32_t number) {
     player.top = page;
 }
 
-void TurnPage(Player& player, const Step& step) {
-    Notify(player, player.top, 0, kPageLeft);
-    ShowPage(player, step.a);
-}
-
-void Apply(Player& player, const Step&) {
-    Notify(player, player.top, 0, kPageLeft);
-    for (const uint64_t page : player.pages) {
-        if (page != 0) {
-            Notify(player, page, 0, kPageApplied);
-        }
-    }
-    player.sheetEnded = true;
-}
-
-// What a dialog's procedure returns is not what the system returns, so that only the item's results count.
-void SendAndNote(Player& player, uint32_t message, uint64_t wParam, uint64_t lParam) {
-    const uint64_t window = player.top;
-    const int64_t result = player.system.Send(window, message, wParam, lParam);
-    if (window == player.item) {
-        player.trace.Add("  result " + std::to_string(result));
-    }
-}
-
-void SendCommand(Player& player, const Step& step) {
-    player.system.Send(player.top, kCommand, step.a | step.b << kLoWords, ControlOf(player, step));
-}
-
-// In the order of Act.
-constexpr struct {
-    const char* name;
-    void (*perform)(Player& player, const Step& step);
-} kActs[] = {
-    {"Attach", Attach},
-    {"Detach", Detach},
-    {"Clock", SetClock},
-    {"Counters", SetCounters},
-    {"Adapter", SetAdapter},
-    {"Radio", SetRadio},
-    {"Tick", Tick},
-    {"Refresh", [](Player& player, const Step&) { Refresh(player, kQueryRefresh); }},
-    {"Clear", [](Player& player, const Step&) { Refresh(player, kClearCache); }},
-    {"Erase", [](Player& player, const Step&) { SendAndNote(player, kErase, HostsContext(player), 0); }},
-    {"Paint", [](Player& player, const Step&) { SendAndNote(player, kPaint, 0, 0); }},
-    {"Tap", [](Player& player, const Step& s) { SendAndNote(player, kButtonUp, 0, s.a | s.b << kLoWords); }},
-    {"Options", [](Player& player, const Step&) { player.system.OpenOptions(); }},
-    {"Command", SendCommand},
-    {"Timer", [](Player& player, const Step& step) { player.system.Send(player.top, kTimer, step.a, 0); }},
-    {"Text", SetControlText},
-    {"Choose", Choose},
-    {"Date", SetDate},
-    {"Check", [](Player& player, const Step& s) { player.system.Send(ControlOf(player, s), kSetCheck, s.b, 0); }},
-    {"Select", Select},
-    {"Row", TapRow},
-    {"Answer", [](Player& player, const Step& step) { player.answers.push_back(step.a); }},
-    {"Page", TurnPage},
-    {"Color", AskColor},
-    {"Apply", Apply},
-};
-
 void PerformNext(Player& player) {
-    const size_t number = player.next++;
-    const Step& step = player.steps[number];
-    const auto& [name, perform] = kActs[static_cast<size_t>(step.act)];
-    player.trace.Add("# " + std::to_string(number) + " " + name);
-    perform(player, step);
-    if (player.trace.dialogsOpen > 0 && player.top != 0) {
-        player.trace.NoteControls(player.top, player.system.Controls(player.top));
-    }
+    const Step& step = player.steps[player.next++];
+    player.trace.Add("# " + std::to_string(player.next));
+    step.act(player, step);
 }
 
 // What is still posted when the dialog ends is lost with it.
@@ -229,33 +90,156 @@ void Close(Player& player, uint64_t window) {
 
 }  // namespace
 
-uint32_t device_script::AddressOf(const Host& host) {
-    return 0x0007A8C0 | static_cast<uint32_t>(host.lastByte) << 24;
+namespace device_script::steps {
+
+void Attach(Player& player, const Step& step) {
+    player.screenWidth = step.a;
+    player.screenHeight = step.b;
+    player.item = player.top = player.system.Attach();
 }
 
-const Host* device_script::FindHost(uint32_t address) {
-    const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts),
-                                     [&](const Host& host) { return AddressOf(host) == address; });
-    return found != std::end(kHosts) ? found : nullptr;
+void Detach(Player& player, const Step&) {
+    player.trace.selected.clear();
+    player.system.Detach();
+    player.trace.Close(player.item);
+    player.item = player.top = 0;
 }
 
-const Host* device_script::FindHostNamed(const std::string& name) {
-    std::string lower = name;
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
-    const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& host) {
-        return host.dnsName != nullptr && lower == host.dnsName;
-    });
-    return found != std::end(kHosts) ? found : nullptr;
+void Clock(Player& player, const Step& step) {
+    const auto word = [](uint32_t value) { return static_cast<WORD>(value); };
+    player.time = {word(step.a), word(step.b), 0, word(step.c), word(step.d), 30, 15, 0};
 }
 
-uint32_t World::HeightOf(bool isItem) const {
-    const bool hiRes = std::max(screenWidth, screenHeight) > 320;
-    return !isItem ? screenHeight : hiRes ? 40 : 24;
+void Counters(Player& player, const Step& step) {
+    player.adapters[step.a].received = step.b;
+    player.adapters[step.a].transmitted = step.c;
+    Publish(player);
 }
 
-void Player::Run() {
-    system.OnWorldChanged(world);
-    while (next < steps.size()) {
+void Adapter(Player& player, const Step& step) {
+    player.up[step.a] = step.b != 0;
+    player.adapters[step.a].index = step.c;
+    Publish(player);
+}
+
+void Radio(Player& player, const Step& step) {
+    player.radio = step.a != 0;
+    player.dbm = step.b;
+    player.associated = step.c != 0;
+    Publish(player);
+}
+
+void Tick(Player& player, const Step& step) {
+    for (uint32_t i = 0; i < step.d; ++i) {
+        player.adapters[step.a].received += step.b;
+        player.adapters[step.a].transmitted += step.c;
+        player.tickCount += 2000;
+        Publish(player);
+        player.system.Send(player.item, kTimer, kTickTimer, 0);
+    }
+}
+
+void Refresh(Player& player, const Step&) {
+    AskHostsQuestion(player, kQueryRefresh);
+}
+
+void Clear(Player& player, const Step&) {
+    AskHostsQuestion(player, kClearCache);
+}
+
+void Erase(Player& player, const Step&) {
+    SendToTop(player, kErase, HostsContext(player), 0);
+}
+
+void Paint(Player& player, const Step&) {
+    SendToTop(player, kPaint, 0, 0);
+}
+
+void Tap(Player& player, const Step& step) {
+    SendToTop(player, kButtonUp, 0, step.a | step.b << kHighWord);
+}
+
+void Options(Player& player, const Step&) {
+    player.system.OpenOptions();
+}
+
+void Command(Player& player, const Step& step) {
+    player.system.Send(player.top, kCommand, step.a | step.b << kHighWord, ControlOf(player, step.a));
+}
+
+void Timer(Player& player, const Step& step) {
+    player.system.Send(player.top, kTimer, step.a, 0);
+}
+
+void Text(Player& player, const Step& step) {
+    const std::string_view text = step.text;
+    std::u16string wide(text.begin(), text.end());
+    wide.push_back(0);
+    SendData(player, ControlOf(player, step.a), kSetText, 0, wide);
+}
+
+void Choose(Player& player, const Step& step) {
+    const uint64_t control = ControlOf(player, step.a);
+    player.system.Send(control, kDropDown, 1, 0);
+    player.system.Send(control, kChooseEntry, step.b, 0);
+    player.system.Send(player.top, kCommand, step.a | kChosen << kHighWord, control);
+    player.system.Send(control, kDropDown, 0, 0);
+}
+
+void Date(Player& player, const Step& step) {
+    const std::array<uint32_t, 6> date = {0, step.b | step.c << kHighWord, step.d << kHighWord, 12};
+    SendData(player, ControlOf(player, step.a), kSetDate, 0, std::span(date).subspan(1));
+    Notify(player, step.a, kDateChanged, date);
+}
+
+void Check(Player& player, const Step& step) {
+    player.system.Send(ControlOf(player, step.a), kSetCheck, step.b, 0);
+}
+
+void Select(Player& player, const Step& step) {
+    const std::array<uint32_t, 20> item = {0, 0, 0, 3, 3};  // LVITEM
+    SendData(player, ControlOf(player, step.a), kSetRowState, step.b, item);
+}
+
+void Row(Player& player, const Step& step) {
+    const std::array<uint32_t, 10> row = {step.b};  // NMLISTVIEW
+    Notify(player, step.a, kRowTapped, row);
+}
+
+void Answer(Player& player, const Step& step) {
+    player.answers.push_back(step.a);
+}
+
+void Page(Player& player, const Step& step) {
+    Notify(player, 0, kPageLeft);
+    ShowPage(player, step.a);
+}
+
+void Color(Player& player, const Step& step) {
+    const int64_t brush = player.system.Send(player.top, kColorStatic, HostsContext(player), ControlOf(player, step.a));
+    player.trace.Add("  " + player.trace.NameOf(static_cast<uint64_t>(brush)));
+}
+
+void Apply(Player& player, const Step&) {
+    Notify(player, 0, kPageLeft);
+    for (const uint64_t page : player.pages) {
+        if (page != 0) {
+            player.top = page;
+            Notify(player, 0, kPageApplied);
+        }
+    }
+    player.sheetEnded = true;
+}
+
+}  // namespace device_script::steps
+
+Player* player = nullptr;
+
+void Player::Run(std::span<const Step> toPerform) {
+    player = this;
+    steps = toPerform;
+    Publish(*this);
+    for (next = 0; next < steps.size();) {
         PerformNext(*this);
     }
 }
@@ -263,7 +247,6 @@ void Player::Run() {
 void Player::RunDialog(uint64_t window) {
     const uint64_t before = top;
     top = window;
-    trace.NoteControls(window, system.Controls(window));
     DeliverPosted(*this, window);
     while (ended != window && next < steps.size()) {
         PerformNext(*this);
@@ -280,7 +263,6 @@ void Player::RunSheet(size_t pageCount) {
     sheetEnded = false;
     pages.assign(pageCount, 0);
     ShowPage(*this, 0);
-    trace.NoteControls(top, system.Controls(top));
     while (!sheetEnded && next < steps.size()) {
         PerformNext(*this);
     }
@@ -290,10 +272,4 @@ void Player::RunSheet(size_t pageCount) {
             Close(*this, page);
         }
     }
-}
-
-uint32_t Player::AnswerMessageBox() {
-    const uint32_t answer = answers.empty() ? kOk : answers.front();
-    answers.erase(answers.begin(), answers.begin() + (answers.empty() ? 0 : 1));
-    return answer;
 }

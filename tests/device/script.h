@@ -1,48 +1,21 @@
 // tests/device/script.h - what is done to the item, once as ARM code in the processor's model and once by the desktop
-// build under Wine. Plain tables without system headers; numbers of controls and templates are the resources' own.
+// build under Wine.
 //
 // The steps go to the topmost window: the item, or the dialog (page) opened last. A step that opens a dialog makes the
 // following ones that dialog's, until one of them ends it.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-
 #include "resources/resource_ids.h"
+#include "tests/fakes/scripted_platform.h"
+
+struct Player;
 
 namespace device_script {
 
-enum class Act : uint8_t {
-    Attach,    // the library is loaded anew with a screen of a x b pixels; files and registry stay
-    Detach,    // cache cleared, window destroyed, library unloaded
-    Clock,     // local time: a year, b month, c day, d hour; always minute 30, second 15
-    Counters,  // of adapter a: b octets received, c transmitted
-    Adapter,   // adapter a is b (1 up, 0 down and gone from every list) and has interface index c
-    Radio,     // a 1: the driver is there; b dBm (two's complement); c 1: associated
-    Tick,      // d times: b received and c transmitted are added to adapter a's counters, then the item's timer
-    Refresh,   // the host's refresh query
-    Clear,     // the host's clear-cache message
-    Erase,     // background
-    Paint,     // of the topmost window
-    Tap,       // pen up at (a, b) of the topmost window
-    Options,   // the host opens template 500 with ordinal 241
-    // The rest is for dialogs; a is the control's number.
-    Command,  // WM_COMMAND with notification code b
-    Timer,    // timer number a
-    Text,     // the control's text becomes `text`
-    Choose,   // entry b of a drop-down list is chosen while it is dropped down, with CBN_SELCHANGE
-    Date,     // the date picker's date becomes b-c-d, with DTN_DATETIMECHANGE
-    Check,    // b is the new check state
-    Select,   // row b of a list view is selected
-    Row,      // row b of a list view is tapped (NM_CLICK)
-    Answer,   // the next message box is answered with button a
-    Page,     // page a of the sheet is shown, the one before it left (PSN_KILLACTIVE)
-    Color,    // WM_CTLCOLORSTATIC of the control
-    Apply,    // the sheet is closed: PSN_KILLACTIVE of the page shown, then PSN_APPLY of all that were shown
-};
-
+struct Step;
+using Act = void(Player& player, const Step& step);
 struct Step {
-    Act act;
+    Act* act;
     uint32_t a = 0;
     uint32_t b = 0;
     uint32_t c = 0;
@@ -50,100 +23,63 @@ struct Step {
     const char* text = "";  // ASCII
 };
 
-inline constexpr uint32_t kMinute = 30;
-inline constexpr uint32_t kSecond = 15;
-inline constexpr uint32_t kFirstTickCount =
-    1000000;  // GetTickCount at the start, ms; every tick adds the item's period
-inline constexpr uint32_t kTickMs = 2000;
-inline constexpr char kProgramFiles[] = "\\Program Files";  // CSIDL_PROGRAM_FILES
-inline constexpr char kDocuments[] = "\\My Documents";      // CSIDL_PERSONAL; exists from the start
-inline constexpr char kDataFolder[] = "\\Program Files\\Ostrik\\Quorvane";
-inline constexpr int kCharacterWidth = 5;  // of every text measured, pixels; 12 high
-inline constexpr uint32_t kStripWidth = 240;
+namespace steps {
+Act Attach;    // the library is loaded anew with a screen of a x b pixels; files and registry stay
+Act Detach;    // window destroyed, library unloaded
+Act Clock;     // local time: a year, b month, c day, d hour; always minute 30, second 15
+Act Counters;  // of adapter a: b octets received, c transmitted
+Act Adapter;   // adapter a is b (1 up, 0 down and gone from every list) and has interface index c
+Act Radio;     // a 1: the driver is there; b dBm (two's complement); c 1: associated
+Act Tick;      // d times: b received and c transmitted are added to adapter a's counters, 2 s later the item's timer
+Act Refresh;   // the host's refresh query
+Act Clear;     // the host's clear-cache message
+Act Erase;     // background
+Act Paint;     // of the topmost window
+Act Tap;       // pen up at (a, b) of the topmost window
+Act Options;   // the host opens template 500 with ordinal 241
+// The rest is for dialogs; a is the control's number.
+Act Command;  // WM_COMMAND with notification code b
+Act Timer;    // timer number a
+Act Text;     // the control's text becomes `text`
+Act Choose;   // entry b of a drop-down list is chosen while it is dropped down, with CBN_SELCHANGE
+Act Date;     // the date picker's date becomes b-c-d, with DTN_DATETIMECHANGE
+Act Check;    // b is the new check state
+Act Select;   // row b of a list view is selected
+Act Row;      // row b of a list view is tapped (NM_CLICK)
+Act Answer;   // the next message box is answered with button a
+Act Page;     // page a of the sheet is shown, the one before it left (PSN_KILLACTIVE)
+Act Color;    // WM_CTLCOLORSTATIC of the control
+Act Apply;    // the sheet is closed: PSN_KILLACTIVE of the page shown, then PSN_APPLY of all that were shown
+}  // namespace steps
 
 // The network. Adapter 0 is up from the start, adapter 1 is not.
-struct Adapter {
-    const char* name;
-    const char* description;
-    uint32_t index;
-    uint8_t mac[6];
-    const char* address;
-    const char* mask;
-    const char* gateway;
-    const char* dns[2];
-    const char* dhcpServer;  // null: DHCP is off
-    uint32_t leaseObtained;  // seconds since 1970, UTC; the time zone is UTC
-    uint32_t leaseExpires;
-    const char* wins[2];  // null: none
-    uint32_t speed;       // bit/s
-};
-inline constexpr uint32_t kInterfaceType = 6;  // Ethernet
 // clang-format off
-inline constexpr Adapter kAdapters[] = {
-    {"WLAN1", "Built-in wireless adapter", 3, {0x02, 0x10, 0x20, 0x30, 0x40, 0x50}, "192.168.7.33", "255.255.255.0",
-     "192.168.7.1", {"192.168.7.1", "192.168.7.2"}, "192.168.7.1", 1795255815, 1795342215,
-     {"192.168.7.8", "192.168.7.9"}, 11000000},
-    {"ETHCRADLE1", "Cradle", 9, {0x02, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE}, "10.1.2.3", "255.255.0.0",
-     "10.1.0.1", {"10.1.0.1", nullptr}, nullptr, 0, 0, {nullptr, nullptr}, 100000000},
+inline const scripted::Adapter kAdapters[] = {
+    {.name = "WLAN1", .description = "Built-in wireless adapter", .index = 3,
+     .hardwareAddress = {0x02, 0x10, 0x20, 0x30, 0x40, 0x50}, .dnsServers = {"192.168.7.1", "192.168.7.2"},
+     .dhcpEnabled = true, .dhcpServer = "192.168.7.1", .leaseObtained = 1795255815, .leaseExpires = 1795342215,
+     .haveWins = true, .primaryWins = "192.168.7.8", .secondaryWins = "192.168.7.9", .speed = 11000000},
+    {.name = "ETHCRADLE1", .description = "Cradle", .index = 9,
+     .hardwareAddress = {0x02, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE}, .address = "10.1.2.3", .mask = "255.255.0.0",
+     .gateway = "10.1.0.1", .dnsServers = {"10.1.0.1"}},
 };
 // clang-format on
 
-// Who answers an echo in 192.168.7.0/24 (time to live 64); the rows of the ARP table are those with a hardware address.
+// Who answers an echo in 192.168.7.0/24 (time to live 64).
 struct Host {
-    uint8_t lastByte;
+    uint8_t lastByte;  // of the address, and of the hardware address
     uint32_t roundTripMs;
-    const uint8_t* mac;   // 6 bytes, or null: not in the ARP table
+    bool isInArpTable;
     const char* name;     // of its NetBIOS node status (one name, suffix 0), or null: its port is closed
     const char* dnsName;  // gethostbyname knows it by this name, or null
 };
-inline constexpr uint8_t kHostMacs[3][6] = {{0x02, 0, 0, 0, 7, 1}, {0x02, 0, 0, 0, 7, 0x14}, {0x02, 0, 0, 0, 7, 0xFA}};
 inline constexpr Host kHosts[] = {
-    {1, 2, kHostMacs[0], nullptr, "router"},
-    {20, 14, kHostMacs[1], "PRINTER", nullptr},
-    {33, 0, nullptr, "HANDHELD", nullptr},
-    {250, 120, kHostMacs[2], nullptr, nullptr},
+    {1, 2, true, nullptr, "router"},
+    {20, 14, true, "PRINTER", nullptr},
+    {33, 0, false, "HANDHELD", nullptr},
+    {250, 120, true, nullptr, nullptr},
 };
 inline constexpr char kEchoBody[] = "203.0.113.77\n";  // every HTTP answer, in one piece
-
-// The driver's values; those of RSSI and BSSID follow the steps. An identifier without a value fails; sets succeed.
-struct OidValue {
-    uint32_t oid;
-    const void* bytes;
-    size_t size;
-};
-inline constexpr uint32_t kOidRssi = 0x0D010206;
-inline constexpr uint32_t kOidBssid = 0x0D010101;
-inline constexpr char kAssociatedBssid[] = "\x02\x00\x00\x00\x09\x01";
-inline constexpr char kBinding[] = "WLAN1";
-
-struct Point {  // NDIS_WLAN_BSSID
-    uint32_t bytes;
-    uint8_t bssid[8];
-    uint32_t ssidLength;
-    char ssid[32];
-    uint32_t privacy;
-    int32_t rssi;
-    uint32_t networkType, configuration[3], frequency, hopping[4], mode;
-    uint8_t rates[8];
-};
-struct PointList {
-    uint32_t count;
-    Point points[2];
-};
-inline constexpr PointList kPoints = {
-    2,
-    {{sizeof(Point), {2, 0, 0, 0, 9, 1}, 12, "Office & Lab", 1, -52, 3, {}, 2437000, {}, 1, {0x82, 0x84, 0x8B, 0x96}},
-     {sizeof(Point), {2, 0, 0, 0, 9, 2}, 5, "guest", 0, -81, 3, {}, 2462000, {}, 1, {0x82, 0x84, 0x8B, 0x96}}}};
-inline constexpr OidValue kOids[] = {
-    {0x0D010102, "\x0C\0\0\0Office & Lab\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 36},                // SSID
-    {0x0D010108, "\1\0\0\0", 4},                                                                       // mode
-    {0x0D010118, "\4\0\0\0", 4},                                                                       // authentication
-    {0x0D01011A, "", 0},                                                                               // scan
-    {0x0D01011B, "\0\0\0\0", 4},                                                                       // WEP
-    {0x0D010204, "\1\0\0\0", 4},                                                                       // network type
-    {0x0D010211, "\x20\0\0\0\x64\0\0\0\x0A\0\0\0\x88\x2F\x25\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 32},  // configuration
-    {0x0D010217, &kPoints, sizeof(kPoints)},                                                           // list
-};
 
 // Taps of the strip's icons, normal pixels.
 inline constexpr uint32_t kIconTop = 10;
@@ -153,9 +89,8 @@ inline constexpr uint32_t kTapSignal = 58, kTapUsage = 77, kTapDhcp = 96, kTapPi
 inline constexpr uint32_t kOk = 1, kCancel = 2, kYes = 6, kNo = 7;
 
 namespace steps {
-using enum Act;
 // clang-format off
-inline constexpr Step kScript[] = {
+inline const Step kScript[] = {
     // A day of traffic on a screen of 240 x 320.
     {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4, 1},  // -60 dBm
     {Counters, 0, 5000, 3000}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 0, 1},
@@ -218,7 +153,8 @@ inline constexpr Step kScript[] = {
     {Timer, 10}, {Command, kOk}, {Adapter, 0, 1, 3}, {Radio, 1, 0xFFFFFFC9, 1}, {Tick, 0, 0, 0, 2},
     {Tap, 2 * kTapGraph, kIconTop}, {Paint}, {Command, kOk}, {Tap, 2 * kTapSignal, kIconTop}, {Command, kOk},
     {Options}, {Page, 1}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
-    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Tick, 0, 1, 1, 2}, {Detach},
+    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Tick, 0, 1, 1, 2}, {Clear},
+    {Detach},
     {Attach, 320, 240}, {Refresh}, {Refresh}, {Paint}, {Clock, 2026, 3, 1, 8}, {Tick, 0, 10, 10, 2},
     {Tap, kTapUsage, kIconTop}, {Paint}, {Tap, 40, 50}, {Paint}, {Command, kOk}, {Tap, kTapPing, kIconTop},
     {Command, kOk}, {Tap, kTapAdapter, kIconTop}, {Command, kOk}, {Tap, kTapScanner, kIconTop}, {Command, kOk},

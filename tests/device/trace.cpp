@@ -1,10 +1,8 @@
-// The lines of a trace. Texts are written with what lies beyond ASCII as "?".
+// The lines of a trace.
 
 #include "tests/device/trace.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -13,17 +11,40 @@ namespace {
 constexpr CallShape kShapes[] = {
     {"BeginPaint", "h-", "paint"}, {"BitBlt", "hiiiihiix"}, {"CreateCompatibleBitmap", "-ii", "bitmap"},
     {"CreateCompatibleDC", "-", "memory"}, {"CreateFontIndirectW", "f", "font"}, {"CreatePen", "iic", "pen"},
-    {"CreateProcessW", "-s--------"}, {"DeleteDC", "h", "", true}, {"DeleteObject", "h", "", true},
-    {"DestroyIcon", "h", "", true, true}, {"DrawIconEx", "hiih----x"}, {"DrawTextW", "hsirx"}, {"EndDialog", "hi"},
-    {"EndPaint", "h-"}, {"FillRect", "hrh"}, {"GetDC", "h", "context"}, {"GetStockObject", "i", "stock", false, true},
-    {"ImageList_Create", "iixii", "images"}, {"ImageList_Destroy", "h", "", true}, {"ImageList_ReplaceIcon", "hih"},
-    {"InvalidateRect", "h-i"}, {"KillTimer", "hi"}, {"LoadBitmapW", "-i", "picture"},
-    {"LoadIconW", "-i", "icon", false, true}, {"LoadImageW", "-i----", "icon", false, true}, {"MessageBoxW", "hssx"},
-    {"Polyline", "hpi"}, {"ReleaseDC", "-h", "", true}, {"SelectObject", "hh"}, {"SetBkColor", "hc"},
-    {"SetBkMode", "hi"}, {"SetPixel", "hiic"}, {"SetTextColor", "hc"}, {"SetTimer", "hii-"},
-    {"StretchBlt", "hiiiihiiiix"}
+    {"CreateProcessW", "-s"}, {"DeleteDC", "h", "", true}, {"DeleteObject", "h", "", true},
+    {"DestroyIcon", "h", "", true, true}, {"DrawIconEx", "hiih----x"}, {"DrawTextW", "hsirx"}, {"EnableWindow", "hi"},
+    {"EndDialog", "hi"}, {"EndPaint", "h-"}, {"FillRect", "hrh"}, {"GetDC", "h", "context"},
+    {"GetStockObject", "i", "stock", false, true}, {"ImageList_Create", "iixii", "images"},
+    {"ImageList_Destroy", "h", "", true}, {"ImageList_ReplaceIcon", "hih"}, {"InvalidateRect", "h-i"},
+    {"KillTimer", "hi"}, {"LoadBitmapW", "-i", "picture"}, {"LoadIconW", "-i", "icon", false, true},
+    {"LoadImageW", "-i----", "icon", false, true}, {"MessageBoxW", "hssx"}, {"Polyline", "hpi"},
+    {"RegSetValueExW", "-s-iv"}, {"ReleaseDC", "-h", "", true}, {"SelectObject", "hh"},
+    {"SendDlgItemMessageW", "him"}, {"SendMessageW", "hm"}, {"SetBkColor", "hc"}, {"SetBkMode", "hi"},
+    {"SetDlgItemTextW", "his"}, {"SetPixel", "hiic"}, {"SetTextColor", "hc"}, {"SetTimer", "hii-"},
+    {"SetWindowTextW", "hs"}, {"StretchBlt", "hiiiihiiiix"}, {"closesocket", "h", "", true, true},
+    {"socket", "---", "socket", false, true}
+};
+// Messages that show or ask something. The first argument is a number; the second is left out, a text, or it points to a record
+// of words and (aligned) pointers: s text, h handle, * left out.
+constexpr struct Message {
+    uint32_t number;
+    const char* letters;
+    const char* record = nullptr;
+} kMessages[] = {
+    {0x00C5, "xi"}, {0x00F0, "x"}, {0x00F1, "xi"}, {0x0141, "xi"}, {0x0143, "xis"}, {0x014B, "xi"},
+    {0x014E, "xi"}, {0x014F, "xi"}, {0x0402, "xi"}, {0x0465, "xi", "*iiiih"}, {0x0467, "xii"},
+    {0x1002, "xi", "xxxx"}, {0x1003, "xih"}, {0x1009, "xi"}, {0x100C, "xii"}, {0x102B, "xi", "---ii"},
+    {0x1030, "xi"}, {0x104B, "xi", "iii"}, {0x104C, "xi", "iii--s-i"}, {0x104D, "xi", "iii--s-i"},
+    {0x1053, "xi", "i"}, {0x1061, "xi", "iiis"}, {0x1073, "xi", "-ii"}, {0x1074, "xi", "iii--s-i"}
 };
 // clang-format on
+
+template <class Value>
+Value ReadAt(uint64_t address) {
+    Value value;
+    memcpy(&value, FromWord<const void*>(address), sizeof(value));
+    return value;
+}
 
 template <class... Values>
 std::string Print(const char* format, Values... values) {
@@ -32,88 +53,111 @@ std::string Print(const char* format, Values... values) {
     return text;
 }
 
-std::string Numbers(const int32_t* numbers, size_t count) {
-    std::string text;
-    for (size_t i = 0; i < count; ++i) {
-        text += Print(i == 0 ? "(%d" : " %d", numbers[i]);
+std::string Numbers(uint64_t address, uint64_t count) {
+    std::string text = "(";
+    for (uint64_t i = 0; i < count; ++i) {
+        text += Print(" %d", ReadAt<int32_t>(address + i * 4));
     }
-    return text + ")";
+    return text + " )";
 }
 
-std::string FontText(const uint8_t* font) {
-    constexpr size_t kWeight = 16, kFace = 28;
-    int32_t height = 0, weight = 0;
-    memcpy(&height, font, sizeof(height));
-    memcpy(&weight, font + kWeight, sizeof(weight));
-    std::string face;
-    for (size_t i = kFace; font[i] != 0; i += 2) {
-        face += static_cast<char>(font[i]);
-    }
-    return Print("%d %d ", height, weight) + face;
+std::string Text(uint64_t address) {
+    return address != 0 ? '"' + Narrow(FromWord<const char16_t*>(address)) + '"' : "null";
 }
 
-std::string ArgumentText(const Trace& trace, char letter, uint64_t value, uint64_t next) {
-    constexpr size_t kFontBytes = 92;
+std::string ArgumentText(const Trace& trace, char letter, const uint64_t* words);
+
+std::string Arguments(const Trace& trace, const char* letters, const uint64_t* words) {
+    std::string texts;
+    for (size_t i = 0; letters[i] != 0; ++i) {
+        texts += letters[i] != '-' ? " " + ArgumentText(trace, letters[i], words + i) : "";
+    }
+    return texts;
+}
+
+std::string Record(const Trace& trace, const char* fields, uint64_t address) {
+    std::string texts;
+    for (; *fields != 0; ++fields) {
+        const uint64_t bytes = strchr("sh*", *fields) != nullptr ? trace.pointerBytes : 4;
+        address = (address + bytes - 1) / bytes * bytes;
+        const uint64_t value = bytes == 4 ? ReadAt<uint32_t>(address) : ReadAt<uint64_t>(address);
+        texts += strchr("-*", *fields) == nullptr ? " " + ArgumentText(trace, *fields, &value) : "";
+        address += bytes;
+    }
+    return texts;
+}
+
+const Message* FindMessage(uint64_t number) {
+    const auto* found = std::find_if(std::begin(kMessages), std::end(kMessages), [&](const Message& message) {
+        return message.number == static_cast<uint32_t>(number);
+    });
+    return found != std::end(kMessages) ? found : nullptr;
+}
+
+// One number belongs to two messages: the host's has a record, the range of a spin button is a number.
+std::string MessageText(const Trace& trace, const uint64_t* words) {
+    const Message& message = *FindMessage(words[0]);
+    const bool hasRecord = message.record != nullptr && (message.number != 0x0465 || trace.NameOf(words[-1]) == "host");
+    return Arguments(trace, message.letters, words) + (hasRecord ? Record(trace, message.record, words[2]) : "");
+}
+
+std::string ArgumentText(const Trace& trace, char letter, const uint64_t* words) {
+    const uint64_t word = words[0];
+    const auto number = static_cast<uint32_t>(word);
     switch (letter) {
         case 'h':
-            return trace.NameOf(value);
+            return trace.NameOf(word);
         case 'i':
-            return Print("%d", static_cast<int32_t>(value));
+            return Print("%d", static_cast<int32_t>(number));
         case 'x':
-            return Print("0x%X", static_cast<uint32_t>(value));
+            return Print("0x%X", number);
         case 'c':
-            return Print("#%02x%02x%02x", static_cast<uint32_t>(value & 0xFF), static_cast<uint32_t>(value >> 8 & 0xFF),
-                         static_cast<uint32_t>(value >> 16 & 0xFF));
+            return Print("#%02x%02x%02x", number & 0xFF, number >> 8 & 0xFF, number >> 16 & 0xFF);
         case 's':
-            return '"' + trace.TextAt(value) + '"';
+            return Text(word);
         case 'r':
-            return Numbers(static_cast<const int32_t*>(trace.memory(value, 16)), 4);
+            return Numbers(word, 4);
         case 'p':
-            return Numbers(static_cast<const int32_t*>(trace.memory(value, next * 8)), next * 2);
-        default:
-            return FontText(static_cast<const uint8_t*>(trace.memory(value, kFontBytes)));
+            return Numbers(word, words[1] * 2);
+        case 'v':
+            return static_cast<uint32_t>(words[-1]) == 1 ? Text(word) : Print("%u", ReadAt<uint32_t>(word));
+        case 'm':
+            return MessageText(trace, words);
+        default:  // a font: height, weight, face
+            return Numbers(word, 1) + Numbers(word + 16, 1) + Narrow(FromWord<const char16_t*>(word + 28));
     }
 }
 
-// Of a memory context: the lowest that no other one has.
-std::string FreeNumber(const std::map<uint64_t, std::string>& names) {
-    std::string number;
-    for (int i = 1; number.empty(); ++i) {
-        const std::string wanted = "memory " + std::to_string(i);
-        const bool isUsed = std::any_of(names.begin(), names.end(), [&](const auto& n) { return n.second == wanted; });
-        number = isUsed ? "" : std::to_string(i);
-    }
-    return number;
+// Measuring a text draws nothing, and most messages show nothing.
+bool IsOfInterest(const CallShape& shape, const uint64_t* words) {
+    constexpr uint64_t kMeasure = 0x400;  // DT_CALCRECT
+    const char* message = strchr(shape.arguments, 'm');
+    return (shape.name != std::string("DrawTextW") || (words[4] & kMeasure) == 0) &&
+           (message == nullptr || FindMessage(words[message - shape.arguments]) != nullptr);
 }
 
-std::string Describe(const ControlState& control) {
-    std::string line = std::to_string(control.id) + " " + control.kind + " \"" + control.text + '"';
-    line += control.enabled ? "" : " disabled";
-    line += control.check != 0 ? " checked" : "";
-    for (const std::string& item : control.items) {
-        line += " [" + item + "]";
+void Release(Trace& trace, uint64_t handle) {
+    trace.selected.erase(handle);
+    for (const auto& [context, objects] : trace.selected) {
+        if (objects.count(handle) != 0) {
+            trace.Add("  still selected: " + trace.NameOf(handle));
+        }
     }
-    return control.selected >= 0 ? line + " selected " + std::to_string(control.selected) : line;
+    trace.names.erase(handle);
 }
 
 }  // namespace
 
-std::string DateText(std::span<const uint16_t, 8> date) {
-    return Print("%d-%d-%d", date[0], date[1], date[3]);
-}
-
-std::span<const CallShape> CallShapes() {
+std::span<const CallShape> TracedCalls() {
     return kShapes;
 }
 
-const CallShape& ShapeOf(const std::string& name) {
-    const auto* found =
-        std::find_if(std::begin(kShapes), std::end(kShapes), [&](const CallShape& s) { return name == s.name; });
-    if (found == std::end(kShapes)) {
-        fprintf(stderr, "no shape of %s\n", name.c_str());
-        abort();
+std::string Narrow(const char16_t* text) {
+    std::string narrow;
+    for (; *text != 0; ++text) {
+        narrow += *text >= ' ' && *text < 0x7F ? static_cast<char>(*text) : '?';
     }
-    return *found;
+    return narrow;
 }
 
 std::string Trace::NameOf(uint64_t handle) const {
@@ -121,93 +165,43 @@ std::string Trace::NameOf(uint64_t handle) const {
     return found != names.end() ? found->second : handle == 0 ? "null" : "other";
 }
 
-std::string Trace::TextAt(uint64_t address) const {
-    std::string text;
-    if (address == 0) {
-        return text;
-    }
-    for (uint16_t unit = 0;; address += sizeof(unit)) {
-        memcpy(&unit, memory(address, sizeof(unit)), sizeof(unit));
-        if (unit == 0) {
-            return text;
-        }
-        text += unit >= ' ' && unit < 0x7F ? static_cast<char>(unit) : '?';
-    }
+uint64_t Trace::HandleOf(const std::string& name) const {
+    const auto found =
+        std::find_if(names.begin(), names.end(), [&](const auto& entry) { return entry.second == name; });
+    return found != names.end() ? found->first : 0;
 }
 
-std::string Trace::Note(const CallShape& shape, std::span<const uint64_t> arguments) {
-    std::string texts;
-    uint64_t handle = 0;
-    for (size_t i = 0; shape.arguments[i] != 0; ++i) {
-        const char letter = shape.arguments[i];
-        if (letter == '-') {
-            continue;
-        }
-        handle = letter == 'h' ? arguments[i] : handle;
-        texts += " " + ArgumentText(*this, letter, arguments[i], letter == 'p' ? arguments[i + 1] : 0);
+uint64_t Trace::Call(const std::string& function, const uint64_t* words, const StandIn& perform) {
+    const auto* shape =
+        std::find_if(std::begin(kShapes), std::end(kShapes), [&](const CallShape& s) { return function == s.name; });
+    if (shape == std::end(kShapes) || !IsOfInterest(*shape, words)) {
+        return perform(words);
     }
-    if (!shape.silent) {
-        Add(shape.name + texts);
+    const std::string arguments = Arguments(*this, shape->arguments, words);
+    if (!shape->silent) {
+        Add(function + arguments);
     }
-    if (shape.releases) {
-        selected.erase(handle);
-        if (std::any_of(selected.begin(), selected.end(), [&](const auto& s) { return s.second.count(handle) != 0; })) {
-            Add("  still selected: " + NameOf(handle));
-        }
-        names.erase(handle);
+    const uint64_t result = perform(words);
+    if (shape->makes[0] != 0) {
+        std::string& name = names[result] = shape->makes + arguments;
+        name += name == "memory" ? std::to_string(CountOf(name)) : "";  // alike but for a number
     }
-    if (shape.makes == std::string_view("memory")) {
-        texts = " " + FreeNumber(names);
+    if (function == "SelectObject") {
+        selected[words[0]].erase(result);
+        selected[words[0]].insert(words[1]);
     }
-    return shape.makes[0] != 0 ? shape.makes + texts : "";
-}
-
-void Trace::NoteWatermark(uint64_t window, uint32_t right, uint32_t bottom) {
-    Add("watermark of " + NameOf(window) + " " + std::to_string(right) + " " + std::to_string(bottom));
-}
-
-void Trace::NoteKeyboard(uint64_t window, bool isShown) {
-    Add((isShown ? "keyboard for " : "no keyboard for ") + NameOf(window));
-}
-
-void Trace::Select(uint64_t context, uint64_t object, uint64_t before) {
-    selected[context].erase(before);
-    selected[context].insert(object);
-}
-
-void Trace::Open(const std::string& name) {
-    if (dialogsOpen++ == 0) {
-        strip += "open " + name + "\n";
+    if (shape->releases) {
+        Release(*this, words[strrchr(shape->arguments, 'h') - shape->arguments]);
     }
-    dialogs += "open " + name + "\n";
+    return result;
 }
 
 void Trace::Close(uint64_t window) {
-    const std::string name = NameOf(window);
-    const auto isOf = [&](const std::string& other) { return other == name || other.rfind(name + "/", 0) == 0; };
-    std::erase_if(names, [&](const auto& entry) { return isOf(entry.second); });
-    std::erase_if(controls, [&](const auto& entry) { return isOf(entry.first); });
-    --dialogsOpen;
+    const std::string name = NameOf(window) + "/";
+    std::erase_if(names, [&](const auto& entry) { return (entry.second + "/").rfind(name, 0) == 0; });
 }
 
-void Trace::NoteControls(uint64_t window, std::span<const ControlState> states) {
-    int place = 0;
-    for (const ControlState& state : states) {
-        const std::string line = Describe(state);
-        std::string& before = controls[NameOf(window) + "/" + std::to_string(place++)];
-        if (before != line) {
-            Add("  " + line);
-            before = line;
-        }
-    }
-}
-
-std::string Trace::Leftovers() const {
-    std::string text;
-    for (const char* kind : {"context", "memory", "bitmap", "picture", "pen", "font", "icon"}) {
-        for (const auto& [handle, name] : names) {
-            text += name.rfind(kind, 0) == 0 && kept.count(handle) == 0 ? name + "\n" : "";
-        }
-    }
-    return text;
+int64_t Trace::CountOf(const std::string& kind) const {
+    return std::count_if(names.begin(), names.end(),
+                         [&](const auto& entry) { return entry.second.rfind(kind, 0) == 0; });
 }

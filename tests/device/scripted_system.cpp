@@ -1,0 +1,170 @@
+// What of the system the script answers by itself, alike on both: time, the network's peers, a person's answers.
+
+#include "tests/device/player.h"
+#include "tests/support/access_point_list.h"
+#include "tests/support/node_status_reply.h"
+#include "tests/support/wireless_values.h"
+
+#include <strings.h>
+
+#include <algorithm>
+
+using namespace device_script;
+
+namespace {
+
+// In network byte order.
+uint32_t AddressOf(const Host& host) {
+    return 0x0007A8C0 | static_cast<uint32_t>(host.lastByte) << 24;
+}
+
+const Host* FindHost(uint32_t address) {
+    const auto* found = std::find_if(std::begin(kHosts), std::end(kHosts),
+                                     [&](const Host& host) { return AddressOf(host) == address; });
+    return found != std::end(kHosts) ? found : nullptr;
+}
+
+std::optional<platform::EchoReply> AnswerEcho(uint32_t address, DWORD) {
+    const Host* host = FindHost(address);
+    platform::EchoReply reply = {};
+    reply.address = address;
+    reply.roundTripTime = host != nullptr ? host->roundTripMs : 0;
+    reply.timeToLive = 64;
+    return host != nullptr ? std::optional(reply) : std::nullopt;
+}
+
+void GetClientArea(uint64_t window, int32_t* area) {
+    const bool isItem = player->trace.NameOf(window) == "item";
+    const bool hiRes = std::max(player->screenWidth, player->screenHeight) > 320;
+    area[0] = area[1] = 0;
+    area[2] = static_cast<int32_t>(player->screenWidth);
+    area[3] = static_cast<int32_t>(!isItem ? player->screenHeight : hiRes ? 40 : 24);
+}
+
+bool GetSpecialFolder(uint64_t, char16_t* path, int folder) {
+    const std::u16string_view name = folder == CSIDL_PERSONAL ? u"\\My Documents" : u"\\Program Files";
+    path[name.copy(path, name.size())] = 0;
+    return true;
+}
+
+// No font decides how wide a text is.
+int DrawOrMeasure(uint64_t, const char16_t* text, int, int32_t* area, uint32_t flags) {
+    constexpr uint32_t kMeasure = 0x400;  // DT_CALCRECT
+    constexpr int kHeight = 12, kCharacterWidth = 5;
+    if ((flags & kMeasure) != 0) {
+        area[2] = area[0] + kCharacterWidth * static_cast<int32_t>(std::u16string_view(text).size());
+        area[3] = area[1] + kHeight;
+    }
+    return kHeight;
+}
+
+uint32_t AnswerMessageBox() {
+    if (player->answers.empty()) {
+        return kOk;
+    }
+    const uint32_t answer = player->answers.front();
+    player->answers.pop_front();
+    return answer;
+}
+
+// A closed port answers with an error, which the exceptional set would tell.
+const char* AskedName() {
+    const Host* host = FindHost(player->askedHost);
+    return host != nullptr ? host->name : nullptr;
+}
+
+int SendTo(uint64_t, const void*, int bytes, int, const uint8_t* address) {
+    memcpy(&player->askedHost, address + 4, sizeof(player->askedHost));
+    return bytes;
+}
+
+// The record of pointers, a kind and a size lies behind what messages point to, as it is until the next call.
+void* GetHostByName(const char* name) {
+    const auto* host = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& candidate) {
+        return candidate.dnsName != nullptr && strcasecmp(name, candidate.dnsName) == 0;
+    });
+    uint8_t* entry = player->system.memory + 2 * kRecordBytes;
+    const uint64_t place = (uint64_t)entry, pointer = player->trace.pointerBytes;
+    const uint64_t address = host != std::end(kHosts) ? AddressOf(*host) : 0;
+    for (const uint64_t field : {uint64_t{0}, uint64_t{0}, uint64_t{0x00040002}, place + 4 * pointer,
+                                 place + 6 * pointer, uint64_t{0}, address}) {
+        memcpy(entry, &field, pointer);
+        entry += pointer;
+    }
+    return host != std::end(kHosts) ? FromWord<void*>(place) : nullptr;
+}
+
+size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
+    const std::vector<uint8_t> reply = NodeStatusReply({AskedName()});
+    std::copy(reply.begin(), reply.end(), buffer);
+    return reply.size();
+}
+
+}  // namespace
+
+void Publish(const Player& player) {
+    scripted::Reset();
+    scripted::Platform& system = scripted::system;
+    for (size_t i = 0; i < std::size(player.adapters); ++i) {
+        if (player.up[i]) {
+            system.adapters.push_back(player.adapters[i]);
+        }
+    }
+    for (const Host& host : kHosts) {
+        if (host.isInArpTable) {
+            system.arp.push_back({AddressOf(host), {2, 0, 0, 0, 7, host.lastByte}});
+        }
+    }
+    system.echo = AnswerEcho;
+    for (const wchar_t* server : {L"ip1.quorvane.net", L"ip2.quorvane.net"}) {
+        system.internet.answers[server].pieces = {kEchoBody};
+    }
+    UseWireless();
+    system.wireless.present = player.radio;
+    system.wireless.values = {
+        {OID_802_11_SSID, SsidValue("Office & Lab", 12)},
+        {OID_802_11_INFRASTRUCTURE_MODE, NdisFields({1})},
+        {OID_802_11_AUTHENTICATION_MODE, NdisFields({4})},
+        {OID_802_11_BSSID_LIST_SCAN, {}},
+        {OID_802_11_WEP_STATUS, NdisFields({0})},
+        {OID_802_11_NETWORK_TYPE_IN_USE, NdisFields({1})},
+        {OID_802_11_CONFIGURATION, NdisFields({32, 100, 10, 2437000, 0, 0, 0, 0})},
+        {OID_802_11_BSSID_LIST,
+         AccessPointListBuilder().Add("Office & Lab", 1, -52, 1).Add("guest", 2, -81, 0, 2462000).Value()},
+        {OID_802_11_RSSI, NdisFields({player.dbm})},
+    };
+    if (player.associated) {
+        system.wireless.values[OID_802_11_BSSID] = {2, 0, 0, 0, 0, 1};
+    }
+}
+
+StandInTable ScriptedStandIns() {
+    return {
+        {"DrawTextW", DrawOrMeasure},
+        {"EndDialog", [](uint64_t dialog, uint64_t) { player->ended = dialog; }},
+        {"GetClientRect", GetClientArea},
+        {"GetLocalTime", [](SYSTEMTIME* time) { *time = player->time; }},
+        {"GetPixel", [] { return 0; }},
+        {"GetTextFaceW", [](uint64_t, int, char16_t* face) { return memcpy(face, u"Tahoma", 14), 7; }},
+        {"GetTickCount", [] { return player->tickCount; }},
+        {"GetTimeZoneInformation", [](uint8_t* zone) { return memset(zone, 0, 172), 0; }},  // UTC, no daylight saving
+        {"KillTimer", [] {}},
+        {"MessageBoxW", AnswerMessageBox},
+        {"PostMessageW",
+         [](uint64_t window, uint32_t message, uint64_t wParam) {
+             player->posted.push_back({window, message, wParam});
+         }},
+        {"SetTimer", [](uint64_t, uint32_t timer) { return timer; }},
+        {"SHGetSpecialFolderPathW", GetSpecialFolder},
+        {"Sleep", [] {}},
+        // Peers that are asked for their names, one at a time.
+        {"gethostbyname", GetHostByName},
+        {"socket", [] { return 0x50C; }},
+        {"closesocket", [] { return 0; }},
+        {"ioctlsocket", [] { return 0; }},
+        {"sendto", SendTo},
+        {"select", [] { return 1; }},
+        {"__WSAFDIsSet", [] { return AskedName() != nullptr; }},
+        {"recvfrom", ReceiveFrom},
+    };
+}

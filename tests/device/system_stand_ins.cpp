@@ -1,0 +1,212 @@
+// Files, registry and time are the fakes of the native tests behind calls of a 32-bit system; memory, modules, threads
+// and texts are the guest's own.
+
+#include "tests/device/handheld.h"
+#include "tests/fakes/win32/parts.h"
+
+#include <algorithm>
+
+namespace {
+
+// Pointers of this process that the guest knows by numbers.
+std::map<uint32_t, void*> handles;
+
+uint32_t HandleOf(void* pointer) {
+    if (pointer == INVALID_HANDLE_VALUE || pointer == nullptr) {
+        return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(pointer));
+    }
+    const uint32_t handle = NewHandle();
+    handles[handle] = pointer;
+    return handle;
+}
+
+// A word of the guest as a fake takes it: a number, a pointer, what a handle stands for, or a text of wider letters.
+class GuestWord {
+  public:
+    explicit GuestWord(uint64_t value) : word(value) {}
+    operator const wchar_t*() {
+        const std::u16string_view letters = FromWord<const char16_t*>(word);
+        text.assign(letters.begin(), letters.end());
+        return text.c_str();
+    }
+    template <class Value>
+    operator Value*() {
+        const auto found = handles.find(static_cast<uint32_t>(word));
+        return found != handles.end() ? static_cast<Value*>(found->second) : FromWord<Value*>(word);
+    }
+    template <std::integral Value>
+    operator Value() {
+        return static_cast<Value>(word);
+    }
+
+  private:
+    uint64_t word;
+    std::wstring text;
+};
+
+template <class Result, class... Values>
+StandIn Forward(Result (*function)(Values...)) {
+    return [function](const uint64_t* words) -> uint64_t {
+        const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
+            return function(static_cast<Values>(GuestWord(words[I]))...);
+        };
+        if constexpr (std::is_pointer_v<Result>) {
+            return HandleOf(call(std::index_sequence_for<Values...>{}));
+        } else {
+            return static_cast<uint64_t>(call(std::index_sequence_for<Values...>{}));
+        }
+    };
+}
+
+uint32_t CreateFileWithDriver(const uint64_t* words) {
+    if (FromWord<const char16_t*>(words[0]) != std::u16string_view(u"UIO1:")) {
+        return static_cast<uint32_t>(Forward(CreateFileW)(words));
+    }
+    return scripted::system.wireless.present ? HandleOf(new fakes::Closable) : HandleOf(INVALID_HANDLE_VALUE);
+}
+
+uint64_t ReadUnlessFailing(const uint64_t* words) {
+    return handheld->failingReads > 0 && handheld->failingReads-- > 0 ? 0 : Forward(ReadFile)(words);
+}
+
+// WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
+void WriteFound(const WIN32_FIND_DATAW& found, uint8_t* record) {
+    memset(record, 0, 560);
+    memcpy(record, &found.dwFileAttributes, sizeof(found.dwFileAttributes));
+    std::copy_n(found.cFileName, wcslen(found.cFileName), reinterpret_cast<char16_t*>(record + 40));
+}
+
+uint32_t FindFirst(uint64_t pattern, uint8_t* record) {
+    WIN32_FIND_DATAW found = {};
+    const uint32_t search = HandleOf(FindFirstFileW(GuestWord(pattern), &found));
+    WriteFound(found, record);
+    return search;
+}
+
+BOOL FindNext(uint64_t search, uint8_t* record) {
+    WIN32_FIND_DATAW found = {};
+    const BOOL isFound = FindNextFileW(GuestWord(search), &found);
+    WriteFound(found, record);
+    return isFound;
+}
+
+template <bool creates>
+uint64_t OpenKey(const uint64_t* words) {
+    HKEY key = nullptr;
+    GuestWord name(words[1]);
+    const LONG result = creates ? RegCreateKeyExW(nullptr, name, 0, nullptr, 0, 0, nullptr, &key, nullptr)
+                                : RegOpenKeyExW(nullptr, name, 0, 0, &key);
+    *FromWord<uint32_t*>(words[creates ? 7 : 4]) = HandleOf(key);
+    return static_cast<uint64_t>(result);
+}
+
+uint32_t LocalAllocate(uint32_t flags, uint32_t bytes) {
+    constexpr uint32_t kZeroed = 0x40;
+    constexpr uint8_t kUnset = 0xCD;
+    const Address block = ++handheld->allocations == handheld->failingAllocation ? 0 : Allocate(bytes);
+    if (block != 0 && (flags & kZeroed) == 0) {
+        memset(At<void>(block), kUnset, bytes);
+    }
+    return block;
+}
+
+// The library itself stands in the Windows folder.
+constexpr std::u16string_view kPath = u"\\Windows\\quorvane.dll";
+
+uint32_t LoadModule(const char16_t* name) {
+    if (name != kPath && Narrow(name) != "cellcore.dll" && Narrow(name) != "wininet.dll") {
+        AddFault("loads another library");
+    }
+    handheld->libraryUses += name == kPath ? 1 : 0;
+    return name == kPath ? bed->imageBase : NewHandle();
+}
+
+void FreeModule(uint32_t module) {
+    if (module != bed->imageBase || --handheld->libraryUses == 0) {
+        AddFault("unloads itself while it runs, or what it did not load");
+    }
+}
+
+size_t GetModulePath(uint32_t, char16_t* path) {
+    path[kPath.copy(path, kPath.size())] = 0;
+    return kPath.size();
+}
+
+uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
+    if (handheld->failingThreads > 0) {
+        --handheld->failingThreads;
+        return 0;
+    }
+    handheld->waitingThreads.emplace_back(function, argument);
+    if (!handheld->threadsWait) {
+        handheld->RunThreads();
+    }
+    return HandleOf(new fakes::Closable);
+}
+
+// Both ways: code page, flags, source, its units, target, its room (0: asks for it). Between 0x80 and 0x9F a handheld
+// knows more letters than Latin-1; the script has none of them.
+template <class From, class To>
+uint32_t Translate(uint32_t, uint32_t, const From* source, uint32_t units, To* target, uint32_t room) {
+    std::transform(source, source + std::min(units, room), target,
+                   [](From letter) { return static_cast<To>(letter < 0x100 ? letter : '?'); });
+    return room != 0 && units > room ? 0 : units;
+}
+
+uint32_t FindLast(const char16_t* text, char16_t unit) {
+    const size_t at = std::u16string_view(text).rfind(unit);
+    return at == std::u16string_view::npos ? 0 : AddressAt(text + at);
+}
+
+using Text = const char16_t*;
+
+}  // namespace
+
+StandInTable SystemStandIns() {
+    return {
+        {"CreateFileW", StandIn(CreateFileWithDriver)},
+        {"ReadFile", StandIn(ReadUnlessFailing)},
+        {"WriteFile", Forward(WriteFile)},
+        {"GetFileSize", Forward(GetFileSize)},
+        {"SetFilePointer", Forward(SetFilePointer)},
+        {"CloseHandle", Forward(CloseHandle)},
+        {"DeleteFileW", Forward(DeleteFileW)},
+        {"MoveFileW", Forward(MoveFileW)},
+        {"CreateDirectoryW", Forward(CreateDirectoryW)},
+        {"FindFirstFileW", FindFirst},
+        {"FindNextFileW", FindNext},
+        {"FindClose", Forward(FindClose)},
+        {"GetLastError", Forward(GetLastError)},
+        {"FileTimeToSystemTime", Forward(FileTimeToSystemTime)},
+        {"RegOpenKeyExW", StandIn(OpenKey<false>)},
+        {"RegCreateKeyExW", StandIn(OpenKey<true>)},
+        {"RegQueryValueExW", Forward(RegQueryValueExW)},
+        {"RegSetValueExW", Forward(RegSetValueExW)},
+        {"RegCloseKey", Forward(RegCloseKey)},
+        {"LocalAlloc", LocalAllocate},
+        {"LocalFree", [](Address block) { return block != 0 ? Free(block) : void(), 0; }},
+        {"LoadLibraryW", LoadModule},
+        {"FreeLibrary", FreeModule},
+        {"FreeLibraryAndExitThread", [](uint32_t module) { return bed->threadEnds = true, FreeModule(module); }},
+        {"GetModuleHandleW", [](Text name) { return Narrow(name) == "quorvane.dll" ? bed->imageBase : 0; }},
+        {"GetModuleFileNameW", GetModulePath},
+        {"GetProcAddressW", [](uint32_t, Text name) { return StandInAddress(Narrow(name)); }},
+        {"CreateThread", StartThread},
+        {"WaitForSingleObject", [] { return 0; }},
+        {"InterlockedIncrement", [](uint32_t* value) { return ++*value; }},
+        {"InterlockedDecrement", [](uint32_t* value) { return --*value; }},
+        {"InterlockedExchange", [](uint32_t* value, uint32_t now) { return std::exchange(*value, now); }},
+        {"MultiByteToWideChar", Translate<uint8_t, char16_t>},
+        {"WideCharToMultiByte", Translate<char16_t, uint8_t>},
+        {"_wcsicmp", Forward(_wcsicmp)},
+        {"wcscmp", [](Text left, Text right) { return std::u16string_view(left).compare(right); }},
+        {"wcslen", [](Text text) { return std::u16string_view(text).size(); }},
+        {"wcsrchr", FindLast},
+        {"wcstol", [](Text text, uint32_t, int base) { return strtol(Narrow(text).c_str(), nullptr, base); }},
+        {"strcmp", [](const char* left, const char* right) { return strcmp(left, right); }},
+        {"memcmp", [](const void* left, const void* right, uint32_t bytes) { return memcmp(left, right, bytes); }},
+        {"memcpy", [](void* to, const void* from, uint32_t bytes) { return memmove(to, from, bytes); }},
+        {"memmove", [](void* to, const void* from, uint32_t bytes) { return memmove(to, from, bytes); }},
+        {"memset", [](void* to, int value, uint32_t bytes) { return memset(to, value, bytes); }},
+    };
+}
