@@ -1,5 +1,5 @@
 // iphlpapi.h of the native build: the records of the IP helper service as the system publishes them, without the fields
-// that nothing looks at.
+// that nothing looks at. The row of an interface is whole: the handheld's model copies it.
 #pragma once
 
 #include <ctime>
@@ -41,7 +41,13 @@ struct IP_INTERFACE_INFO {
     IP_ADAPTER_INDEX_MAP Adapter[1];
 };
 struct MIB_IFROW {
-    DWORD dwIndex, dwType, dwSpeed, dwInOctets, dwOutOctets;
+    WCHAR wszName[256];
+    DWORD dwIndex, dwType, dwMtu, dwSpeed, dwPhysAddrLen;
+    BYTE bPhysAddr[MAXLEN_PHYSADDR];
+    DWORD dwAdminStatus, dwOperStatus, dwLastChange, dwInOctets, dwInUcastPkts, dwInNUcastPkts, dwInDiscards,
+        dwInErrors, dwInUnknownProtos, dwOutOctets, dwOutUcastPkts, dwOutNUcastPkts, dwOutDiscards, dwOutErrors,
+        dwOutQLen, dwDescrLen;
+    BYTE bDescr[256];
 };
 struct MIB_IPNETROW {
     DWORD dwIndex;
