@@ -29,10 +29,10 @@ bool IsLeaseFile(std::string_view file, std::string_view name) {
 uint32_t LeaseFileTime(const std::string& name) {
     uint32_t newest = 0;
     for (const auto& [folder, start] : {std::pair("/var/lib/dhcpcd", ""), std::pair("/var/lib/dhcpcd5", "dhcpcd-")}) {
-        std::error_code unreadable;
-        for (const auto& entry : std::filesystem::directory_iterator(folder, unreadable)) {
+        std::error_code failed;
+        for (std::filesystem::directory_iterator entry(folder, failed), end; entry != end; entry.increment(failed)) {
             FileText file;
-            if (IsLeaseFile(entry.path().filename().string(), start + name) && ReadSmallFile(entry.path(), file)) {
+            if (IsLeaseFile(entry->path().filename().string(), start + name) && ReadSmallFile(entry->path(), file)) {
                 newest = std::max(newest, file.modified);
             }
         }
