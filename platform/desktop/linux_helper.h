@@ -25,7 +25,7 @@ inline constexpr DWORD kHelperChangeMs = 25000;
 inline constexpr DWORD kHelperPauseMs = 5000;
 // How long the desktop's radio takes the wireless adapter to be the one that the helper named.
 inline constexpr DWORD kRadioBindingMs = 5000;
-// How long, from when it was last named, the adapter outlives a helper that does not answer: one pause and some.
+// How long, from when it was last named, the adapter outlives a helper that does not answer: two pauses.
 inline constexpr DWORD kRadioMissedMs = kRadioBindingMs + 2 * kHelperPauseMs;
 
 inline constexpr size_t kHelperNameUnits = 128;
