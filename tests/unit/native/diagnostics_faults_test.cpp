@@ -1,4 +1,4 @@
-// Faults under ping, host list, safe list, scan and report.
+// Faults under ping, host list, safe list, scan and report; and the names that reports take.
 #include <gtest/gtest.h>
 
 #include "diagnostics/detector_row.h"
@@ -7,30 +7,22 @@
 #include "diagnostics/report.h"
 #include "diagnostics/safe_list.h"
 #include "diagnostics/scan.h"
+#include "item/item_state.h"
+#include "platform/format_text.h"
 #include "tests/fakes/fakes.h"
 #include "tests/fakes/scripted_platform.h"
 #include "tests/support/host_records.h"
-#include "tests/support/texts.h"
 #include "tests/unit/native/fault_walk.h"
 #include "tests/unit/native/node_responder.h"
 
 namespace {
 
-std::string LastMessage() {
-    return fakes::shownMessages.empty() ? "" : Narrow(fakes::shownMessages.back().text);
-}
-
 std::string Hosts() {
     std::string text;
     for (const std::wstring& host : ListedHosts()) {
-        text += Narrow(host) + " ";
+        text += Told(host);
     }
     return text;
-}
-
-std::string HostsAndMessage() {
-    const std::string hosts = Hosts();
-    return hosts + (FileExists(L"tmphosts.dat") ? "tmp " : "") + LastMessage();
 }
 
 void UseOneHost() {
@@ -38,97 +30,88 @@ void UseOneHost() {
     fakes::AnswerMessagesWith(IDYES);
 }
 
-void UseTwoHosts() {
+// Two are equal; the last one is cut, and stands over the record read before it.
+void UseFourHosts() {
     UseOneHost();
-    WriteWholeFile(L"hosts.dat", HostRecordOf(L"one") + HostRecordOf(L"two"));
+    WriteWholeFile(L"hosts.dat", HostRecordOf(L"one") + HostRecordOf(L"ONE") + HostRecordOf(L"x") + Bytes{'y', 0});
 }
 
 std::string Add() {
-    return YesOrNo(AddHost(nullptr, L"new"));
+    return Told(AddHost(nullptr, L"new"));
 }
 
 std::string Delete() {
-    return YesOrNo(DeleteHost(nullptr, L"one"));
+    return Told(DeleteHost(nullptr, L"one"));
 }
 
 // Whatever fails, no other host gets lost. Only a list that cannot be opened for reading and writing begins anew.
 TEST(Faults, Of_the_host_list) {
-    const std::string asked = "Are you sure you want to delete this host?";
-    WalkFaults("list the hosts", {UseTwoHosts, Hosts}, "one two ", {"", "one "});
-    WalkFaults("add the first host", {[] {}, Add, Hosts}, "yes | new ", {"no"}, {"yes | new ", "no | new "});
-    WalkFaults("add a host", {UseTwoHosts, Add, Hosts}, "yes | one two new ", {"no | one two ", "yes | new "},
-               {"yes | one two new ", "no | one two new ", "no | new "});
-    WalkFaults("delete a host", {UseTwoHosts, Delete, HostsAndMessage}, "yes | two " + asked,
-               {"yes | one two ", "no | one two " + asked, "yes | one two Cannot update host file!",
-                "yes | one two tmp " + asked});
-    WalkFaults("delete the only host", {UseOneHost, Delete, HostsAndMessage}, "yes | " + asked,
-               {"yes | one ", "no | one " + asked, "yes | one Cannot update host file!", "yes | one tmp " + asked},
-               {"yes | " + asked, "no | " + asked});
+    WalkFaults("list the hosts", UseFourHosts, Hosts, "one;ONE;x;y;", "(one;(ONE;(x;)?)?)?");
+    WalkFaults("add the first host", UseNothing, Add, "yes;hosts.dat: new;", "no;(hosts.dat: ;)?",
+               "no;hosts.dat: new;");
+    WalkFaults("add a host", UseOneHost, Add, "yes;hosts.dat: one new;", "no;|yes;hosts.dat: new;",
+               "no;hosts.dat: (one )?new;");
+    const std::string promised = "no;|yes;(tmphosts.dat: [xy ]*;)?(told: Cannot update host file!;)?|";
+    WalkFaults("delete a host", UseFourHosts, Delete, "yes;hosts.dat: x y;",
+               promised + "yes;hosts.dat gone;tmphosts.dat: x y;");
+    WalkFaults("delete the only host", UseOneHost, Delete, "yes;hosts.dat gone;",
+               promised + "yes;hosts.dat(: | gone;tmphosts.dat: );", "no;hosts.dat gone;");
 }
 
-constexpr MacAddress kSafe = {{1, 2, 3, 4, 5, 6}};
+constexpr MacAddress kSafe = {{'s', 'a', 'f', 'e', '-', '1'}};
+constexpr MacAddress kThird = {{'s', 'a', 'f', 'e', '-', '3'}};
 
 void UseSafe() {
-    WriteWholeFile(L"slist.dat", {1, 2, 3, 4, 5, 6, 1, 2, 3, 4, 5, 7});
+    WriteWholeFile(L"slist.dat", {'s', 'a', 'f', 'e', '-', '1', 's', 'a', 'f', 'e', '-', '2'});
     fakes::AnswerMessagesWith(IDYES);
-}
-
-// The last digit of each entry.
-std::string SafeAndMessage() {
-    SafeListContains(kSafe);
-    std::string text;
-    const Bytes list = ReadWholeFile(L"slist.dat");
-    for (size_t offset = 0; offset < list.size(); offset += 6) {
-        text += std::to_string(list[offset + 5]) + " ";
-    }
-    return text + (FileExists(L"tmpslist") ? "tmp " : "") + LastMessage();
 }
 
 // A row of the detector's list: the first is safe, the others are not.
 void ReadRow(HWND, int row, DetectorCells& cells) {
-    cells = {L"HOST", L"10.0.0.2", L"01:02:03:04:05:06"};
-    cells.mac[16] = row == 0 ? L'6' : L'8';
+    cells = {L"", L"10.0.0.2", L"73:61:66:65:2D:31"};
+    cells.mac[16] = row == 0 ? L'1' : L'3';
+}
+
+std::string Find() {
+    return Told(SafeListContains(kSafe));
+}
+
+std::string AddThird() {
+    return Told(SafeListAdd(kThird));
+}
+
+std::string Remove() {
+    return Told(SafeListRemove(nullptr, kSafe));
 }
 
 template <DetectorImage Image>
 std::string Tap() {
     DetectorCells cells;
     ReadRow(nullptr, Image == kSafeImage ? 0 : 1, cells);
-    return YesOrNo(ToggleSafe(nullptr, cells, Image) != Image);
+    return Told(ToggleSafe(nullptr, cells, Image) != Image);
 }
 
 TEST(Faults, Of_the_safe_list) {
-    const std::string add = "Add HOST to safe list?";
-    const std::string remove = "Delete HOST from safe list?";
-    const std::string error = "Cannot delete host!";
-    WalkFaults("look into the safe list", {UseSafe, [] { return YesOrNo(SafeListContains(kSafe)); }}, "yes", {"no"});
-    WalkFaults("add to the safe list",
-               {UseSafe,
-                [] {
-                    return YesOrNo(SafeListAdd({{1, 2, 3, 4, 5, 8}}));
-                },
-                SafeAndMessage},
-               "yes | 6 7 8 ", {"no | 6 7 ", "yes | 6 7 "}, {"yes | 6 7 8 ", "yes | 6 7 8 8 "});
-    WalkFaults("remove from the safe list",
-               {UseSafe, [] { return YesOrNo(SafeListRemove(nullptr, kSafe)); }, SafeAndMessage}, "yes | 7 ",
-               {"no | 6 7 ", "yes | 6 7 " + error, "no | 6 7 tmp ", "yes | 6 7 tmp "},
-               {"yes | 7 ", "no | 7 ", "yes | 7 " + error});
+    WalkFaults("look into the safe list", UseSafe, Find, "yes;", "no;");
+    WalkFaults("add to the safe list", UseSafe, AddThird, "yes;slist.dat: safe-1safe-2safe-3;", "(no|yes);",
+               "yes;slist.dat: safe-1safe-2safe-3safe-3;");
+    const std::string promised =
+        "(no|yes);(tmpslist: (safe-2)?;)?(told: Cannot delete host!;)?|"
+        "yes;slist.dat gone;tmpslist: safe-2;";
+    WalkFaults("remove from the safe list", UseSafe, Remove, "yes;slist.dat: safe-2;", promised,
+               "no;slist.dat: safe-2;");
     // A list that cannot be opened for the question counts as empty.
-    WalkFaults("tap a safe host", {UseSafe, Tap<kSafeImage>, SafeAndMessage}, "yes | 7 " + remove,
-               {"no | 6 7 6 " + add, "no | 6 7 ", "no | 6 7 " + remove, "yes | 6 7 " + error, "no | 6 7 tmp " + remove,
-                "yes | 6 7 tmp " + remove},
-               {"yes | 7 " + remove, "no | 7 6 " + add});
-    WalkFaults("tap an intruder", {UseSafe, Tap<kIntruderImage>, SafeAndMessage}, "yes | 6 7 8 " + add,
-               {"no | 6 7 ", "no | 6 7 " + add, "yes | 6 7 " + add}, {"yes | 6 7 8 " + add, "no | 6 7 " + remove});
-}
-
-uint16_t PeersPort() {
-    static const NodeResponder peers(NodeResponder::Names{{"127.0.0.1", "ONE"}});
-    return peers.port;
+    WalkFaults("tap a safe host", UseSafe, Tap<kSafeImage>, "yes;slist.dat: safe-2;",
+               promised + "|no;slist.dat: safe-1safe-2safe-1;", "no;slist.dat: safe-2safe-1;");
+    WalkFaults("tap an intruder", UseSafe, Tap<kIntruderImage>, "yes;slist.dat: safe-1safe-2safe-3;", "(no|yes);",
+               "no;");
+    const fakes::ShownMessage& question = fakes::shownMessages.back();
+    EXPECT_EQ(question.text, L"Add 10.0.0.2 to safe list?") << "by address without a name";
+    EXPECT_EQ(question.flags, static_cast<UINT>(MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2));
 }
 
 void UseNetwork() {
-    PeersPort();
+    NamesPort();
     scripted::system.adapters = {{.address = "127.0.0.33"}};
     // The echo to host 50 is answered by host 1 too, which does not count.
     scripted::system.echo = [](uint32_t address, DWORD timeoutMs) {
@@ -144,65 +127,91 @@ void UseNetwork() {
 std::string Ping() {
     PingLines lines;
     PingHost("localhost", 5000, lines);
-    return Narrow(Joined({lines.status, lines.roundTrip, lines.mac}));
+    return Told(lines.status, lines.roundTrip, lines.mac);
 }
 
 std::string OwnAddress() {
     char text[kAddressTextBytes];
     MacAddress mac;
     GetCurrentAdapterAddress(text, mac);
-    return text + std::string(MacEquals(mac, {}) ? " no mac" : " mac");
+    return Told(text, !MacEquals(mac, {}));
 }
 
 std::string Scan() {
-    if (!StartScanAskingPort(nullptr, PeersPort())) {
-        return "not started";
+    if (!StartScanAskingPort(nullptr, NamesPort())) {
+        return "not started;";
     }
     std::string text;
     bool pending = false;
     for (HostRecord& host : scanState.table->hosts) {
         pending = pending || StatusOf(host) == kHostPending;
-        if (StatusOf(host) == kHostAnswered) {
-            text += "<" + std::string(host.name) + (host.macKnown != 0 ? " at 6>" : ">");
-        }
+        text += StatusOf(host) == kHostAnswered ? Told(host.name, host.macKnown != 0) : "";
     }
     ReleaseScanTable();
-    return text + (pending ? " pending" : "");
-}
-
-constexpr wchar_t kReport[] = L"\\My Documents\\QuorvaneRpt001.csv";
-
-std::string Report() {
-    DeleteFileW(kReport);
-    ExportIntruderReport(nullptr, {}, {2, ReadRow, nullptr});
-    return {};
-}
-
-// The second field of each line and what the user was told.
-std::string ReportAndMessage() {
-    std::string text;
-    int quotes = 0;
-    for (const uint8_t byte : ReadWholePath(kReport)) {
-        quotes = byte == '\n' ? 0 : quotes + (byte == '"' ? 1 : 0);
-        text += quotes == 3 && byte != '"' ? std::string(1, static_cast<char>(byte)) : byte == '\n' ? " " : "";
-    }
-    return text + LastMessage();
+    return text + (pending ? "pending" : "");
 }
 
 TEST(Faults, Of_the_network_tools) {
-    const std::string told = "Data output to: \\My Documents\\QuorvaneRpt001.csv";
-    const std::string alive = "Host (127.0.0.1) is alive|Round Trip Time: 0 ms|";
-    WalkFaults("ping", {UseNetwork, Ping}, alive + "MAC Address: 01:02:03:04:05:06",
-               {"Unknown host: localhost||", "Error: No ping service||", "Request timed out.||", alive});
-    WalkFaults("own address", {UseNetwork, OwnAddress}, "127.0.0.33 mac", {" no mac"});
-    WalkFaults(
-        "scan", {UseNetwork, Scan}, "<ONE at 6>",
-        {"not started", " pending", "", "<ONE>", "< at 6>", "<ONE at 6> pending", "<> pending", "< at 6> pending"});
-    // Without a documents folder it goes to the root. A host that cannot be looked up is an intruder.
-    WalkFaults(
-        "report", {UseSafe, Report, ReportAndMessage}, "Intruder No Yes " + told,
-        {"Data output to: \\QuorvaneRpt001.csv", "Output to file error!", "No Yes " + told, "Intruder Yes Yes " + told,
-         "Intruder Yes " + told, "Intruder No " + told, "Intruder No Yes ", "", "Intruder ", "Intruder No "});
+    WalkFaults("ping", UseNetwork, Ping,
+               "Host (127.0.0.1) is alive;Round Trip Time: 0 ms;MAC Address: 01:02:03:04:05:06;",
+               "(Unknown host: localhost|Error: No ping service|Request timed out.);;;|"
+               "Host .127.0.0.1. is alive;Round Trip Time: 0 ms;;");
+    WalkFaults("own address", UseNetwork, OwnAddress, "127.0.0.33;yes;", ";(yes|no);");
+    WalkFaults("scan", UseNetwork, Scan, "HOST-1;yes;",
+               "not started;(told: Cannot get current IP address!;)?|((HOST-1)?;(yes|no);)?(pending)?");
+}
+
+const std::string kHeader = "\"Host\",\"Intruder\",\"IP\",\"Mac Addr\"\n";
+
+std::string Report() {
+    DeleteFileW(L"\\My Documents\\QuorvaneRpt001.csv");
+    ExportIntruderReport(nullptr, {}, {2, ReadRow, nullptr});
+    return "";
+}
+
+// Without a documents folder it goes to the root. A host that cannot be looked up is an intruder.
+TEST(Faults, Of_the_report) {
+    const std::string safe = "\"\",\"No\",\"10.0.0.2\",\"73:61:66:65:2D:31\"\n";
+    const std::string doubted = "\"\",\"Yes\",\"10.0.0.2\",\"73:61:66:65:2D:31\"\n";
+    const std::string intruder = "\"\",\"Yes\",\"10.0.0.2\",\"73:61:66:65:2D:33\"\n";
+    WalkFaults("report", UseSafe, Report,
+               "QuorvaneRpt001.csv: " + kHeader + safe + intruder +
+                   ";told: Data output to: \\My Documents\\QuorvaneRpt001.csv;",
+               "(QuorvaneRpt001.csv: (" + kHeader + ")?(" + safe + "|" + doubted + ")?(" + intruder +
+                   ")?;(told: Data output to: (.My Documents)?.QuorvaneRpt001.csv;)?|told: Output to file error!;)?");
+}
+
+std::wstring ReportName(int number) {
+    wchar_t name[32];
+    FormatText(name, L"QuorvaneRpt%03d.csv", number);
+    return name;
+}
+
+std::string ReportText(int number) {
+    const Bytes content = ReadWholeFile(ReportName(number));
+    return {content.begin(), content.end()};
+}
+
+TEST(Report, Escapes_nothing_and_takes_the_first_free_name_up_to_599) {
+    const auto read = [](HWND, int row, DetectorCells& cells) {
+        const DetectorCells rows[] = {{L"", L"192.168.7.33", L"02:00:00:00:00:FE"},
+                                      {L"A \"b\",c\x00E9", L"192.168.7.254", L""}};
+        cells = rows[row];
+    };
+    wcscpy(itemState.dataFolder, L"\\My Documents");
+    ExportIntruderReport(nullptr, {{0x02, 0, 0, 0, 0, 0xFE}}, {2, read, nullptr});
+    EXPECT_EQ(ReportText(1), kHeader + "\"\",\"No\",\"192.168.7.33\",\"02:00:00:00:00:FE\"\n" +
+                                 "\"A \"b\",c\xE9\",\"Yes\",\"192.168.7.254\",\"\"\n");
+    EXPECT_EQ(fakes::shownMessages[0].caption, L"Infomation");
+    EXPECT_EQ(fakes::shownMessages[0].flags, 0U);
+    for (int number = 2; number < 599; ++number) {
+        WriteWholeFile(ReportName(number), {});
+    }
+    ExportIntruderReport(nullptr, {}, {0, read, nullptr});
+    ExportIntruderReport(nullptr, {}, {0, read, nullptr});
+    EXPECT_EQ(ReportText(599), kHeader);
+    EXPECT_FALSE(FileExists(ReportName(600)));
+    EXPECT_EQ(fakes::shownMessages.size(), 2U) << "nothing is told when all are in use";
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include "options/log_months.h"
 #include "tests/fakes/fakes.h"
 #include "tests/fakes/scripted_platform.h"
-#include "tests/support/texts.h"
 #include "tests/support/traffic_logs.h"
 #include "tests/unit/native/fault_walk.h"
 #include "trafficlog/export_writer.h"
@@ -19,20 +18,8 @@
 
 namespace {
 
-// "hour:received" of each record of the 15th.
-std::string Log() {
-    std::string text = FileExists(L"200612.log") ? "log" : "no log";
-    const Bytes log = ReadWholeFile(L"200612.log");
-    for (size_t offset = 0; offset + 12 <= log.size(); offset += 12) {
-        uint32_t received = 0;
-        memcpy(&received, &log[offset + 4], sizeof(received));
-        text += log[offset] == 15 ? " " + std::to_string(log[offset + 1]) + ":" + std::to_string(received) : "";
-    }
-    return text + " of " + std::to_string(ReadWholeFile(L"200612.log").size());
-}
-
 void UseThreeHours() {
-    WriteLog(2006, 12, LogRecord(15, 9, 7, 0) + LogRecord(15, 10, 1000, 0) + LogRecord(15, 11, 9, 0));
+    WriteLog(2006, 12, LogRecord(15, 9, 7, 0) + LogRecord(15, 10, 8, 0) + LogRecord(15, 11, 9, 0));
 }
 
 void UseFullMonth() {
@@ -42,61 +29,45 @@ void UseFullMonth() {
 
 std::string LogOne() {
     LogTraffic(nullptr, 1, 0);
-    return {};
+    return "";
 }
 
 std::string ReadDays() {
     TrafficSeries series;
     const int slots = ReadTrafficLog(UsageMode::Daily, {2006, 12, 5}, series);
-    return std::to_string(slots) + ", " + std::to_string(static_cast<int>(series.received[1] + series.received[31]));
+    return Told(slots, static_cast<int>(series.received[1] + series.received[31]));
 }
 
 std::string Export() {
-    return YesOrNo(ExportTraffic(DataPath(L"out.csv").c_str(), {{2006, 12, 30}, {2006, 12, 31}}));
-}
-
-std::string LastLineOfExport() {
-    const Bytes csv = ReadWholeFile(L"out.csv");
-    const std::string text(csv.begin(), csv.end());
-    return text.substr(text.rfind('\n', text.size() - 2) + 1);
+    return Told(ExportTraffic(DataPath(L"out.csv").c_str(), {{2006, 12, 30}, {2006, 12, 31}}));
 }
 
 TEST(Faults, Of_the_traffic_log) {
-    WalkFaults("log the first traffic of a month", {[] {}, LogOne, Log}, "log 10:1 of 12", {"no log of 0", "log of 0"},
-               {"log 10:1 of 12", "log 10:2 of 12"});
-    WalkFaults("log into the record of the hour", {UseThreeHours, LogOne, Log}, "log 9:7 10:1001 11:9 of 36",
-               {"log 9:7 10:1000 11:9 of 36"}, {"log 9:7 10:1001 11:9 of 36", "log 9:7 10:1002 11:9 of 36"});
-    WalkFaults("read a month", {UseFullMonth, ReadDays}, "31, 48", {"31, 0", "31, 24"});
+    WalkFaults("log the first traffic of a month", UseNothing, LogOne, "200612.log: 15 10 1;", "(200612.log: ;)?",
+               "200612.log: 15 10 2;");
+    WalkFaults("log into the record of the hour", UseThreeHours, LogOne,
+               "200612.log: 15 9 171 205 7 15 10 171 205 9 15 11 171 205 9;", "",
+               "200612.log: 15 9 171 205 7 15 10 171 205 10 15 11 171 205 9;");
+    WalkFaults("read a month", UseFullMonth, ReadDays, "31;48;", "31;(0|24);");
     // A tick in a full month costs a handful of calls.
     UseFullMonth();
     fakes::FailCall(0, fakes::Faults::Once);
     LogTraffic(nullptr, 1, 1);
     EXPECT_LE(fakes::EndFaults(), 10);
-    WalkFaults("export a month", {UseThreeHours, Export, LastLineOfExport},
-               "yes | \"Total for Dec 2006\",\"0\",\"0.99KB\",\"0.99KB\"\n",
-               {"no", "yes", "yes | \"Total for Dec 2006\",\"0\",\"0\",\"0\"\n"});
-}
-
-std::string Settings() {
-    wchar_t adapter[32] = {};
-    ReadStringSetting(L"Adapter", adapter);
-    std::string text = Narrow(adapter);
-    for (const wchar_t* name : {L"XLocation", L"TIcon", L"TFormat"}) {
-        uint32_t number = 0;
-        text += ReadNumberSetting(name, &number) ? " " + std::to_string(number) : " none";
-    }
-    return text;
+    const std::string csv = "yes;out.csv: \"Date\",\"Xmit\",\"Rcv\",\"Total\"\n";
+    const std::string day = "\"Dec 15, 2006\",\"0\",\"0.02KB\",\"0.02KB\"\n\"Total for Dec 2006\",\"0\",";
+    WalkFaults("export a month", UseThreeHours, Export, csv + day + "\"0.02KB\",\"0.02KB\"\n;",
+               "no;|yes;out.csv: ;|" + csv + "\"Total for Dec 2006\",\"0\",\"0\",\"0\"\n;");
 }
 
 std::string LoadDisplay() {
     LoadDisplaySettings();
-    return std::to_string(itemState.xLocation) + " " + YesOrNo(itemState.showTaskbarIcon) + " " +
-           YesOrNo(itemState.amPmFormat);
+    return Told(itemState.xLocation, itemState.showTaskbarIcon, itemState.amPmFormat);
 }
 
 std::string LoadFolders() {
     LoadFolderSettings();
-    return Narrow(itemState.adapterName) + " in " + Narrow(itemState.dataFolder);
+    return Told(itemState.adapterName, itemState.dataFolder);
 }
 
 std::string SaveDisplay() {
@@ -104,46 +75,43 @@ std::string SaveDisplay() {
     SaveShowTaskbarIcon(true);
     SaveHourFormat(true);
     itemState.showTaskbarIcon = itemState.amPmFormat = false;
-    return {};
+    return "";
 }
 
 void UseAdapter() {
-    scripted::system.adapters = {{.name = "eth", .index = 7, .received = 100}};
+    scripted::system.adapters = {{.name = "eth", .index = 7, .received = 1}};
 }
 
 void UseStored() {
     UseAdapter();
     WriteStringSetting(L"Adapter", L"stored", 6);
     WriteStringSetting(L"InstallDir", L"\\data", 5);
-    WriteNumberSetting(L"XLocation", 20);
-    WriteNumberSetting(L"TIcon", 0);
-    WriteNumberSetting(L"TFormat", 0);
+    for (const wchar_t* name : {L"XLocation", L"TIcon", L"TFormat"}) {
+        WriteNumberSetting(name, 0);
+    }
 }
 
 // What is stored stays, though it could not be read; only what is absent is written.
 TEST(Faults, Of_the_settings) {
-    const std::string program = " in \\Program Files\\Ostrik\\Quorvane | ";
-    WalkFaults("load the display settings", {UseStored, LoadDisplay, Settings}, "20 no no | stored 20 0 0",
-               {"75 no no | stored 20 0 0", "20 yes no | stored 20 0 0", "20 no yes | stored 20 0 0",
-                "75 yes yes | stored 20 0 0", "20 yes yes | stored 20 0 0"});
-    WalkFaults("load the display settings for the first time", {[] {}, LoadDisplay, Settings}, "75 yes yes |  75 1 1",
-               {"75 yes yes |  none 1 1", "75 yes yes |  75 none 1", "75 yes yes |  75 1 none",
-                "75 yes yes |  none none none", "75 yes yes |  75 none none"});
-    WalkFaults("load adapter and folder", {UseStored, LoadFolders, Settings}, "stored in \\data | stored 20 0 0",
-               {"eth in \\data | stored 20 0 0", "stored" + program + "stored 20 0 0", program + "stored 20 0 0"});
-    WalkFaults("load adapter and folder for the first time", {UseAdapter, LoadFolders, Settings},
-               "eth" + program + "eth none none none",
-               {"eth" + program + " none none none", program + " none none none"});
-    WalkFaults("change the display settings", {UseStored, SaveDisplay, Settings}, "stored 30 1 1",
-               {"stored 20 1 1", "stored 30 0 1", "stored 30 1 0", "stored 20 0 0", "stored 30 0 0"});
+    WalkFaults("load the display settings", UseStored, LoadDisplay, "0;no;no;", "(0|75);(no|yes);(no|yes);");
+    WalkFaults("load the display settings for the first time", UseNothing, LoadDisplay,
+               "75;yes;yes;TFormat: 1;TIcon: 1;XLocation: 75;",
+               "75;yes;yes;(TFormat: 1;)?(TIcon: 1;)?(XLocation: 75;)?");
+    const std::string program = R"(\Program Files\Ostrik\Quorvane;)";
+    const std::string inProgram = R"(\\Program Files\\Ostrik\\Quorvane;)";
+    WalkFaults("load adapter and folder", UseStored, LoadFolders, R"(stored;\data;)",
+               R"(eth;\\data;|(stored)?;)" + inProgram);
+    WalkFaults("load adapter and folder for the first time", UseAdapter, LoadFolders,
+               "eth;" + program + "Adapter: eth;", "(eth)?;" + inProgram);
+    WalkFaults("change the display settings", UseStored, SaveDisplay, "TFormat: 1;TIcon: 1;XLocation: 30;",
+               "(TFormat: 1;)?(TIcon: 1;)?(XLocation: 30;)?");
 }
 
 std::string Months() {
     std::string text;
     LogSearch search;
     while (const wchar_t* name = NextLogFile(search)) {
-        LogMonth month;
-        text += ParseLogName(name, month) ? std::to_string(month.Number()) + " " : "? ";
+        text += Told(name);
     }
     return text;
 }
@@ -156,35 +124,33 @@ void UseMonths() {
 
 std::string DeleteMonths() {
     DeleteAllLogs();
-    return {};
+    return "";
 }
 
-std::string ChosenAdapter() {
-    return Narrow(itemState.adapterName) + (itemState.interfaceIndex == 7 ? " by its index" : "");
+std::string Choose() {
+    const bool chosen = ChooseAdapter();
+    return Told(chosen, itemState.adapterName, itemState.interfaceIndex == 7);
 }
 
 void UseFirstTick() {
     UseAdapter();
     RunTick(nullptr);
-    scripted::system.adapters[0].received = 150;
+    scripted::system.adapters[0].received = 8;
 }
 
 std::string Tick() {
     RunTick(nullptr);
-    return std::to_string(itemState.inDeltas[0]) + " to " + std::to_string(itemState.lastInOctets);
+    return Told(itemState.inDeltas[0], itemState.lastInOctets);
 }
 
 TEST(Faults, Of_the_tick_and_the_list_of_logs) {
-    WalkFaults("list the logs", {UseMonths, Months}, "200601 200602 200603 ", {"", "200601 ", "200601 200602 "});
-    WalkFaults("delete the logs", {UseMonths, DeleteMonths, Months}, "",
-               {"200601 200602 200603 ", "200601 ", "200602 200603 ", "200602 ", "200603 "});
-    WalkFaults("choose the adapter", {UseAdapter, [] { return YesOrNo(ChooseAdapter()); }, ChosenAdapter},
-               "yes | eth by its index", {"no", "yes", "yes | eth"});
+    WalkFaults("list the logs", UseMonths, Months, "200601.log;200602.log;200603.log;", "(200601.log;(200602.log;)?)?");
+    WalkFaults("delete the logs", UseMonths, DeleteMonths, "200601.log gone;200602.log gone;200603.log gone;",
+               "(200601.log gone;)?(200602.log gone;)?(200603.log gone;)?");
+    WalkFaults("choose the adapter", UseAdapter, Choose, "yes;eth;yes;", "(no;|yes;(eth)?);no;");
     // An adapter that was away for a tick comes back with all it ever counted.
-    WalkFaults("tick", {UseFirstTick, Tick, Log}, "50 to 150 | log 10:50 of 12",
-               {"50 to 150 | no log of 0", "50 to 150 | log of 0", "0 to 0 | no log of 0"},
-               {"50 to 150 | log 10:50 of 12", "50 to 150 | no log of 0", "50 to 150 | log of 0",
-                "0 to 150 | log 10:150 of 12"});
+    WalkFaults("tick", UseFirstTick, Tick, "7;8;200612.log: 15 10 7;", "7;8;(200612.log: ;)?|0;0;",
+               "7;8;(200612.log: ;)?|0;8;200612.log: 15 10 8;");
 }
 
 }  // namespace
