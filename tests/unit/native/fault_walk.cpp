@@ -75,16 +75,15 @@ std::string Outcome(std::string (*run)(), const Contents& before, int& calls) {
 
 }  // namespace
 
-void WalkFaults(const char* name, void (*prepare)(), std::string (*run)(), const std::string& whole,
-                const std::string& promised, const std::string& again) {
+void WalkFaults(const char* name, const Promise& promise, std::string (*run)()) {
     SCOPED_TRACE(name);
-    const std::regex onFault(promised), onRepetition(again);
+    const std::regex onFault(promise.onFault), again(promise.again);
     int faults = 0;
     int calls = 0;
     for (const fakes::Faults lasting : {fakes::Faults::Once, fakes::Faults::FromThereOn}) {
         for (int nth = 1;; ++nth, ++faults) {
             ResetForTest();
-            prepare();
+            promise.prepare();
             const Contents before = LookAround();
             const std::ptrdiff_t resources = OpenResources();
             fakes::FailCall(nth, lasting);
@@ -93,13 +92,13 @@ void WalkFaults(const char* name, void (*prepare)(), std::string (*run)(), const
                                       (lasting == fakes::Faults::Once ? ", gives " : " and on, gives ") + outcome;
             EXPECT_EQ(OpenResources(), resources) << fault;
             if (calls < nth) {
-                EXPECT_EQ(outcome, whole);
+                EXPECT_EQ(outcome, promise.whole);
                 break;
             }
-            EXPECT_TRUE(outcome == whole || std::regex_match(outcome, onFault)) << fault;
+            EXPECT_TRUE(outcome == promise.whole || std::regex_match(outcome, onFault)) << fault;
             int callsOfRepetition = 0;
             const std::string repeated = Outcome(run, before, callsOfRepetition);
-            EXPECT_TRUE(repeated == whole || (!again.empty() && std::regex_match(repeated, onRepetition)))
+            EXPECT_TRUE(repeated == promise.whole || std::regex_match(repeated, again))
                 << fault << ", then " << repeated;
         }
     }

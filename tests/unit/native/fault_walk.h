@@ -5,6 +5,9 @@
 
 #include "tests/support/texts.h"
 
+// What operations work on: files, settings, an adapter with a lease, an access point.
+void UseEverything();
+
 template <typename Value>
 std::string AsText(const Value& value) {
     if constexpr (std::is_same_v<Value, bool>) {
@@ -24,11 +27,15 @@ std::string Told(const Values&... values) {
     return (std::string() + ... + (AsText(values) + ";"));
 }
 
-// Runs an operation with a fault in its first call, its second ... until it gets by with fewer. After each run nothing
-// may be open that was not before. An outcome is what the operation told and then all that it changed, as "name: new
-// content;": files, settings, what the user was told. It is `whole` without a fault; with one it is that or matches the
-// expression `promised`. Run again without faults the operation ends as `again` says, or in `whole` when that is empty.
-void WalkFaults(const char* name, void (*prepare)(), std::string (*run)(), const std::string& whole,
-                const std::string& promised, const std::string& again = "");
+// An outcome is what the operation told and then all that it changed, as "name: new content;": files, settings, what
+// the user was told.
+struct Promise {
+    std::string whole;           // the outcome without a fault
+    std::string onFault;         // an expression for the others with one
+    std::string again = "(?!)";  // and for those, beside `whole`, of a repetition without faults
+    void (*prepare)() = UseEverything;
+};
 
-inline void UseNothing() {}
+// Runs an operation with a fault in its first call, its second ... until it gets by with fewer, and repeats it each
+// time. After each run nothing may be open that was not before.
+void WalkFaults(const char* name, const Promise& promise, std::string (*run)());

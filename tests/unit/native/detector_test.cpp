@@ -1,13 +1,18 @@
-// Scans that are replaced and left while their threads run. The sanitizers see what touches freed memory.
+// The detector: scans that are replaced and left while their threads run (the sanitizers see what touches freed
+// memory), and the names of reports.
 #include <gtest/gtest.h>
 
 #include <future>
 
+#include "diagnostics/report.h"
 #include "diagnostics/scan.h"
 #include "diagnostics/scan_worker.h"
+#include "item/item_state.h"
 #include "platform/atomics.h"
+#include "platform/format_text.h"
 #include "tests/fakes/fakes.h"
 #include "tests/fakes/scripted_platform.h"
+#include "tests/support/data_folder.h"
 #include "tests/unit/native/node_responder.h"
 
 namespace {
@@ -79,6 +84,40 @@ TEST_F(ScanLifetime, Workers_of_a_closed_dialog_leave_their_records_alone) {
     EXPECT_EQ(Count(*table, kHostPending), kScanHosts);
     EXPECT_EQ(table->holders, 1);
     ReleaseTable(table);
+}
+
+std::wstring ReportName(int number) {
+    wchar_t name[32];
+    FormatText(name, L"QuorvaneRpt%03d.csv", number);
+    return name;
+}
+
+std::string ReportText(int number) {
+    const Bytes content = ReadWholeFile(ReportName(number));
+    return {content.begin(), content.end()};
+}
+
+TEST(Report, Escapes_nothing_and_takes_the_first_free_name_up_to_599) {
+    const std::string header = "\"Host\",\"Intruder\",\"IP\",\"Mac Addr\"\n";
+    const auto read = [](HWND, int row, DetectorCells& cells) {
+        const DetectorCells rows[] = {{L"", L"192.168.7.33", L"02:00:00:00:00:FE"},
+                                      {L"A \"b\",c\x00E9", L"192.168.7.254", L""}};
+        cells = rows[row];
+    };
+    wcscpy(itemState.dataFolder, L"\\My Documents");
+    ExportIntruderReport(nullptr, {{0x02, 0, 0, 0, 0, 0xFE}}, {2, read, nullptr});
+    EXPECT_EQ(ReportText(1), header + "\"\",\"No\",\"192.168.7.33\",\"02:00:00:00:00:FE\"\n" +
+                                 "\"A \"b\",c\xE9\",\"Yes\",\"192.168.7.254\",\"\"\n");
+    EXPECT_EQ(fakes::shownMessages[0].caption, L"Infomation");
+    EXPECT_EQ(fakes::shownMessages[0].flags, 0U);
+    for (int number = 2; number < 599; ++number) {
+        WriteWholeFile(ReportName(number), {});
+    }
+    ExportIntruderReport(nullptr, {}, {0, read, nullptr});
+    ExportIntruderReport(nullptr, {}, {0, read, nullptr});
+    EXPECT_EQ(ReportText(599), header);
+    EXPECT_FALSE(FileExists(ReportName(600)));
+    EXPECT_EQ(fakes::shownMessages.size(), 2U) << "nothing is told when all are in use";
 }
 
 }  // namespace
