@@ -50,8 +50,8 @@ inline Bytes ScanMessage(const Bytes& elements, uint16_t capability = 0x11, uint
                                            Attribute(NL80211_BSS_INFORMATION_ELEMENTS, elements));
 }
 
-inline Bytes InterfaceMessage() {
-    return Number<uint32_t>(NL80211_ATTR_IFINDEX, 3) + Attribute(NL80211_ATTR_IFNAME, Text("wlan0") + Bytes{0}) +
+inline Bytes InterfaceMessage(uint32_t index = 3) {
+    return Number(NL80211_ATTR_IFINDEX, index) + Attribute(NL80211_ATTR_IFNAME, Text("wlan0") + Bytes{0}) +
            Number<uint32_t>(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_STATION);
 }
 

@@ -44,9 +44,7 @@ struct HelperServer : testing::Test {
         port = static_cast<uint16_t>(std::stoi(output.substr(output.find("PORT=") + 5)));
         token = output.substr(output.find("TOKEN=") + 6, kTokenDigits);
     }
-    ~HelperServer() override { EndWatched(); }
-
-    void EndWatched() {
+    ~HelperServer() override {
         kill(watched, SIGKILL);
         waitpid(watched, nullptr, 0);
     }
@@ -143,7 +141,7 @@ TEST_F(HelperServer, A_client_that_takes_no_answers_is_dropped) {
 TEST_F(HelperServer, It_ends_with_the_process_it_watches) {
     const ScopedDescriptor client = Friend();
     EXPECT_TRUE(AnswersLease(client));
-    EndWatched();
+    kill(watched, SIGKILL);
     EXPECT_TRUE(IsClosedSilently(client));
     // Its sockets close one after the other while it ends.
     const long long start = NowMs();

@@ -206,10 +206,12 @@ TEST(Faults, Of_the_host_list) {
 constexpr MacAddress kSafe = {{'s', 'a', 'f', 'e', '-', '1'}};
 constexpr MacAddress kThird = {{'s', 'a', 'f', 'e', '-', '3'}};
 
-// A row of the detector's list: the first is safe, the others are not.
+// Rows of the detector's list: a host of the safe list, one whose address is not known, the device itself.
 void ReadRow(HWND, int row, DetectorCells& cells) {
-    cells = {L"", L"10.0.0.2", L"73:61:66:65:2D:31"};
-    cells.mac[16] = row == 0 ? L'1' : L'3';
+    const DetectorCells rows[] = {{L"", L"10.0.0.2", L"73:61:66:65:2D:31"},
+                                  {L"A \"b\",c\x00E9", L"10.0.0.3", L""},
+                                  {L"", L"10.0.0.4", L"73:61:66:65:2D:33"}};
+    cells = rows[row];
 }
 
 template <int Row>
@@ -233,8 +235,8 @@ TEST(Faults, Of_the_safe_list) {
     WalkFaults("tap a safe host",
                {"yes;slist.dat: safe-2;", kept + "|no;slist.dat: safe-1safe-2safe-1;", "no;slist.dat: safe-2safe-1;"},
                Tap<0>);
-    WalkFaults("tap an intruder", {"yes;slist.dat: safe-1safe-2safe-3;", "(no|yes);", "no;"}, Tap<1>);
-    EXPECT_EQ(fakes::shownMessages[0].text, L"Add 10.0.0.2 to safe list?") << "by address without a name";
+    WalkFaults("tap an intruder", {"yes;slist.dat: safe-1safe-2safe-3;", "(no|yes);", "no;"}, Tap<2>);
+    EXPECT_EQ(fakes::shownMessages[0].text, L"Add 10.0.0.4 to safe list?") << "by address without a name";
     EXPECT_EQ(fakes::shownMessages[0].flags, static_cast<UINT>(MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2));
 }
 
@@ -243,15 +245,16 @@ TEST(Faults, Of_the_report) {
     const std::string head = "\"Host\",\"Intruder\",\"IP\",\"Mac Addr\"\n";
     const std::string safe = "\"\",\"No\",\"10.0.0.2\",\"73:61:66:65:2D:31\"\n";
     const std::string doubted = "\"\",\"Yes\",\"10.0.0.2\",\"73:61:66:65:2D:31\"\n";
-    const std::string intruder = "\"\",\"Yes\",\"10.0.0.2\",\"73:61:66:65:2D:33\"\n";
-    const std::string told = ";told: Data output to: \\My Documents\\QuorvaneRpt001.csv;";
+    const std::string unknown = "\"A \"b\",c233 \",\"Yes\",\"10.0.0.3\",\"\"\n";  // nothing is escaped
+    const std::string own = "\"\",\"No\",\"10.0.0.4\",\"73:61:66:65:2D:33\"\n";
     WalkFaults("report",
-               {"QuorvaneRpt001.csv: " + head + safe + intruder + told,
-                "(QuorvaneRpt001.csv: (" + head + ")?(" + safe + "|" + doubted + ")?(" + intruder +
+               {"QuorvaneRpt001.csv: " + head + safe + unknown + own +
+                    ";told: Data output to: \\My Documents\\QuorvaneRpt001.csv;",
+                "(QuorvaneRpt001.csv: (" + head + ")?(" + safe + "|" + doubted + ")?(" + unknown + ")?(" + own +
                     ")?;(told: Data output to: (.My Documents)?.QuorvaneRpt001.csv;)?|told: Output to file error!;)?"},
                [] {
                    DeleteFileW(L"\\My Documents\\QuorvaneRpt001.csv");
-                   ExportIntruderReport(nullptr, {}, {2, ReadRow, nullptr});
+                   ExportIntruderReport(nullptr, kThird, {3, ReadRow, nullptr});
                    return Told();
                });
 }

@@ -1,12 +1,21 @@
-// What a driver, the air or Native Wifi may give where the tools expect a card's values and access points.
+// Any bytes as what others answer: programs and machines short texts, drivers and Native Wifi a card's values and
+// access points.
 
 // Before the header of Native Wifi, which makes macros of the same names.
 #include "platform/ndis.h"
 
+#include <algorithm>
+
+#include "adapters/public_ip.h"
+#include "diagnostics/node_status.h"
 #include "item/item_state.h"
+#include "platform/desktop/arp_text.h"
 #include "platform/desktop/native_wifi_records.h"
+#include "platform/desktop/proxy_list.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/support/access_point_list.h"
+#include "tests/support/data_folder.h"
+#include "tests/support/node_status_reply.h"
 #include "tests/support/wireless_values.h"
 #include "wireless/access_point_texts.h"
 #include "wireless/access_points.h"
@@ -14,6 +23,58 @@
 #include "wireless/signal.h"
 
 namespace {
+
+void FeedArpText(Input input) {
+    const std::string text(TextOf(input));
+    std::vector<MIB_IPNETROW> rows(text.size() / platform::kShortestArpLine + 1);
+    const size_t count = platform::ParseArpText(text.c_str(), rows);
+    Demand(count <= rows.size());
+    for (size_t i = 1; i < count; ++i) {
+        Demand(ntohl(rows[i - 1].dwAddr) < ntohl(rows[i].dwAddr));
+    }
+}
+
+const Fuzzer kArpText("arp_text", {"platform/desktop/arp_text.cpp"}, FeedArpText,
+                      {BytesOf("IP address       HW type     Flags       HW address            Mask     Device\n"
+                               "192.168.7.2      0x1         0x2         02:00:00:00:00:02     *        eth0\n"
+                               "192.168.7.1      0x1         0x0         00:00:00:00:00:00     *        eth0\n"
+                               "10.0.0.1 0x1 0x6 fe:dc:ba:98:76:54 * eth1\n")});
+
+void FeedProxyList(Input input) {
+    const std::wstring list(input.begin(), input.end());
+    wchar_t host[platform::kProxyHostUnits] = L"?";
+    WORD port = 0;
+    if (platform::FindHttpProxy(list.c_str(), host, &port)) {
+        const size_t length = wcsnlen(host, platform::kProxyHostUnits);
+        Demand(port != 0 && length != 0 && length < platform::kProxyHostUnits);
+        Demand(list.find(host) != list.npos && wcspbrk(host, L"; \t=:") == nullptr);
+    }
+}
+
+const Fuzzer kProxyList("proxy_list", {"platform/desktop/proxy_list.cpp"}, FeedProxyList,
+                        {BytesOf("https=other:1;http=http://10.0.0.1:3128"), BytesOf(" bad:65536; good:1"),
+                         BytesOf(std::string(platform::kProxyHostUnits, 'p') + ";q")});
+
+void FeedPublicIp(Input input) {
+    wchar_t address[kPublicIpUnits] = L"?";
+    const bool found = ParseEchoBody({TextOf(input).data(), input.size()}, address);
+    Demand(wcsnlen(address, kPublicIpUnits) <= kPublicIpCharacters);
+    Demand(!found || wcsspn(address, L"0123456789.") == wcslen(address));
+}
+
+const Fuzzer kPublicIp("public_ip", {"adapters/public_ip.cpp"}, FeedPublicIp,
+                       {BytesOf("203.0.113.7\r\n"), BytesOf({"203.0.113.7\0<html>", 18}),
+                        BytesOf("12345678901234567890")});
+
+void FeedNodeStatus(Input input) {
+    char name[kNodeNameBytes + 1];
+    std::ranges::fill(name, '?');
+    Demand(ParseNodeStatus(input, name) == (name[kNodeNameBytes] == 0));
+}
+
+const Fuzzer kNodeStatus("node_status", {"diagnostics/node_status.cpp"}, FeedNodeStatus,
+                         {NodeStatusReply({"PRINTER"}), NodeStatusReply({"FIFTEEN LETTERS", ""}),
+                          WithCount(Longer(NodeStatusReply({""}), 100), 3)});
 
 void FeedAccessPoints(Input list) {
     AccessPointTable table;
@@ -70,15 +131,13 @@ void FeedCardValues(Input input) {
 // A binding whose name stands behind the record's five fields, then a configuration; and one that points elsewhere.
 const Fuzzer kCardValues("card_values", {"wireless/ndis.cpp", "wireless/card_details.cpp", "wireless/signal.cpp"},
                          FeedCardValues,
-                         {{26, 0,   0, 0,   0, 20, 0, 0, 0, 6,   0, 0, 0, 0, 0, 0, 0, 0,    0,    0,    0, 'a',
-                           0,  'b', 0, 'c', 0, 32, 0, 0, 0, 100, 0, 0, 0, 0, 0, 0, 0, 0x88, 0x2F, 0x25, 0},
-                          {26, 0, 0, 0, 0, 20, 0xFF, 0, 0, 6, 0xFF, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 'a', 0, 'b', 0}});
+                         {Bytes{26} + NdisFields({20, 6, 0, 0, 0}) + Bytes{'a', 0, 'b', 0, 'c', 0} +
+                              NdisFields({32, 100, 0, 2437000}),
+                          Bytes{26} + NdisFields({0xFF0014, 0xFF06, 0, 0, 0}) + Bytes{'a', 0, 'b', 0}});
 
 void FeedNativeWifi(Input input) {
     std::vector<WLAN_BSS_ENTRY> entries((input.size() + sizeof(WLAN_BSS_ENTRY) - 1) / sizeof(WLAN_BSS_ENTRY));
-    if (!entries.empty()) {
-        memcpy(static_cast<void*>(entries.data()), input.data(), input.size());
-    }
+    std::ranges::copy(input, reinterpret_cast<uint8_t*>(entries.data()));
     Bytes value(WirelessDevice::kValueBytes);
     const size_t bytes = platform::WriteNdisBssidList(entries, value);
     Demand(bytes <= value.size());
@@ -95,9 +154,7 @@ void FeedNativeWifi(Input input) {
 Bytes NativeEntries(size_t count) {
     WLAN_BSS_ENTRY entry = {};
     entry.dot11Ssid = {4, {'h', 'o', 'm', 'e'}};
-    entry.dot11BssType = dot11_BSS_type_infrastructure;
     entry.dot11BssPhyType = dot11_phy_type_ht;
-    entry.usCapabilityInformation = 0x0431;
     entry.ulChCenterFrequency = 2437000;
     entry.wlanRateSet = {4, {0x8002, 0x000C}};
     Bytes entries(count * sizeof(entry));
