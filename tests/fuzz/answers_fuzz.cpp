@@ -24,21 +24,16 @@
 
 namespace {
 
-void FeedArpText(Input input) {
-    const std::string text(TextOf(input));
-    std::vector<MIB_IPNETROW> rows(text.size() / platform::kShortestArpLine + 1);
-    const size_t count = platform::ParseArpText(text.c_str(), rows);
-    Demand(count <= rows.size());
-    for (size_t i = 1; i < count; ++i) {
-        Demand(ntohl(rows[i - 1].dwAddr) < ntohl(rows[i].dwAddr));
-    }
-}
-
-const Fuzzer kArpText("arp_text", {"platform/desktop/arp_text.cpp"}, FeedArpText,
+const Fuzzer kArpText("arp_text", {"platform/desktop/arp_text.cpp"},
                       {BytesOf("IP address       HW type     Flags       HW address            Mask     Device\n"
                                "192.168.7.2      0x1         0x2         02:00:00:00:00:02     *        eth0\n"
                                "192.168.7.1      0x1         0x0         00:00:00:00:00:00     *        eth0\n"
-                               "10.0.0.1 0x1 0x6 fe:dc:ba:98:76:54 * eth1\n")});
+                               "10.0.0.1 0x1 0x6 fe:dc:ba:98:76:54 * eth1\n")},
+                      [](Input input) {
+                          std::vector<MIB_IPNETROW> rows(input.size() / platform::kShortestArpLine + 1);
+                          rows.resize(platform::ParseArpText(std::string(TextOf(input)).c_str(), rows));
+                          Demand(std::ranges::is_sorted(rows, {}, [](auto& row) { return ntohl(row.dwAddr); }));
+                      });
 
 void FeedProxyList(Input input) {
     const std::wstring list(input.begin(), input.end());
@@ -46,35 +41,33 @@ void FeedProxyList(Input input) {
     WORD port = 0;
     if (platform::FindHttpProxy(list.c_str(), host, &port)) {
         const size_t length = wcsnlen(host, platform::kProxyHostUnits);
-        Demand(port != 0 && length != 0 && length < platform::kProxyHostUnits);
-        Demand(list.find(host) != list.npos && wcspbrk(host, L"; \t=:") == nullptr);
+        Demand(port != 0 && length != 0 && length < platform::kProxyHostUnits && wcspbrk(host, L"; \t=:") == nullptr);
     }
 }
 
-const Fuzzer kProxyList("proxy_list", {"platform/desktop/proxy_list.cpp"}, FeedProxyList,
+const Fuzzer kProxyList("proxy_list", {"platform/desktop/proxy_list.cpp"},
                         {BytesOf("https=other:1;http=http://10.0.0.1:3128"), BytesOf(" bad:65536; good:1"),
-                         BytesOf(std::string(platform::kProxyHostUnits, 'p') + ";q")});
+                         BytesOf(std::string(platform::kProxyHostUnits, 'p') + ";q")},
+                        FeedProxyList);
 
-void FeedPublicIp(Input input) {
-    wchar_t address[kPublicIpUnits] = L"?";
-    const bool found = ParseEchoBody({TextOf(input).data(), input.size()}, address);
-    Demand(wcsnlen(address, kPublicIpUnits) <= kPublicIpCharacters);
-    Demand(!found || wcsspn(address, L"0123456789.") == wcslen(address));
-}
-
-const Fuzzer kPublicIp("public_ip", {"adapters/public_ip.cpp"}, FeedPublicIp,
+const Fuzzer kPublicIp("public_ip", {"adapters/public_ip.cpp"},
                        {BytesOf("203.0.113.7\r\n"), BytesOf({"203.0.113.7\0<html>", 18}),
-                        BytesOf("12345678901234567890")});
+                        BytesOf("12345678901234567890")},
+                       [](Input input) {
+                           wchar_t address[kPublicIpUnits] = L"?";
+                           const bool found = ParseEchoBody(TextOf(input), address);
+                           Demand(wcsnlen(address, kPublicIpUnits) <= kPublicIpCharacters);
+                           Demand(!found || wcsspn(address, L"0123456789.") == wcslen(address));
+                       });
 
-void FeedNodeStatus(Input input) {
-    char name[kNodeNameBytes + 1];
-    std::ranges::fill(name, '?');
-    Demand(ParseNodeStatus(input, name) == (name[kNodeNameBytes] == 0));
-}
-
-const Fuzzer kNodeStatus("node_status", {"diagnostics/node_status.cpp"}, FeedNodeStatus,
+const Fuzzer kNodeStatus("node_status", {"diagnostics/node_status.cpp"},
                          {NodeStatusReply({"PRINTER"}), NodeStatusReply({"FIFTEEN LETTERS", ""}),
-                          WithCount(Longer(NodeStatusReply({""}), 100), 3)});
+                          WithCount(Longer(NodeStatusReply({""}), 100), 3)},
+                         [](Input input) {
+                             char name[kNodeNameBytes + 1];
+                             std::ranges::fill(name, '?');
+                             Demand(ParseNodeStatus(input, name) == (name[kNodeNameBytes] == 0));
+                         });
 
 void FeedAccessPoints(Input list) {
     AccessPointTable table;
@@ -100,10 +93,11 @@ Bytes FullList() {
 }
 
 const Fuzzer kAccessPoints(
-    "access_points", {"wireless/access_points.cpp", "wireless/access_point_texts.cpp"}, FeedAccessPoints,
+    "access_points", {"wireless/access_points.cpp", "wireless/access_point_texts.cpp"},
     {AccessPointListBuilder().Add("home", 1, -60, 1).Add(std::string(32, 's'), 2, -200, 0, 0).Value(),
      AccessPointListBuilder().Add("long", 1, -60).WithSsidLength(4000000000u).WithCount(9).Value(),
-     AccessPointListBuilder().Add("still", 1, -60).Add("", 2, 0).WithLength(0, 0).Value(), FullList()});
+     AccessPointListBuilder().Add("still", 1, -60).Add("", 2, 0).WithLength(0, 0).Value(), FullList()},
+    FeedAccessPoints);
 
 // The first byte parts the input into the binding and the value that every other question gets.
 void FeedCardValues(Input input) {
@@ -130,10 +124,10 @@ void FeedCardValues(Input input) {
 
 // A binding whose name stands behind the record's five fields, then a configuration; and one that points elsewhere.
 const Fuzzer kCardValues("card_values", {"wireless/ndis.cpp", "wireless/card_details.cpp", "wireless/signal.cpp"},
-                         FeedCardValues,
                          {Bytes{26} + NdisFields({20, 6, 0, 0, 0}) + Bytes{'a', 0, 'b', 0, 'c', 0} +
                               NdisFields({32, 100, 0, 2437000}),
-                          Bytes{26} + NdisFields({0xFF0014, 0xFF06, 0, 0, 0}) + Bytes{'a', 0, 'b', 0}});
+                          Bytes{26} + NdisFields({0xFF0014, 0xFF06, 0, 0, 0}) + Bytes{'a', 0, 'b', 0}},
+                         FeedCardValues);
 
 void FeedNativeWifi(Input input) {
     std::vector<WLAN_BSS_ENTRY> entries((input.size() + sizeof(WLAN_BSS_ENTRY) - 1) / sizeof(WLAN_BSS_ENTRY));
@@ -165,7 +159,7 @@ Bytes NativeEntries(size_t count) {
     return entries;
 }
 
-const Fuzzer kNativeWifi("native_wifi", {"platform/desktop/native_wifi_records.cpp"}, FeedNativeWifi,
-                         {NativeEntries(1), NativeEntries(12)});
+const Fuzzer kNativeWifi("native_wifi", {"platform/desktop/native_wifi_records.cpp"},
+                         {NativeEntries(1), NativeEntries(12)}, FeedNativeWifi);
 
 }  // namespace

@@ -45,7 +45,7 @@ void FeedProtocol(Input input) {
     }
 }
 
-const Fuzzer kProtocol("helper_protocol", {"platform/helper_protocol.cpp"}, FeedProtocol,
+const Fuzzer kProtocol("helper_protocol", {"platform/helper_protocol.cpp"},
                        {kLease, kQuery, RequestMessage({RequestKind::kRadioSet, "wlan0", 0, 0, kAddress}),
                         Encoded([](auto space) {
                             return EncodeLeaseAnswer(space, {0, 4, 7}, {true, 1, 2, 3, 4, 5});
@@ -55,7 +55,8 @@ const Fuzzer kProtocol("helper_protocol", {"platform/helper_protocol.cpp"}, Feed
                         }),
                         Encoded([](auto space) {
                             return EncodeResult(space, {0, 4, 7}, kResultBusy);
-                        })});
+                        })},
+                       FeedProtocol);
 
 // All message bodies, each behind its header's kind; the connection ends at the first byte that is not the protocol's.
 std::vector<Bytes> Receive(Input stream, size_t blockBytes) {
@@ -90,8 +91,8 @@ void FeedConnection(Input input) {
     }
 }
 
-const Fuzzer kConnection("helper_connection", {"platform/linux/connection.cpp"}, FeedConnection,
-                         {Bytes{7} + kLease + kQuery, Bytes{6} + Opening() + kLease});
+const Fuzzer kConnection("helper_connection", {"platform/linux/connection.cpp"},
+                         {Bytes{7} + kLease + kQuery, Bytes{6} + Opening() + kLease}, FeedConnection);
 
 void FeedLeases(Input input) {
     const std::string_view text = TextOf(input);
@@ -110,21 +111,21 @@ void FeedLeases(Input input) {
 const Fuzzer kLeases(
     "helper_lease",
     {"platform/linux/dhclient_leases.cpp", "platform/linux/lease_reports.cpp", "platform/linux/lease_text.cpp"},
-    FeedLeases,
     {Text("default-duid \"\\000\\001;}\\\"{\";\n" + Lease("eth0", "10.0.0.1") +
           Lease("eth1", "10.0.0.2", "expire epoch 1795246441; # Sat\n") + Lease("eth0", "10.0.0.3", "expire never;")),
      Text("lease { interface \"eth0\"; renew 6 2026/11/21 07:32:04; expire 6 2026/11/21 07:32:04; }\n"
           "lease { interface \"eth1\"; expire 4 1970/01/01 00:03:00; }\n"),
-     Text(kDhcpcdReport), Text(kNetworkManagerReport), Text(kNetworkdLease), Text("ADDRESS=10.0.0.5\nLIFETIME=-1")});
+     Text(kDhcpcdReport), Text(kNetworkManagerReport), Text(kNetworkdLease), Text("ADDRESS=10.0.0.5\nLIFETIME=-1")},
+    FeedLeases);
 
-// A command line as /proc gives it.
+// A command line with a '|' for each zero of /proc, so that seeds can be read.
 void FeedProcess(Input input) {
     std::vector<std::string> words;
     while (!input.empty()) {
-        words.emplace_back(TextOf(Take(input, static_cast<size_t>(std::ranges::find(input, 0) - input.begin()))));
+        words.emplace_back(TextOf(Take(input, static_cast<size_t>(std::ranges::find(input, '|') - input.begin()))));
         Take(input, 1);
     }
-    DhclientInvocation invocation;
+    DhclientInvocation invocation, again;
     if (words.empty()) {
         return;  // a kernel thread, which the search leaves out
     }
@@ -133,25 +134,18 @@ void FeedProcess(Input input) {
         Demand(FindDhcpClients("eth0", {{.id = 1, .arguments = words}}).size() <= 1);
         return;
     }
-    DhclientInvocation again;
     Demand(ParseDhclientInvocation(DhclientCommand(invocation, "-r"), again) && again.program == invocation.program);
     // A last option that lacks its value takes the added one for it.
     const bool isWhole = again.options == invocation.options;
     Demand(isWhole ? again.interfaces == invocation.interfaces : again.options.size() > invocation.options.size());
 }
 
-// Words end at '|' here.
-Bytes CommandLine(std::string words) {
-    std::ranges::replace(words, '|', '\0');
-    return Text(words);
-}
-
 const Fuzzer kProcesses("helper_processes",
-                        {"platform/linux/dhclient_invocation.cpp", "platform/linux/dhcp_clients.cpp"}, FeedProcess,
-                        {CommandLine("/sbin/dhclient|-4|-v|-pf|/run/x.pid|-lf|/x.leases|-sf|nm-dhcp|eth0"),
-                         CommandLine("dhclient|-6|-1|-lf"), CommandLine("busybox|udhcpc|-b|-i|eth0"),
-                         CommandLine("udhcpc|-ieth1"), CommandLine("dhcpcd: [privileged proxy] eth0 [ip4]||"),
-                         CommandLine("/usr/sbin/NetworkManager|--no-daemon")});
+                        {"platform/linux/dhclient_invocation.cpp", "platform/linux/dhcp_clients.cpp"},
+                        {Text("/sbin/dhclient|-4|-v|-pf|/run/x.pid|-lf|/x.leases|-sf|nm-dhcp|eth0"),
+                         Text("dhclient|-6|-1|-lf"), Text("busybox|udhcpc|-b|-i|eth0"), Text("udhcpc|-ieth1"),
+                         Text("dhcpcd: [privileged proxy] eth0 [ip4]||"), Text("/usr/sbin/NetworkManager|--no-daemon")},
+                        FeedProcess);
 
 void FeedNl80211(Input input) {
     WirelessInterface interface;
@@ -171,9 +165,9 @@ void FeedNl80211(Input input) {
 const Fuzzer kNl80211("helper_nl80211",
                       {"platform/linux/nl80211_answers.cpp", "platform/linux/information_elements.cpp",
                        "platform/linux/ndis_records.cpp"},
-                      FeedNl80211,
                       {ScanMessage(kHome + Element(6, {10, 0}) + Element(221, kWpaPsk) + Bytes{1, 1}, 0x11, 2437,
                                    Number<uint8_t>(NL80211_BSS_SIGNAL_UNSPEC, 60)),
-                       InterfaceMessage(), StationMessage()});
+                       InterfaceMessage(), StationMessage()},
+                      FeedNl80211);
 
 }  // namespace
