@@ -84,19 +84,11 @@ void FeedAccessPoints(Input list) {
     Demand(table.count == count || count == kMostAccessPoints);  // all are known by now
 }
 
-Bytes FullList() {
-    AccessPointListBuilder full;
-    for (uint8_t i = 0; i <= kMostAccessPoints; ++i) {
-        full.Add("", i, -50);
-    }
-    return full.Value();
-}
-
 const Fuzzer kAccessPoints(
     "access_points", {"wireless/access_points.cpp", "wireless/access_point_texts.cpp"},
     {AccessPointListBuilder().Add("home", 1, -60, 1).Add(std::string(32, 's'), 2, -200, 0, 0).Value(),
      AccessPointListBuilder().Add("long", 1, -60).WithSsidLength(4000000000u).WithCount(9).Value(),
-     AccessPointListBuilder().Add("still", 1, -60).Add("", 2, 0).WithLength(0, 0).Value(), FullList()},
+     AccessPointListBuilder().Add("still", 1, -60).Add("", 2, 0).WithLength(0, 0).Value()},
     FeedAccessPoints);
 
 // The first byte parts the input into the binding and the value that every other question gets.
@@ -145,21 +137,8 @@ void FeedNativeWifi(Input input) {
     }
 }
 
-Bytes NativeEntries(size_t count) {
-    WLAN_BSS_ENTRY entry = {};
-    entry.dot11Ssid = {4, {'h', 'o', 'm', 'e'}};
-    entry.dot11BssPhyType = dot11_phy_type_ht;
-    entry.ulChCenterFrequency = 2437000;
-    entry.wlanRateSet = {4, {0x8002, 0x000C}};
-    Bytes entries(count * sizeof(entry));
-    for (size_t i = 0; i < count; ++i) {
-        entry.lRssi = static_cast<LONG>(i) - 61;
-        memcpy(&entries[i * sizeof(entry)], &entry, sizeof(entry));
-    }
-    return entries;
-}
-
+// Entries with a sound length of each text, and with unsound ones.
 const Fuzzer kNativeWifi("native_wifi", {"platform/desktop/native_wifi_records.cpp"},
-                         {NativeEntries(1), NativeEntries(12)}, FeedNativeWifi);
+                         {Bytes(12 * sizeof(WLAN_BSS_ENTRY)), Bytes(2 * sizeof(WLAN_BSS_ENTRY), 0x81)}, FeedNativeWifi);
 
 }  // namespace

@@ -76,28 +76,25 @@ const Fuzzer kSettings("settings", {"item/settings.cpp"},
                         Bytes(1 + kPathUnits * sizeof(wchar_t), REG_SZ)},
                        FeedSettings);
 
-void ReadAndArrange(UsageMode mode) {
-    UsageView view = InitialUsageView();
-    view.date = {2006, 12, 5};
-    view.mode = mode;
-    ReadUsage(view);
-    UsageChart chart;
-    ArrangeUsageChart(view, chart);
-    for (int i = 0; i < chart.barCount; ++i) {
-        const int height = chart.bars[i].foot - chart.bars[i].top;
-        Demand(height > 0 && height <= 100 * ScreenScale());
-    }
-    for (view.page = 0; view.page < 5; ++view.page) {
-        UsageTable table;
-        ArrangeUsageTable(view, table);
-    }
-}
-
 void FeedLog(Input input) {
     const Bytes log(input.begin(), input.end());
     WriteLog(2006, 12, log);
-    ReadAndArrange(UsageMode::Daily);
-    ReadAndArrange(UsageMode::Hourly);
+    UsageView view = InitialUsageView();
+    view.date = {2006, 12, 5};
+    for (const UsageMode mode : {UsageMode::Daily, UsageMode::Hourly}) {
+        view.mode = mode;
+        ReadUsage(view);
+        UsageChart chart;
+        ArrangeUsageChart(view, chart);
+        for (int i = 0; i < chart.barCount; ++i) {
+            const int height = chart.bars[i].foot - chart.bars[i].top;
+            Demand(height > 0 && height <= 100 * ScreenScale());
+        }
+        for (view.page = 0; view.page < 5; ++view.page) {
+            UsageTable table;
+            ArrangeUsageTable(view, table);
+        }
+    }
     Demand(ExportTraffic(DataPath(L"out.csv").c_str(), {{2006, 12, 3}, {2006, 12, 20}}));
     Demand(ReadWholeFile(L"out.csv").back() == '\n');
     // A tick changes the two counts of one record, or appends one.
