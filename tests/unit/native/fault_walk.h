@@ -27,12 +27,12 @@ std::string Told(const Values&... values) {
     return (std::string() + ... + (AsText(values) + ";"));
 }
 
-// An outcome is what the operation told and then all that it changed, as "name: new content;": files, settings, what
-// the user was told.
+// An outcome is what the operation told ("yes;2;") and then all that it changed, as "name: new content;": files,
+// settings, what the user was told.
 struct Promise {
-    std::string whole;           // the outcome without a fault
-    std::string onFault;         // an expression for the others with one
-    std::string again = "(?!)";  // and for those, beside `whole`, of a repetition without faults
+    std::string whole;       // the outcome without a fault
+    std::string onFault;     // an expression for the others with one
+    std::string again = "";  // one for a repetition without faults, unless that always ends in `whole`
     void (*prepare)() = UseEverything;
 };
 

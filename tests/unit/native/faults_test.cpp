@@ -35,14 +35,11 @@ namespace {
 void UseNothing() {}
 
 void UseAdapter() {
-    scripted::system.adapters = {{.name = "{eth}",
-                                  .index = 7,
-                                  .dnsServers = {"9.9.9.9", "8.8.8.8"},
-                                  .dhcpEnabled = true,
-                                  .dhcpServer = "10.0.0.1",
-                                  .leaseObtained = 1,
-                                  .leaseExpires = 2,
-                                  .received = 1}};
+    scripted::Adapter adapter = {.name = "{eth}", .index = 7, .dhcpEnabled = true, .dhcpServer = "10.0.0.1"};
+    adapter.dnsServers = {"9.9.9.9", "8.8.8.8"};
+    adapter.leaseObtained = adapter.received = 1;
+    adapter.leaseExpires = 2;
+    scripted::system.adapters = {adapter};
 }
 
 // Three hours of the day at hand in the log, and a full month before it.
@@ -85,6 +82,7 @@ std::string LogOne() {
 }
 
 TEST(Faults, Of_the_traffic_log) {
+    // A record is its day and hour, two bytes between, and what it counts.
     const std::string log = "200612.log: ", added = log + "15 9 171 205 7 15 10 171 205 ";
     WalkFaults("log the first traffic of a month", {log + "15 10 1;", "(200612.log: ;)?", log + "15 10 2;", UseNothing},
                LogOne);
@@ -151,14 +149,14 @@ TEST(Faults, Of_the_settings) {
     WalkFaults("load the display settings", {"0;no;no;", "(0|75);(no|yes);(no|yes);"}, LoadDisplay);
     WalkFaults("load the display settings for the first time",
                {"75;yes;yes;TFormat: 1;TIcon: 1;XLocation: 75;",
-                "75;yes;yes;(TFormat: 1;)?(TIcon: 1;)?(XLocation: 75;)?", "(?!)", UseNothing},
+                "75;yes;yes;(TFormat: 1;)?(TIcon: 1;)?(XLocation: 75;)?", "", UseNothing},
                LoadDisplay);
     const std::string program = R"(\Program Files\Ostrik\Quorvane;)";
     const std::string pattern = R"(\\Program Files\\Ostrik\\Quorvane;)";
     WalkFaults("load adapter and folder", {R"(stored;\data;)", R"(\{eth\};\\data;|(stored|\{eth\})?;)" + pattern},
                LoadFolders);
     WalkFaults("load adapter and folder for the first time",
-               {"{eth};" + program + "Adapter: {eth};", R"((\{eth\})?;)" + pattern, "(?!)", UseAdapter}, LoadFolders);
+               {"{eth};" + program + "Adapter: {eth};", R"((\{eth\})?;)" + pattern, "", UseAdapter}, LoadFolders);
     WalkFaults("change the display settings",
                {"TFormat: 1;TIcon: 1;XLocation: 30;", "(TFormat: 1;)?(TIcon: 1;)?(XLocation: 30;)?"}, [] {
                    SaveXLocation(30);
@@ -278,33 +276,32 @@ TEST(Faults, Of_the_network_tools) {
                {"Host (127.0.0.1) is alive;Round Trip Time: 0 ms;MAC Address: 01:02:03:04:05:06;",
                 "(Unknown host: localhost|Error: No ping service|Request timed out.);;;|"
                 "Host .127.0.0.1. is alive;Round Trip Time: 0 ms;;",
-                "(?!)", UseNetwork},
+                "", UseNetwork},
                [] {
                    PingLines lines;
                    PingHost("localhost", 5000, lines);
                    return Told(lines.status, lines.roundTrip, lines.mac);
                });
-    WalkFaults("own address", {"127.0.0.33;yes;", ";(yes|no);", "(?!)", UseNetwork}, [] {
+    WalkFaults("own address", {"127.0.0.33;yes;", ";(yes|no);", "", UseNetwork}, [] {
         char text[kAddressTextBytes];
         MacAddress mac;
         GetCurrentAdapterAddress(text, mac);
         return Told(text, !MacEquals(mac, {}));
     });
-    WalkFaults(
-        "scan",
-        {"yes;HOST-1;yes;no;", "no;no;(told: Cannot get current IP address!;)?|yes;((HOST-1)?;(yes|no);)?(yes|no);",
-         "(?!)", UseNetwork},
-        [] {
-            std::string text = Told(StartScanAskingPort(nullptr, NamesPort()));
-            bool pending = false;
-            for (int i = 0; scanState.table != nullptr && i < kScanHosts; ++i) {
-                HostRecord& host = scanState.table->hosts[i];
-                pending = pending || StatusOf(host) == kHostPending;
-                text += StatusOf(host) == kHostAnswered ? Told(host.name, host.macKnown != 0) : "";
-            }
-            ReleaseScanTable();
-            return text + Told(pending);
-        });
+    WalkFaults("scan",
+               {"yes;HOST-1;yes;no;",
+                "no;no;(told: Cannot get current IP address!;)?|yes;((HOST-1)?;(yes|no);)?(yes|no);", "", UseNetwork},
+               [] {
+                   std::string text = Told(StartScanAskingPort(nullptr, NamesPort()));
+                   bool pending = false;
+                   for (int i = 0; scanState.table != nullptr && i < kScanHosts; ++i) {
+                       HostRecord& host = scanState.table->hosts[i];
+                       pending = pending || StatusOf(host) == kHostPending;
+                       text += StatusOf(host) == kHostAnswered ? Told(host.name, host.macKnown != 0) : "";
+                   }
+                   ReleaseScanTable();
+                   return text + Told(pending);
+               });
 }
 
 std::string Details() {
@@ -314,7 +311,7 @@ std::string Details() {
 }
 
 TEST(Faults, Of_the_adapter_tools) {
-    WalkFaults("choose the adapter", {"yes;{eth};yes;", R"((no|yes);(\{eth\})?;no;)", "(?!)", UseAdapter}, [] {
+    WalkFaults("choose the adapter", {"yes;{eth};yes;", R"((no|yes);(\{eth\})?;no;)", "", UseAdapter}, [] {
         const bool chosen = ChooseAdapter();
         return Told(chosen, itemState.adapterName, itemState.interfaceIndex == 7);
     });
@@ -340,9 +337,9 @@ TEST(Faults, Of_the_adapter_tools) {
                    const DhcpState state = ReadDhcpInfo(info);
                    return Told(state == DhcpState::Ready, info.server, info.obtained, info.expires);
                });
-    const Promise change = {std::to_string(static_cast<int>(LeaseResult::Done)) + ";", "[12];"};
-    WalkFaults("release", change, [] { return Told(static_cast<int>(ChangeLease(LeaseAction::Release))); });
-    WalkFaults("renew", change, [] { return Told(static_cast<int>(ChangeLease(LeaseAction::Renew))); });
+    const Promise done = {"yes;", "no;"};
+    WalkFaults("release", done, [] { return Told(ChangeLease(LeaseAction::Release) == LeaseResult::Done); });
+    WalkFaults("renew", done, [] { return Told(ChangeLease(LeaseAction::Renew) == LeaseResult::Done); });
     // An answer that breaks off counts as far as it came.
     WalkFaults("public address", {"1.1.1.1;0;", "(2.2.2.2|1.1.|none);0;"}, [] {
         scripted::system.internet.answers = {{L"ip1.quorvane.net", {{"1.1.", "1.1"}}},
