@@ -84,11 +84,20 @@ void FeedAccessPoints(Input list) {
     Demand(table.count == count || count == kMostAccessPoints);  // all are known by now
 }
 
+// More than the table holds.
+Bytes FullList() {
+    AccessPointListBuilder full;
+    for (uint8_t i = 0; i <= kMostAccessPoints; ++i) {
+        full.Add("", i, -50);
+    }
+    return full.Value();
+}
+
 const Fuzzer kAccessPoints(
     "access_points", {"wireless/access_points.cpp", "wireless/access_point_texts.cpp"},
     {AccessPointListBuilder().Add("home", 1, -60, 1).Add(std::string(32, 's'), 2, -200, 0, 0).Value(),
      AccessPointListBuilder().Add("long", 1, -60).WithSsidLength(4000000000u).WithCount(9).Value(),
-     AccessPointListBuilder().Add("still", 1, -60).Add("", 2, 0).WithLength(0, 0).Value()},
+     AccessPointListBuilder().Add("still", 1, -60).Add("", 2, 0).WithLength(0, 0).Value(), FullList()},
     FeedAccessPoints);
 
 // The first byte parts the input into the binding and the value that every other question gets.
