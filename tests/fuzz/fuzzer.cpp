@@ -5,12 +5,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "item/item_state.h"
-#include "tests/fakes/scripted_platform.h"
-#include "tests/support/data_folder.h"
-
-Fuzzer::Fuzzer(const char* name, std::vector<const char*> sources, void (*feed)(Input), std::vector<Bytes> seeds)
-    : name(name), sources(std::move(sources)), feed(feed), seeds(std::move(seeds)) {
+Fuzzer::Fuzzer(const char* name, std::vector<const char*> sources, std::vector<Bytes> seeds, void (*feed)(Input))
+    : name(name), sources(std::move(sources)), seeds(std::move(seeds)), feed(feed) {
     Fuzzers().push_back(this);
 }
 
@@ -23,14 +19,6 @@ void Demand(bool holds) {
     if (!holds) {
         std::abort();
     }
-}
-
-void PrepareForFuzzing() {
-    scripted::Reset();
-    ResetSystemForTest();
-    ResetItemState();
-    RefreshScreenSize();
-    UseEmptyDataFolder();
 }
 
 Bytes BytesOf(std::string_view text) {

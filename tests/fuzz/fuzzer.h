@@ -4,7 +4,7 @@
 
 #include <cstdint>
 #include <span>
-#include <string_view>
+#include <string>
 #include <vector>
 
 using Bytes = std::vector<uint8_t>;
@@ -14,19 +14,16 @@ using Input = std::span<const uint8_t>;
 struct Fuzzer {
     const char* name;
     std::vector<const char*> sources;  // where the parser is, for its coverage
-    void (*feed)(Input input);         // ends the program where the parser breaks a promise
     std::vector<Bytes> seeds;          // sound inputs to begin with, and what once was a finding
+    void (*feed)(Input input);         // ends the program where the parser breaks a promise
 
-    Fuzzer(const char* name, std::vector<const char*> sources, void (*feed)(Input), std::vector<Bytes> seeds);
+    Fuzzer(const char* name, std::vector<const char*> sources, std::vector<Bytes> seeds, void (*feed)(Input));
 };
 
 std::vector<const Fuzzer*>& Fuzzers();
 
 // Ends the program unless it holds.
 void Demand(bool holds);
-
-// An empty system and data folder.
-void PrepareForFuzzing();
 
 Bytes BytesOf(std::string_view text);
 std::string_view TextOf(Input input);

@@ -7,39 +7,32 @@
 #include <iostream>
 
 #include "tests/fuzz/fuzzer.h"
+#include "tests/support/data_folder.h"
 
-namespace {
-
-const Fuzzer* chosen = nullptr;
-
-void Describe(const Fuzzer& fuzzer) {
-    const std::filesystem::path folder = std::filesystem::path(std::getenv("QUORVANE_CORPUS")) / fuzzer.name;
-    std::filesystem::create_directories(folder);
-    for (size_t i = 0; i < fuzzer.seeds.size(); ++i) {
-        std::ofstream(folder / ("seed-" + std::to_string(i)), std::ios::binary) << TextOf(fuzzer.seeds[i]);
-    }
-    std::cout << fuzzer.name;
-    for (const char* source : fuzzer.sources) {
-        std::cout << ' ' << source;
-    }
-    std::cout << '\n';
-}
-
-}  // namespace
+static const Fuzzer* chosen = nullptr;
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     const char* name = std::getenv("QUORVANE_FUZZER");
     for (const Fuzzer* fuzzer : Fuzzers()) {
-        if (name == nullptr) {
-            Describe(*fuzzer);
-        } else if (std::string_view(name) == fuzzer->name) {
-            chosen = fuzzer;
+        if (name != nullptr) {
+            chosen = fuzzer->name == std::string(name) ? fuzzer : chosen;
+            continue;
         }
+        const std::filesystem::path folder = std::filesystem::path(std::getenv("QUORVANE_CORPUS")) / fuzzer->name;
+        std::filesystem::create_directories(folder);
+        for (size_t i = 0; i < fuzzer->seeds.size(); ++i) {
+            std::ofstream(folder / ("seed-" + std::to_string(i)), std::ios::binary) << TextOf(fuzzer->seeds[i]);
+        }
+        std::cout << fuzzer->name;
+        for (const char* source : fuzzer->sources) {
+            std::cout << ' ' << source;
+        }
+        std::cout << '\n';
     }
     if (chosen == nullptr) {
         std::exit(0);
     }
-    PrepareForFuzzing();
+    ResetForTest();
     return 0;
 }
 

@@ -7,14 +7,10 @@
 
 namespace {
 
-// Longer seeds are cut and bent at about so many places, evenly.
-constexpr size_t kPlaces = 512;
-
-class Seeds : public testing::TestWithParam<const Fuzzer*> {
-    void SetUp() override { PrepareForFuzzing(); }
-};
+class Seeds : public testing::TestWithParam<const Fuzzer*> {};
 
 TEST_P(Seeds, Are_parsed_whole_cut_and_bent) {
+    constexpr size_t kPlaces = 512;  // longer seeds are cut and bent at about so many places, evenly
     // A copy of its own length, whose end the address sanitizer watches.
     const auto feed = [](Bytes exact) { GetParam()->feed(exact); };
     ASSERT_FALSE(GetParam()->seeds.empty());

@@ -6,22 +6,13 @@
 #include "platform/linux/dhcp_clients.h"
 #include "platform/linux/lease_reports.h"
 #include "platform/linux/lease_text.h"
+#include "tests/unit/helper/lease_texts.h"
 
 using namespace helper;
 using helper_protocol::kNeverExpires;
 using helper_protocol::LeaseState;
 
 namespace {
-
-constexpr uint32_t kExpiry = 1795246441;  // 2026-11-21 07:34:01 UTC
-constexpr const char* kTimes = "renew 6 2026/11/21 07:32:53;\n  expire 6 2026/11/21 07:34:01;\n";
-
-std::string Lease(const std::string& interfaceName, const std::string& server, const std::string& times = kTimes,
-                  const std::string& more = "  option dhcp-lease-time 120;\n") {
-    return "lease {\n  interface \"" + interfaceName + "\";\n  fixed-address 10.77.0.60;\n" + more +
-           "  option dhcp-server-identifier " + server + ";\n  option netbios-name-servers 10.0.0.7,10.0.0.8;\n  " +
-           times + "}\n";
-}
 
 // Server 0 means that the parser found nothing.
 LeaseState Parsed(const std::string& text, const std::string& interfaceName = "eth0") {
@@ -30,29 +21,21 @@ LeaseState Parsed(const std::string& text, const std::string& interfaceName = "e
     return state;
 }
 
-}  // namespace
-
-TEST(DhclientLeases, The_last_lease_of_the_interface_counts) {
-    const std::string text = Lease("eth0", "10.0.0.1") + Lease("eth1", "10.0.0.2") + Lease("eth0", "10.0.0.3") +
-                             Lease("eth1", "10.0.0.4") + Lease("eth10", "10.0.0.5");
-    EXPECT_EQ(0x0A000003u, Parsed(text, "eth0").server);
-    EXPECT_EQ(0x0A000004u, Parsed(text, "eth1").server);
-    EXPECT_FALSE(Parsed(text, "eth").dhcp);
-    EXPECT_EQ((std::vector<std::string>{"eth0", "eth1", "eth10"}), ListDhclientInterfaces(text));
+TEST(DhclientLeases, The_last_whole_lease_of_the_interface_counts) {
+    const std::string leases = Lease("eth0", "10.0.0.1") + Lease("eth1", "10.0.0.4") + Lease("eth10", "10.0.0.5");
+    EXPECT_EQ(0x0A000004u, Parsed(leases, "eth1").server);
+    EXPECT_FALSE(Parsed(leases, "eth").dhcp);
+    EXPECT_EQ((std::vector<std::string>{"eth0", "eth1", "eth10"}), ListDhclientInterfaces(leases));
+    const std::string last = Lease("eth0", "10.0.0.2");
+    for (size_t length = 0; length < last.size(); ++length) {
+        const bool isWhole = length == last.size() - 1;  // only the line end behind "}" is missing
+        EXPECT_EQ(isWhole ? 0x0A000002u : 0x0A000001u, Parsed(leases + last.substr(0, length)).server) << length;
+    }
     // One given back leaves DHCP without a lease.
     const std::string back = Lease("eth0", "10.0.0.1", "renew 6 2026/11/21 07:32:04; expire 6 2026/11/21 07:32:04;");
-    const LeaseState state = Parsed(Lease("eth0", "10.0.0.1") + back);
+    const LeaseState state = Parsed(last + back);
     EXPECT_EQ(std::tuple(true, 0u, 0u), std::tie(state.dhcp, state.server, state.expires));
-    EXPECT_TRUE(ListDhclientInterfaces(Lease("eth0", "10.0.0.1") + back).empty());
-}
-
-TEST(DhclientLeases, A_lease_file_with_a_cut_tail_keeps_the_last_whole_lease) {
-    const std::string first = Lease("eth0", "10.0.0.1");
-    const std::string second = Lease("eth0", "10.0.0.2");
-    for (size_t length = 0; length < second.size(); ++length) {
-        const bool isWhole = length == second.size() - 1;  // only the line end behind "}" is missing
-        EXPECT_EQ(isWhole ? 0x0A000002u : 0x0A000001u, Parsed(first + second.substr(0, length)).server) << length;
-    }
+    EXPECT_TRUE(ListDhclientInterfaces(last + back).empty());
 }
 
 TEST(DhclientLeases, A_lease_ends_at_a_date_at_an_epoch_or_never) {
@@ -78,7 +61,7 @@ TEST(DhclientLeases, A_lease_ends_at_a_date_at_an_epoch_or_never) {
 
 TEST(DhclientLeases, Quotes_comments_and_other_blocks_do_not_confuse) {
     const std::string odd = "default-duid \"\\000\\001;}\\\"{\";\n# lease { interface \"eth0\"; }\n" +
-                            Lease("eth0", "10.0.0.1", kTimes, "  option domain-name \"a;}\\\"b { lease\";\n") +
+                            Lease("eth0", "10.0.0.1") +
                             "lease6 {\n interface \"eth0\";\n ia-na 1 { iaaddr ::1 { starts 1; } } \n}\n";
     EXPECT_EQ(0x0A000001u, Parsed(odd).server);
     const LeaseState nested = Parsed("lease { interface \"eth0\"; inner { interface \"eth1\"; expire never; } }");
@@ -88,21 +71,9 @@ TEST(DhclientLeases, Quotes_comments_and_other_blocks_do_not_confuse) {
 
 TEST(LeaseReports, Each_clients_report_gives_the_same_lease) {
     LeaseState states[4] = {Parsed(Lease("eth0", "10.0.0.1"))};
-    ASSERT_TRUE(
-        ParseDhcpcdReport("reason=BOUND\nip_address='10.0.0.5'\ndhcp_server_identifier='10.0.0.1'\n"
-                          "dhcp_lease_time='120'\nnetbios_name_servers='10.0.0.7 10.0.0.8'\n",
-                          kExpiry - 120, states[1]));
-    ASSERT_TRUE(
-        ParseNetworkManagerReport("DHCP4.OPTION[1]:dhcp_lease_time = 120\n"
-                                  "DHCP4.OPTION[2]:dhcp_server_identifier = 10.0.0.1\n"
-                                  "DHCP4.OPTION[3]:expiry = 1795246441\nDHCP4.OPTION[4]:ip_address = 10.0.0.5\n"
-                                  "DHCP4.OPTION[5]:dhcp_client_identifier = 01\\:02\\:03\n"
-                                  "DHCP4.OPTION[16]:netbios_name_servers = 10.0.0.7 10.0.0.8\n",
-                                  states[2]));
-    ASSERT_TRUE(
-        ParseNetworkdLease("# This is private data. Do not parse.\nADDRESS=10.0.0.5\n"
-                           "SERVER_ADDRESS=10.0.0.1\nLIFETIME=120\nDNS=10.0.0.1 10.0.0.2",
-                           kExpiry - 120, states[3]));
+    ASSERT_TRUE(ParseDhcpcdReport(kDhcpcdReport, kExpiry - 120, states[1]));
+    ASSERT_TRUE(ParseNetworkManagerReport(kNetworkManagerReport, states[2]));
+    ASSERT_TRUE(ParseNetworkdLease(kNetworkdLease, kExpiry - 120, states[3]));
     for (const LeaseState& state : states) {
         const bool hasWins = &state != &states[3];
         EXPECT_EQ(std::tuple(true, 0x0A000001u, kExpiry - 120, kExpiry),
@@ -115,7 +86,7 @@ TEST(LeaseReports, Each_clients_report_gives_the_same_lease) {
 TEST(LeaseReports, One_without_an_address_is_no_lease_and_one_without_end_never_expires) {
     LeaseState state;
     EXPECT_FALSE(ParseDhcpcdReport("reason=STOP\ninterface=eth0\n", 1, state));
-    ASSERT_TRUE(ParseDhcpcdReport("ip_address='10.0.0.5'\ndhcp_lease_time='120'\n", 0, state));
+    ASSERT_TRUE(ParseDhcpcdReport(kDhcpcdReport, 0, state));
     EXPECT_EQ(0u, state.expires) << "its start is not known";
     EXPECT_FALSE(ParseNetworkdLease("ADDRESS=10.0.0\nLIFETIME=3600", 1, state));
     EXPECT_FALSE(ParseNetworkManagerReport("ip_address = 10.0.0.5\n", state));
@@ -136,29 +107,29 @@ TEST(LeaseText, Only_four_octets_make_an_address) {
 
 TEST(DhcpClients, An_interfaces_client_is_found_among_the_processes) {
     using enum DhcpClientKind;
-    const std::vector<DhcpClientKind> none;
-    const std::pair<std::vector<std::string>, std::vector<DhcpClientKind>> rows[] = {
+    using Kinds = std::vector<DhcpClientKind>;
+    const std::pair<std::vector<std::string>, Kinds> rows[] = {
         {{"dhclient", "-lf", "/nowhere", "eth0"}, {kDhclient}},
-        {{"dhclient", "-6", "eth0"}, none},
-        {{"dhclient", "eth1"}, none},
-        {{"dhclient", "-lf", "/nowhere"}, none},  // it may run all interfaces, but no lease says that it runs this one
+        {{"dhclient", "-6", "eth0"}, {}},
+        {{"dhclient", "eth1"}, {}},
+        {{"dhclient", "-lf", "/nowhere"}, {}},  // it may run all interfaces, but no lease says that it runs this one
         {{"udhcpc", "-i", "eth0", "-b"}, {kUdhcpc}},
         {{"/bin/busybox", "udhcpc", "-ieth0"}, {kUdhcpc}},
         {{"busybox", "udhcpc"}, {kUdhcpc}},
-        {{"udhcpc", "--interface", "eth1"}, none},
-        {{"busybox", "ash", "eth0"}, none},
+        {{"udhcpc", "--interface", "eth1"}, {}},
+        {{"busybox", "ash", "eth0"}, {}},
         {{"dhcpcd: eth0 [ip4] [ip6]", "", ""}, {kDhcpcd}},
-        {{"dhcpcd: eth01 [ip4]"}, none},
+        {{"dhcpcd: eth01 [ip4]"}, {}},
         {{"dhcpcd: [manager] [ip4] [ip6]"}, {kDhcpcd}},
         {{"dhcpcd: [privileged proxy] eth0 [ip4]"}, {kDhcpcd}},
-        {{"dhcpcd: [privileged proxy] eth1 [ip4]"}, none},
-        {{"dhcpcd: [BPF ARP] eth0 10.0.0.5"}, none},
+        {{"dhcpcd: [privileged proxy] eth1 [ip4]"}, {}},
+        {{"dhcpcd: [BPF ARP] eth0 10.0.0.5"}, {}},
         {{"/lib/systemd/systemd-networkd"}, {kNetworkd}},
         {{"/usr/sbin/NetworkManager", "--no-daemon"}, {kNetworkManager}},
-        {{"vi", "dhclient", "eth0"}, none},
+        {{"vi", "dhclient", "eth0"}, {}},
     };
     const auto kindsOf = [](const std::vector<Process>& processes) {
-        std::vector<DhcpClientKind> kinds;
+        Kinds kinds;
         for (const DhcpClient& client : FindDhcpClients("eth0", processes)) {
             kinds.push_back(client.kind);
         }
@@ -170,7 +141,7 @@ TEST(DhcpClients, An_interfaces_client_is_found_among_the_processes) {
         all.insert(all.begin(), {1, words});
     }
     // One of each kind, those that run the interface for certain first.
-    EXPECT_EQ((std::vector{kDhclient, kUdhcpc, kNetworkd, kDhcpcd, kNetworkManager}), kindsOf(all));
+    EXPECT_EQ((Kinds{kDhclient, kUdhcpc, kNetworkd, kDhcpcd, kNetworkManager}), kindsOf(all));
 }
 
 TEST(DhclientInvocation, A_running_client_can_be_run_again_with_its_files) {
@@ -186,3 +157,5 @@ TEST(DhclientInvocation, A_running_client_can_be_run_again_with_its_files) {
     EXPECT_TRUE(invocation.forNetworkManager && invocation.interfaces.empty());
     EXPECT_FALSE(ParseDhclientInvocation({"dhclient-script", "eth0"}, invocation));
 }
+
+}  // namespace

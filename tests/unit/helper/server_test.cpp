@@ -6,34 +6,34 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 
-#include <string>
-#include <vector>
-
 #include "platform/linux/command.h"
 #include "platform/linux/connection.h"
 #include "platform/linux/server.h"
 #include "platform/linux/system_files.h"
+#include "tests/unit/helper/messages.h"
 
 using namespace helper;
 using namespace helper_protocol;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-Bytes operator+(Bytes left, const Bytes& right) {
-    left.insert(left.end(), right.begin(), right.end());
-    return left;
+ScopedDescriptor Connect(uint16_t port, const Bytes& firstBytes = {}) {
+    ScopedDescriptor client(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const sockaddr_in address{AF_INET, htons(port), {htonl(INADDR_LOOPBACK)}, {}};
+    if (connect(client.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
+        return ScopedDescriptor();
+    }
+    send(client.Get(), firstBytes.data(), firstBytes.size(), MSG_NOSIGNAL);
+    return client;
 }
 
 // A running helper that watches a process of the test.
-struct Program {
-    pid_t watched = 0;
+struct HelperServer : testing::Test {
+    pid_t watched = fork();
     uint16_t port = 0;
     std::string token;
 
-    Program() {
-        watched = fork();
+    HelperServer() {
         if (watched == 0) {
             pause();
             _exit(0);
@@ -44,51 +44,16 @@ struct Program {
         port = static_cast<uint16_t>(std::stoi(output.substr(output.find("PORT=") + 5)));
         token = output.substr(output.find("TOKEN=") + 6, kTokenDigits);
     }
-    ~Program() { EndWatched(); }
-
-    void EndWatched() {
-        if (watched != 0) {
-            kill(watched, SIGKILL);
-            waitpid(watched, nullptr, 0);
-            watched = 0;
-        }
+    ~HelperServer() override {
+        kill(watched, SIGKILL);
+        waitpid(watched, nullptr, 0);
     }
+
+    // One that opened with the token.
+    ScopedDescriptor Friend(const Bytes& request = {}) const { return Connect(port, Opening(token) + request); }
 };
 
-ScopedDescriptor Connect(uint16_t port) {
-    ScopedDescriptor client(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(port);
-    const bool isConnected = connect(client.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)) == 0;
-    return isConnected ? std::move(client) : ScopedDescriptor();
-}
-
-ScopedDescriptor ConnectAndSend(uint16_t port, const Bytes& bytes) {
-    ScopedDescriptor client = Connect(port);
-    send(client.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    return client;
-}
-
-Bytes Opening(const std::string& token) {
-    Bytes opening(kOpeningBytes);
-    EncodeOpening(opening, token);
-    return opening;
-}
-
-// One that opened with the token.
-ScopedDescriptor Friend(const Program& program) {
-    return ConnectAndSend(program.port, Opening(program.token));
-}
-
-Bytes Encoded(RequestKind kind, std::string_view interfaceName = "lo") {
-    Bytes message(100);
-    message.resize(EncodeRequest(message, 1, {kind, interfaceName, 0, 0, {}}));
-    return message;
-}
-
-const Bytes kLeaseRequest = Encoded(RequestKind::kLeaseState);
+const Bytes kLeaseRequest = RequestMessage({RequestKind::kLeaseState, "lo", 0, 0, {}});
 constexpr size_t kLeaseAnswerBytes = kHeaderBytes + 4 + 21;
 
 // Whether so many lease requests at once get all their answers.
@@ -109,35 +74,33 @@ bool IsClosedSilently(const ScopedDescriptor& client, int timeoutMs = 3000) {
     return poll(&wait, 1, timeoutMs) == 1 && recv(client.Get(), &byte, 1, 0) <= 0;
 }
 
-}  // namespace
+Bytes WithByte(Bytes message, size_t at, uint8_t value) {
+    message[at] = value;
+    return message;
+}
 
-TEST(HelperServer, The_token_opens_and_anything_else_ends_the_connection_without_an_answer) {
-    const Program program;
-    const ScopedDescriptor good = Friend(program);
+TEST_F(HelperServer, The_token_opens_and_anything_else_ends_the_connection_without_an_answer) {
+    const ScopedDescriptor good = Friend();
     EXPECT_TRUE(AnswersLease(good, 3));
-    const Bytes opening = Opening(program.token);
-    Bytes wrong = opening;
-    wrong.back() ^= 1;
-    Bytes version = opening;
-    version[4] = 99;
-    Bytes oversized = kLeaseRequest;
-    oversized[2] = 2;  // 131,072 bytes
-    Bytes unknown = kLeaseRequest;
-    unknown[6] = 77;
-    for (const Bytes& refused :
-         {wrong + kLeaseRequest, version + kLeaseRequest, Bytes(kOpeningBytes, 'G'), opening + oversized,
-          opening + unknown, opening + Encoded(RequestKind::kRelease, "-r")}) {
-        EXPECT_TRUE(IsClosedSilently(ConnectAndSend(program.port, refused)));
+    const Bytes opening = Opening(token);
+    const Bytes refused[] = {
+        WithByte(opening, kOpeningBytes - 1, opening.back() ^ 1) + kLeaseRequest,
+        WithByte(opening, 4, 99) + kLeaseRequest,  // version
+        Bytes(kOpeningBytes, 'G'),
+        opening + WithByte(kLeaseRequest, 2, 2),   // 131,072 bytes
+        opening + WithByte(kLeaseRequest, 6, 77),  // kind
+        opening + RequestMessage({RequestKind::kRelease, "-r", 0, 0, {}}),
+    };
+    for (const Bytes& bytes : refused) {
+        EXPECT_TRUE(IsClosedSilently(Connect(port, bytes)));
     }
     EXPECT_TRUE(AnswersLease(good));
 }
 
-TEST(HelperServer, A_client_that_says_nothing_or_half_a_message_is_dropped_and_holds_nobody_up) {
-    const Program program;
-    const ScopedDescriptor silent = Connect(program.port);
-    const ScopedDescriptor half =
-        ConnectAndSend(program.port, Opening(program.token) + Bytes(kLeaseRequest.begin(), kLeaseRequest.begin() + 13));
-    const ScopedDescriptor idle = Friend(program);
+TEST_F(HelperServer, A_client_that_says_nothing_or_half_a_message_is_dropped_and_holds_nobody_up) {
+    const ScopedDescriptor silent = Connect(port);
+    const ScopedDescriptor half = Friend(Bytes(kLeaseRequest.begin(), kLeaseRequest.begin() + 13));
+    const ScopedDescriptor idle = Friend();
     const long long start = NowMs();
     EXPECT_TRUE(AnswersLease(idle));
     EXPECT_LT(NowMs() - start, 500);
@@ -147,26 +110,25 @@ TEST(HelperServer, A_client_that_says_nothing_or_half_a_message_is_dropped_and_h
     EXPECT_TRUE(AnswersLease(idle));  // silence between messages is nobody's fault
 }
 
-TEST(HelperServer, Many_strangers_do_not_keep_a_friend_out) {
-    const Program program;
+TEST_F(HelperServer, Many_strangers_do_not_keep_a_friend_out) {
     std::vector<ScopedDescriptor> strangers, friends;
     for (size_t i = 0; i < 2 * kMaxConnections; ++i) {
-        strangers.push_back(Connect(program.port));
+        strangers.push_back(Connect(port));
     }
     for (size_t i = 0; i < kMaxConnections; ++i) {
-        friends.push_back(Friend(program));
+        friends.push_back(Friend());
         EXPECT_TRUE(AnswersLease(friends.back())) << i;
     }
-    EXPECT_TRUE(IsClosedSilently(Connect(program.port)));
+    EXPECT_TRUE(IsClosedSilently(Connect(port)));
+    EXPECT_TRUE(AnswersLease(friends.front()));
     friends.erase(friends.begin());
     poll(nullptr, 0, 100);
-    EXPECT_TRUE(AnswersLease(Friend(program)));
+    EXPECT_TRUE(AnswersLease(Friend()));
 }
 
-TEST(HelperServer, A_client_that_takes_no_answers_is_dropped) {
-    const Program program;
-    const ScopedDescriptor client = Friend(program);
-    const Bytes message = Encoded(RequestKind::kRadioSet);
+TEST_F(HelperServer, A_client_that_takes_no_answers_is_dropped) {
+    const ScopedDescriptor client = Friend();
+    const Bytes message = RequestMessage({RequestKind::kRadioSet, "lo", 0, 0, {}});
     const long long start = NowMs();
     // Requests until the server has stopped reading them, then until it gives the connection up.
     while (send(client.Get(), message.data(), message.size(), MSG_NOSIGNAL | MSG_DONTWAIT) > 0 || errno == EAGAIN) {
@@ -174,27 +136,26 @@ TEST(HelperServer, A_client_that_takes_no_answers_is_dropped) {
         poll(nullptr, 0, errno == EAGAIN ? 50 : 0);
         errno = 0;
     }
-    EXPECT_TRUE(AnswersLease(Friend(program)));
+    EXPECT_TRUE(AnswersLease(Friend()));
 }
 
-TEST(HelperServer, It_ends_with_the_process_it_watches) {
-    Program program;
-    const ScopedDescriptor client = Friend(program);
+TEST_F(HelperServer, It_ends_with_the_process_it_watches) {
+    const ScopedDescriptor client = Friend();
     EXPECT_TRUE(AnswersLease(client));
-    program.EndWatched();
+    kill(watched, SIGKILL);
     EXPECT_TRUE(IsClosedSilently(client));
     // Its sockets close one after the other while it ends.
     const long long start = NowMs();
-    while (Connect(program.port).IsOpen() && NowMs() - start < 5000) {
+    while (Connect(port).IsOpen() && NowMs() - start < 5000) {
         poll(nullptr, 0, 10);
     }
-    EXPECT_FALSE(Connect(program.port).IsOpen());
+    EXPECT_FALSE(Connect(port).IsOpen());
 }
 
 TEST(HelperProgram, It_takes_a_token_writes_its_port_and_refuses_what_it_does_not_know) {
     const std::string self = std::to_string(getpid());
     const std::string file = testing::TempDir() + "quorvane-port-" + self;
-    const std::string token = "00112233445566778899aabbccddeeff";
+    const std::string token = kToken;
     const CommandResult started = RunCommand({"env", "QUORVANE_HELPER_TOKEN=" + token, QUORVANE_HELPER_PROGRAM,
                                               "--background", "--watch-pid", self, "--port-file", file},
                                              5000);
@@ -203,7 +164,7 @@ TEST(HelperProgram, It_takes_a_token_writes_its_port_and_refuses_what_it_does_no
     unlink(file.c_str());
     EXPECT_EQ("export QUORVANE_HELPER_PORT=" + port.text + "export QUORVANE_HELPER_TOKEN=" + token + "\n",
               started.output);
-    EXPECT_TRUE(AnswersLease(ConnectAndSend(static_cast<uint16_t>(std::stoi(port.text)), Opening(token))));
+    EXPECT_TRUE(AnswersLease(Connect(static_cast<uint16_t>(std::stoi(port.text)), Opening(token))));
     for (const char* pid : {"", "x", "999999999"}) {
         const CommandResult refused = RunCommand({QUORVANE_HELPER_PROGRAM, "--watch-pid", pid}, 5000);
         EXPECT_EQ(std::pair(1, std::string()), std::pair(refused.exitCode, refused.output));
@@ -222,3 +183,5 @@ TEST(Command, Time_output_and_success_are_bounded_and_told) {
     EXPECT_EQ(0, RunCommand({"sh", "-c", "setsid sleep 2 & exit 0"}, 1500).exitCode);
     EXPECT_LT(NowMs() - start, 1500);
 }
+
+}  // namespace
