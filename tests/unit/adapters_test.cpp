@@ -19,15 +19,6 @@ AdapterDetails DetailsOf(const scripted::Adapter& adapter, bool landscape = fals
     return details;
 }
 
-std::wstring Properties() {
-    AdapterProperty properties[kMostAdapterProperties];
-    std::wstring texts;
-    for (int i = 0; i < ReadAdapterProperties(properties); ++i) {
-        texts += properties[i].item + std::wstring(L"=") + properties[i].value + L";";
-    }
-    return texts;
-}
-
 TEST(AdapterDetails, Servers_stand_apart_on_portrait_and_joined_on_landscape) {
     const std::tuple<std::vector<std::string>, std::string, bool, const wchar_t*> rows[] = {
         {{}, "", false, L"||1.1.1.1|"},
@@ -41,45 +32,43 @@ TEST(AdapterDetails, Servers_stand_apart_on_portrait_and_joined_on_landscape) {
     }
 }
 
-TEST(AdapterDetails, Hardware_addresses_of_any_length_speeds_and_properties_that_repeat_the_row_before) {
-    const std::tuple<scripted::Adapter, const wchar_t*, const wchar_t*> rows[] = {
-        {{.description = "", .hardwareAddress = {}, .speed = 999999},
-         L"Adapter - {00000001-0000-0000-0000-000000000001}|192.168.7.33|999999 bps",
-         L"Type=ethernet;Speed=999999 bps;IP Address=192.168.7.33;MAC Address=192.168.7.33;DHCP Server=192.168.7.33;"},
-        {{.hardwareAddress = {0x7F}, .speed = 1000000},
-         L"Adapter - Test adapter|7F|1 Mbps",
-         L"Adapter=Test adapter;Type=ethernet;Speed=1 Mbps;IP Address=192.168.7.33;MAC Address=7F;DHCP Server=7F;"},
-        {{.hardwareAddress = {1, 2, 3, 4, 5, 6, 7, 0xFF}, .dhcpEnabled = true, .dhcpServer = "10.0.0.1", .speed = ~0U},
-         L"Adapter - Test adapter|01:02:03:04:05:06:07:FF|4294 Mbps",
-         L"Adapter=Test adapter;Type=ethernet;Speed=4294 Mbps;IP Address=192.168.7.33;"
-         L"MAC Address=01:02:03:04:05:06:07:FF;DHCP Server=10.0.0.1;"},
-        {{.type = 71}, L"||", L""},
-    };
-    for (const auto& [adapter, texts, properties] : rows) {
-        wcscpy(itemState.adapterName, L"monitored");
-        const AdapterDetails details = DetailsOf(adapter);
-        EXPECT_EQ(Joined({details.title, details.hardwareAddress, details.speed}), texts);
-        EXPECT_EQ(Properties(), properties);
+TEST(AdapterDetails, Hardware_addresses_of_any_length_speeds_and_types) {
+    const std::tuple<std::vector<uint8_t>, uint32_t, const wchar_t*> rows[] = {
+        {{}, 999999, L"192.168.7.33|999999 bps"},  // repeats the address
+        {{0, 0xA}, 1000000, L"00:0A|1 Mbps"},
+        {{1, 2, 3, 4, 5, 6, 7, 0xFF}, 0xFFFFFFFF, L"01:02:03:04:05:06:07:FF|4294 Mbps"}};
+    for (const auto& [bytes, speed, texts] : rows) {
+        const AdapterDetails details = DetailsOf({.hardwareAddress = bytes, .speed = speed});
+        EXPECT_EQ(Joined({details.hardwareAddress, details.speed}), texts);
     }
-    const std::pair<uint32_t, const wchar_t*> types[] = {{0, L""},           {1, L"other"}, {6, L"ethernet"},
-                                                         {9, L"token ring"}, {15, L"fddi"}, {23, L"ppp"},
-                                                         {24, L"loopback"},  {28, L"slip"}, {71, L""}};
-    for (const auto& [type, text] : types) {
-        EXPECT_STREQ(InterfaceTypeName(type), text);
-    }
+    EXPECT_EQ(Each(InterfaceTypeName, {0U, 1U, 6U, 9U, 15U, 23U, 24U, 28U, 71U}),
+              L"|other|ethernet|token ring|fddi|ppp|loopback|slip|");
 }
 
 TEST(AdapterDetails, The_first_ethernet_adapter_becomes_the_monitored_one_but_not_the_stored_one) {
     WriteStringSetting(L"Adapter", L"{wifi}", 7);
     wcscpy(itemState.adapterName, L"{wifi}");
-    scripted::system.adapters = {{.name = "{tun}", .type = 1}, {.name = "{eth}", .index = 2}, {.name = "{wifi}"}};
+    scripted::system.adapters = {
+        {.name = "{tun}", .type = 1}, {.name = "{eth}", .description = "", .index = 2}, {.name = "{wifi}"}};
     AdapterDetails details;
     ReadAdapterDetails(false, details);
     wchar_t stored[16] = {};
     ReadStringSetting(L"Adapter", stored);
-    EXPECT_EQ(Joined({itemState.adapterName, stored}), L"{eth}|{wifi}");
+    EXPECT_EQ(Joined({details.title, itemState.adapterName, stored}), L"Adapter - {eth}|{eth}|{wifi}");
     itemState.adapterName[0] = 0;
     EXPECT_STREQ(DetailsOf({.type = 1}).title, L"No adapter is available.");
+}
+
+TEST(AdapterProperties, Repeat_the_row_before_where_there_is_nothing_to_say) {
+    scripted::system.adapters = {{.description = "", .hardwareAddress = {}, .speed = 999999}};
+    AdapterProperty rows[kMostAdapterProperties];
+    std::wstring texts;
+    for (const AdapterProperty& row : std::span(rows).first(static_cast<size_t>(ReadAdapterProperties(rows)))) {
+        texts += Joined({row.item, row.value}) + L" ";
+    }
+    EXPECT_EQ(texts,
+              L"Type|ethernet Speed|999999 bps IP Address|192.168.7.33 MAC Address|192.168.7.33 "
+              L"DHCP Server|192.168.7.33 ");
 }
 
 TEST(DhcpInfo, The_last_adapter_run_by_dhcp_wins_whatever_its_type_and_has_no_times_without_an_address) {
@@ -112,35 +101,29 @@ TEST(ChangeLease, Asks_for_the_monitored_adapter_whose_whole_name_matches) {
 }
 
 TEST(LeaseTime, Names_the_days_with_and_the_months_without_a_full_stop) {
-    std::wstring names;
-    for (WORD i = 0; i < 12; ++i) {
+    const auto names = [](int number) {
         wchar_t text[kLeaseTimeUnits];
-        FormatLeaseTime({2006, static_cast<WORD>(i + 1), static_cast<WORD>(i % 7), 1, 0, 0, 0, 0}, text);
-        names += std::wstring(text, 8);
-    }
-    EXPECT_EQ(names,
-              L"Sun. JanMon. FebTue. MarWed. AprThu. MayFri. JunSat. JulSun. AugMon. SepTue. OctWed. NovThu. Dec");
+        FormatLeaseTime({2006, static_cast<WORD>(number), static_cast<WORD>(number % 7), 1, 0, 0, 0, 0}, text);
+        return std::wstring(text, 8);
+    };
+    EXPECT_EQ(
+        Each(names, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}),
+        L"Mon. Jan|Tue. Feb|Wed. Mar|Thu. Apr|Fri. May|Sat. Jun|Sun. Jul|Mon. Aug|Tue. Sep|Wed. Oct|Thu. Nov|Fri. Dec");
 }
 
 TEST(PublicIp, Is_digits_and_points_up_to_the_end_or_a_line_end) {
     using namespace std::string_literals;
-    const std::tuple<std::string, bool, const wchar_t*> rows[] = {
-        {"203.0.113.7\nxyz", true, L"203.0.113.7"},
-        {"203.0.113.7 ", false, L"203.0.113.7 "},
-        {"....", true, L"...."},
-        {"\r\n", true, L""},
-        {"12345678901234567890", true, L"12345678901234567890"},
-        {"123456789012345678901", false, L"before"},
-        {"203.0.113.7\r\n         ", false, L"before"},  // 22 characters, though the address comes first
-        {"", false, L"before"},
-        {"\0garbage of any length follows here"s, true, L""},
-        {"1\xFF", false, L"1\u00FF"},
-    };
-    for (const auto& [body, found, expected] : rows) {
+    const auto parsed = [](const std::string& body) {
         wchar_t address[kPublicIpUnits] = L"before";
-        EXPECT_EQ(ParseEchoBody(body, address), found) << body;
-        EXPECT_STREQ(address, expected);
-    }
+        const bool found = ParseEchoBody(body, address);
+        return (found ? L"yes " : L"no ") + std::wstring(address);
+    };
+    EXPECT_EQ(
+        Each(parsed, {"203.0.113.7\nxyz"s, "203.0.113.7 "s, "...."s, "\r\n"s, "\0garbage of any length"s, "1\xFF"s}),
+        L"yes 203.0.113.7|no 203.0.113.7 |yes ....|yes |yes |no 1\u00FF");
+    // 20 characters are the most, also where the address comes first.
+    EXPECT_EQ(Each(parsed, {""s, "12345678901234567890"s, "123456789012345678901"s, "203.0.113.7\r\n         "s}),
+              L"no before|yes 12345678901234567890|no before|no before");
 }
 
 TEST(PublicIp, Is_asked_past_every_cache_directly_or_through_a_proxy_and_of_the_fallback_when_the_first_gave_nothing) {

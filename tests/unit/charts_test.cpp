@@ -77,19 +77,18 @@ std::wstring LiveLines() {
 
 TEST(LiveGraph, Heights_are_cut_percentages_of_the_scale) {
     EXPECT_EQ(LiveLines(), L"none") << "without samples";
-    const std::tuple<uint32_t, uint32_t, const wchar_t*> rows[] = {
-        {0, 0, L"1.0KB "},
-        {0, 512, L"1.0KB R168:50 "},
-        {1023, 10, L"1.0KB T168:99 "},
-        {1023, 11, L"1.0KB T168:99 R168:1 "},
-        {1024, 103, L"10KB T168:10 R168:1 "},
-        {300, 700, L"1.0KB R168:68 T168:29 "},
-        {700, 700, L"1.0KB T168:68 R168:68 "},
-        {12000000, 10240000, L">10MB T168:1 R168:1 "},
-        {42949672, 1, L">10MB T168:4 "},
-        {42949673, 42949672, L">10MB R168:4 "},  // the first product wraps to 4: drawn first, but with no height
-        {0xFFFFFFFF, 85899346, L">10MB T168:4 "},
-    };
+    // The product of the last but one wraps to 4: it is drawn first, but has no height.
+    const std::tuple<uint32_t, uint32_t, const wchar_t*> rows[] = {{0, 0, L"1.0KB "},
+                                                                   {0, 512, L"1.0KB R168:50 "},
+                                                                   {1023, 10, L"1.0KB T168:99 "},
+                                                                   {1023, 11, L"1.0KB T168:99 R168:1 "},
+                                                                   {1024, 103, L"10KB T168:10 R168:1 "},
+                                                                   {300, 700, L"1.0KB R168:68 T168:29 "},
+                                                                   {700, 700, L"1.0KB T168:68 R168:68 "},
+                                                                   {12000000, 10240000, L">10MB T168:1 R168:1 "},
+                                                                   {42949672, 1, L">10MB T168:4 "},
+                                                                   {42949673, 42949672, L">10MB R168:4 "},
+                                                                   {0xFFFFFFFF, 85899346, L">10MB T168:4 "}};
     for (const auto& [transmitted, received, lines] : rows) {
         itemState.sampleCount = 1;
         itemState.ringIndex = 0;
@@ -196,68 +195,61 @@ TEST(UsageTable, Eight_rows_make_a_page_and_hours_are_labelled_in_the_chosen_for
     EXPECT_EQ(TextsOf(hours), L"11:00 0.00KB 0 0.00KB 12:00 0 0.00KB 0.00KB 13:00 0.00KB 0 0.00KB 1/1 ");
 }
 
-TEST(UsageView, The_page_goes_back_on_hours_and_on_a_new_date_of_a_table_only) {
-    UsageView view = TableWithRows(31);
-    const auto pageAfter = [&](UsageAction expected, UsageAction action) {
-        EXPECT_EQ(action, expected);
-        return std::exchange(view.page, 2);
-    };
-    view.page = 2;
-    EXPECT_EQ(pageAfter(UsageAction::Nothing, ChangeDate(view, view.date)), 2);
-    EXPECT_EQ(pageAfter(UsageAction::Nothing, ChangeMode(view, view.mode)), 2);
-    EXPECT_EQ(pageAfter(UsageAction::Repaint, ChangeDate(view, {2006, 12, 6})), 0);
-    EXPECT_EQ(pageAfter(UsageAction::Repaint, ChangeMode(view, UsageMode::Hourly)), 0);
-    EXPECT_EQ(pageAfter(UsageAction::Repaint, ChangeMode(view, UsageMode::Daily)), 2);
-    view.style = UsageStyle::Chart;
-    EXPECT_EQ(pageAfter(UsageAction::Repaint, ChangeDate(view, {2005, 12, 6})), 2);
-}
-
-// What becomes of a table on page 1 of 3: export, chart, page 0, page 2 or nothing.
-std::string ResultOfTap(int x, int y) {
-    UsageView view = TableWithRows(20);
-    view.page = 1;
-    const UsageAction action = TapUsage(view, x, y);
-    const bool isChart = view.style == UsageStyle::Chart;
-    EXPECT_EQ(action == UsageAction::Repaint, isChart || view.page != 1);
-    return action == UsageAction::OpenExport ? "export"
-           : isChart                         ? "chart"
-           : view.page != 1                  ? "page " + std::to_string(view.page)
-                                             : "nothing";
+// Page and style of the view, and what is to be done.
+std::string After(UsageAction action, const UsageView& view) {
+    return std::to_string(view.page) + (view.style == UsageStyle::Chart ? " chart" : " table") +
+           (action == UsageAction::Nothing   ? ""
+            : action == UsageAction::Repaint ? ", repaint"
+                                             : ", export");
 }
 
 TEST(UsageView, Taps_at_the_bounds_of_every_region) {
     const std::tuple<SIZE, RECT, const char*> regions[] = {
-        {kPortrait, {73, 43, 98, 68}, "chart"},         {kPortrait, {157, 43, 182, 68}, "export"},
-        {kPortrait, {176, 206, 193, 215}, "page 0"},    {kPortrait, {150, 206, 167, 215}, "page 2"},
-        {kLandscape, {231, 107, 255, 120}, "page 0"},   {kLandscape, {208, 107, 230, 120}, "page 2"},
-        {kHiRes, {146, 86, 196, 136}, "chart"},         {kHiRes, {352, 412, 386, 430}, "page 0"},
-        {kHiResSquare, {462, 214, 510, 240}, "page 0"},
+        {kPortrait, {73, 43, 98, 68}, "1 chart, repaint"},
+        {kPortrait, {157, 43, 182, 68}, "1 table, export"},
+        {kPortrait, {176, 206, 193, 215}, "0 table, repaint"},
+        {kPortrait, {150, 206, 167, 215}, "2 table, repaint"},
+        {kLandscape, {231, 107, 255, 120}, "0 table, repaint"},
+        {kLandscape, {208, 107, 230, 120}, "2 table, repaint"},
+        {kHiRes, {352, 412, 386, 430}, "0 table, repaint"},
+        {kHiResSquare, {462, 214, 510, 240}, "0 table, repaint"},
+    };
+    const auto tap = [](int x, int y) {
+        UsageView view = TableWithRows(20);
+        view.page = 1;
+        return After(TapUsage(view, x, y), view);
     };
     for (const auto& [screen, area, result] : regions) {
         UseScreen(screen);
-        EXPECT_EQ(ResultOfTap(area.left, area.top), result) << screen.cx;
-        EXPECT_EQ(ResultOfTap(area.right, area.bottom), result) << screen.cx;
-        EXPECT_NE(ResultOfTap(area.left - 1, area.top), result) << screen.cx;
-        EXPECT_NE(ResultOfTap(area.right + 1, area.bottom), result) << screen.cx;
-        EXPECT_EQ(ResultOfTap(area.left, area.top - 1), "nothing") << screen.cx << result;
-        EXPECT_EQ(ResultOfTap(area.right, area.bottom + 1), "nothing") << screen.cx << result;
+        EXPECT_EQ(tap(area.left, area.top), result) << screen.cx;
+        EXPECT_EQ(tap(area.right, area.bottom), result) << screen.cx;
+        EXPECT_NE(tap(area.left - 1, area.top), result) << screen.cx;
+        EXPECT_NE(tap(area.right + 1, area.bottom), result) << screen.cx;
+        EXPECT_EQ(tap(area.left, area.top - 1), "1 table") << screen.cx << result;
+        EXPECT_EQ(tap(area.right, area.bottom + 1), "1 table") << screen.cx << result;
     }
 }
 
-TEST(UsageView, Pages_end_where_the_rows_end_and_turn_under_the_chart_too) {
+// Back on hours, on a new date of a table, and when the table is chosen.
+TEST(UsageView, Pages_end_with_the_rows_turn_under_the_chart_too_and_go_back) {
     UseScreen(kPortrait);
-    for (const auto& [rows, lastPage] : {std::pair{0, 0}, {8, 0}, {9, 1}, {16, 1}, {31, 3}}) {
-        UsageView view = TableWithRows(rows);
-        view.style = UsageStyle::Chart;
-        for (int i = 0; i < 5; ++i) {
-            TapUsage(view, 150, 210);
-        }
-        EXPECT_EQ(view.page, lastPage) << rows;
-        EXPECT_EQ(TapUsage(view, 31, 43), UsageAction::Repaint);  // to the table, which starts over
-        EXPECT_EQ(TapUsage(view, 31, 43), UsageAction::Nothing);
-        EXPECT_EQ(view.page, 0);
-        EXPECT_EQ(TapUsage(view, 176, 210), UsageAction::Nothing);
-    }
+    UsageView view = TableWithRows(16);
+    EXPECT_EQ(After(TapUsage(view, 176, 210), view), "0 table");
+    EXPECT_EQ(After(TapUsage(view, 150, 210), view), "1 table, repaint");
+    EXPECT_EQ(After(TapUsage(view, 150, 210), view), "1 table");
+    EXPECT_EQ(After(ChangeDate(view, view.date), view), "1 table");
+    EXPECT_EQ(After(ChangeDate(view, {2006, 12, 6}), view), "0 table, repaint");
+    view = TableWithRows(17);
+    view.style = UsageStyle::Chart;
+    view.page = 1;
+    EXPECT_EQ(After(TapUsage(view, 150, 210), view), "2 chart, repaint");
+    EXPECT_EQ(After(ChangeDate(view, {2005, 12, 6}), view), "2 chart, repaint");
+    EXPECT_EQ(After(ChangeMode(view, UsageMode::Daily), view), "2 chart");
+    EXPECT_EQ(After(ChangeMode(view, UsageMode::Hourly), view), "0 chart, repaint");
+    view.page = 2;
+    EXPECT_EQ(After(ChangeMode(view, UsageMode::Daily), view), "2 chart, repaint");
+    EXPECT_EQ(After(TapUsage(view, 31, 43), view), "0 table, repaint");
+    EXPECT_EQ(After(TapUsage(view, 31, 43), view), "0 table");
 }
 
 }  // namespace

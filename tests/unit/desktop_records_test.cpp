@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/texts.h"
 #include "wireless/access_points.h"
 
 namespace {
@@ -50,26 +51,20 @@ TEST(ArpText, Finished_neighbours_are_listed_once_in_the_order_of_their_addresse
 }
 
 TEST(ProxyList, The_http_proxy_is_found_or_there_is_none) {
-    const std::wstring longest(platform::kProxyHostUnits - 1, L'p');
-    const std::tuple<std::wstring, std::wstring, int> rows[] = {
-        {L"http://proxy:3128", L"proxy", 3128},
-        {L"http=proxy:65535;https=other:1", L"proxy", 65535},
-        {L"https=other:1;http=http://10.0.0.1", L"10.0.0.1", 80},
-        {L"ftp=other:1 second:2", L"second", 2},
-        {L"bad:65536; good:1", L"good", 1},
-        {longest, longest, 80},
+    const auto proxy = [](const std::wstring& list) {
+        wchar_t host[platform::kProxyHostUnits] = {};
+        WORD port = 0;
+        return platform::FindHttpProxy(list.c_str(), host, &port) ? host + (L":" + std::to_wstring(port)) : L"none";
     };
-    wchar_t host[platform::kProxyHostUnits] = {};
-    WORD port = 0;
-    for (const auto& [list, expectedHost, expectedPort] : rows) {
-        ASSERT_TRUE(platform::FindHttpProxy(list.c_str(), host, &port)) << list;
-        EXPECT_EQ(std::pair(std::wstring(host), int{port}), std::pair(expectedHost, expectedPort));
-    }
-    const std::wstring none[] = {longest + L"p", L"",        L" ; ",        L"https=other:1",    L":80",
-                                 L"proxy:",      L"proxy:0", L"proxy:8o8o", L"proxy:99999999999"};
-    for (const std::wstring& list : none) {
-        EXPECT_FALSE(platform::FindHttpProxy(list.c_str(), host, &port)) << list;
-    }
+    const std::initializer_list<std::wstring> found = {L"http://proxy:3128", L"http=proxy:65535;https=other:1",
+                                                       L"https=other:1;http=http://10.0.0.1", L"ftp=other:1 second:2",
+                                                       L"bad:65536; good:1"};
+    EXPECT_EQ(Each(proxy, found), L"proxy:3128|proxy:65535|10.0.0.1:80|second:2|good:1");
+    const std::wstring longest(platform::kProxyHostUnits - 1, L'p');
+    EXPECT_EQ(Each(proxy, {longest, longest + L"p"}), longest + L":80|none");
+    const auto none = {L"",       L" ; ",     L"https=other:1", L":80",
+                       L"proxy:", L"proxy:0", L"proxy:8o8o",    L"proxy:99999999999"};
+    EXPECT_EQ(Each(proxy, none), L"none|none|none|none|none|none|none|none");
 }
 
 WLAN_BSS_ENTRY Heard(const std::string& ssid, uint8_t bssid, LONG rssi) {
@@ -127,27 +122,22 @@ TEST(NativeWifi, Of_too_many_access_points_the_strongest_are_listed_in_their_ord
 
 TEST(NativeWifi, Networks_modes_ciphers_and_own_values_become_ndis_numbers) {
     using namespace platform;
-    const std::tuple<DOT11_PHY_TYPE, ULONG, uint32_t> types[] = {
-        {dot11_phy_type_fhss, 2412000, 0}, {dot11_phy_type_dsss, 2412000, 1}, {dot11_phy_type_hrdsss, 2412000, 1},
-        {dot11_phy_type_ofdm, 5180000, 2}, {dot11_phy_type_erp, 2437000, 3},  {dot11_phy_type_ht, 5180000, 2}};
-    for (const auto& [type, frequency, number] : types) {
-        EXPECT_EQ(NdisNetworkType(type, frequency), number) << type;
-    }
-    EXPECT_EQ(NdisInfrastructureMode(dot11_BSS_type_independent), 0u);
-    EXPECT_EQ(NdisInfrastructureMode(dot11_BSS_type_any), 2u);
-    const std::pair<DOT11_AUTH_ALGORITHM, uint32_t> modes[] = {
-        {DOT11_AUTH_ALGO_80211_OPEN, 0}, {DOT11_AUTH_ALGO_80211_SHARED_KEY, 1}, {DOT11_AUTH_ALGO_WPA, 3},
-        {DOT11_AUTH_ALGO_WPA_PSK, 4},    {DOT11_AUTH_ALGO_WPA_NONE, 5},         {DOT11_AUTH_ALGO_RSNA_PSK, 7}};
-    for (const auto& [algorithm, number] : modes) {
-        EXPECT_EQ(NdisAuthenticationMode(algorithm), number) << algorithm;
-    }
+    const auto type = [](DOT11_PHY_TYPE heard) { return NdisNetworkType(heard, 2412000); };
+    EXPECT_EQ(Each(type, {dot11_phy_type_fhss, dot11_phy_type_dsss, dot11_phy_type_hrdsss, dot11_phy_type_erp}),
+              L"0|1|1|3");
+    const auto typeAt = [](ULONG frequency) { return NdisNetworkType(dot11_phy_type_ht, frequency); };
+    EXPECT_EQ(Each(typeAt, {2412000U, 5180000U}), L"3|2");
+    EXPECT_EQ(
+        Each(NdisInfrastructureMode, {dot11_BSS_type_independent, dot11_BSS_type_infrastructure, dot11_BSS_type_any}),
+        L"0|1|2");
+    EXPECT_EQ(
+        Each(NdisAuthenticationMode, {DOT11_AUTH_ALGO_80211_OPEN, DOT11_AUTH_ALGO_80211_SHARED_KEY, DOT11_AUTH_ALGO_WPA,
+                                      DOT11_AUTH_ALGO_WPA_PSK, DOT11_AUTH_ALGO_WPA_NONE, DOT11_AUTH_ALGO_RSNA_PSK}),
+        L"0|1|3|4|5|7");
     constexpr auto kGcmp256 = static_cast<DOT11_CIPHER_ALGORITHM>(9);
-    const std::pair<DOT11_CIPHER_ALGORITHM, uint32_t> ciphers[] = {
-        {DOT11_CIPHER_ALGO_WEP104, 0}, {DOT11_CIPHER_ALGO_WEP, 0},  {DOT11_CIPHER_ALGO_NONE, 1},
-        {DOT11_CIPHER_ALGO_TKIP, 4},   {DOT11_CIPHER_ALGO_CCMP, 6}, {kGcmp256, 6}};
-    for (const auto& [cipher, status] : ciphers) {
-        EXPECT_EQ(NdisWepStatus(cipher), status) << cipher;
-    }
+    EXPECT_EQ(Each(NdisWepStatus, {DOT11_CIPHER_ALGO_WEP104, DOT11_CIPHER_ALGO_WEP, DOT11_CIPHER_ALGO_NONE,
+                                   DOT11_CIPHER_ALGO_TKIP, DOT11_CIPHER_ALGO_CCMP, kGcmp256}),
+              L"0|0|1|4|6|6");
     std::vector<uint8_t> value(64, 0xA5);
     EXPECT_EQ(WriteNdisSsid(Heard("home", 1, -50).dot11Ssid, value), 36u);
     EXPECT_EQ(memcmp(&value[0], "\4\0\0\0home\0", 9), 0);

@@ -1,7 +1,6 @@
-// Replies of NetBIOS peers, both lists byte for byte, and a row of the detector that no dialog shows.
+// Replies of NetBIOS peers, and both lists byte for byte.
 #include <gtest/gtest.h>
 
-#include "diagnostics/detector_row.h"
 #include "diagnostics/node_status.h"
 #include "diagnostics/safe_list.h"
 #include "tests/support/host_records.h"
@@ -10,41 +9,22 @@
 
 namespace {
 
-// Every other kind of row the detector's dialog shows.
-TEST(DetectorRow, A_host_without_hardware_address_is_a_stranger_although_six_zeros_are_listed) {
-    SafeListAdd({});
-    HostRecord host = {};
-    host.address = inet_addr("10.1.2.200");
-    strcpy(host.name, "NAME");
-    DetectorRow row;
-    DescribeHost(host, row);
-    EXPECT_EQ(Joined({row.cells.host, row.cells.address, row.cells.mac}), L"NAME|10.1.2.200|");
-    EXPECT_EQ(std::pair(row.image, int{row.order}), std::pair(kIntruderImage, 200));
-}
-
 TEST(NodeStatus, Takes_the_first_name_of_a_reply_that_is_long_enough) {
     std::string request("\xA2\x48\0\0\0\1\0\0\0\0\0\0\x20", 13);
     request += "CK" + std::string(30, 'A') + std::string("\0\0\x21\0\1", 5);
     EXPECT_EQ(std::string(kNodeStatusRequest.begin(), kNodeStatusRequest.end()), request);
-    const Bytes one = NodeStatusReply({"PRINTER"}), three = NodeStatusReply({"FIRST", "SECOND", "THIRD"});
-    const std::pair<Bytes, const char*> rows[] = {
-        {one, "PRINTER"},
-        {{one.begin(), one.end() - 1}, "untouched"},
-        {three, "FIRST"},
-        {{three.begin(), three.end() - 1}, "untouched"},
-        {WithCount(Longer(one, 1024), 0), "PRINTER"},
-        {WithCount(Longer(one, 1024), 53), "PRINTER"},
-        {WithCount(Longer(one, 1024), 54), "untouched"},
-        {NodeStatusReply({""}), " "},
-        {NodeStatusReply({" A"}), " A"},
-        {NodeStatusReply({"FIFTEEN LETTERS"}), "FIFTEEN LETTERS"},
-        {NodeStatusReply({"A \"b\",\xE9"}), "A \"b\",\xE9"},
-    };
-    for (const auto& [reply, expected] : rows) {
-        char name[kNodeNameBytes + 1] = "untouched";
+    const auto nameIn = [](const Bytes& reply) {
+        char name[kNodeNameBytes + 1] = "none";
         ParseNodeStatus(reply, name);
-        EXPECT_STREQ(name, expected) << reply.size();
-    }
+        return std::wstring(name, name + strlen(name));
+    };
+    const Bytes one = NodeStatusReply({"PRINTER"}), three = NodeStatusReply({"FIRST", "SECOND", "THIRD"});
+    const auto cut = [](const Bytes& reply) { return Bytes(reply.begin(), reply.end() - 1); };
+    const auto counting = [&](uint8_t names) { return WithCount(Longer(one, 1024), names); };
+    EXPECT_EQ(Each(nameIn, {one, cut(one), three, cut(three)}), L"PRINTER|none|FIRST|none");
+    EXPECT_EQ(Each(nameIn, {counting(0), counting(53), counting(54)}), L"PRINTER|PRINTER|none");
+    EXPECT_EQ(Each(nameIn, {NodeStatusReply({""}), NodeStatusReply({" A"}), NodeStatusReply({"A \"b\", 15 BYTES"})}),
+              L" | A|A \"b\", 15 BYTES");
 }
 
 using Hosts = std::vector<std::wstring>;
@@ -102,18 +82,15 @@ TEST(SafeList, Entries_stay_in_their_order_until_all_equal_ones_are_removed) {
 }
 
 TEST(MacText, Understands_what_was_written_upper_case_alone_and_no_cut_text) {
-    const MacAddress mac = {{0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}};
-    const std::tuple<const wchar_t*, bool, bool> rows[] = {{L"00:1A:2B:3C:4D:5E", true, true},
-                                                           {L"00-1A-2B-3C-4D-5E", true, true},
-                                                           {L"00:1A:2B:3C:4D:5e", true, false},
-                                                           {L"00:1A:2B:3C:4D:5", false, false},
-                                                           {L"0", false, false},
-                                                           {L"", false, false}};
-    for (const auto& [text, isMac, isEqual] : rows) {
-        MacAddress parsed = {};
-        EXPECT_EQ((std::pair{ParseMacText(text, parsed), MacEquals(parsed, mac)}), std::pair(isMac, isEqual)) << text;
-        EXPECT_TRUE(isMac || MacEquals(parsed, {})) << "untouched";
-    }
+    const auto understood = [](const wchar_t* text) {
+        MacAddress mac = {};
+        return !ParseMacText(text, mac)                              ? L"no"
+               : MacEquals(mac, {{0, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}}) ? L"equal"
+                                                                     : L"other";
+    };
+    EXPECT_EQ(
+        Each(understood, {L"00:1A:2B:3C:4D:5E", L"00-1A-2B-3C-4D-5E", L"00:1A:2B:3C:4D:5e", L"00:1A:2B:3C:4D:5", L""}),
+        L"equal|equal|other|no|no");
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "options/log_months.h"
 #include "resources/resource_ids.h"
 #include "tests/fakes/scripted_platform.h"
+#include "tests/support/texts.h"
 
 namespace {
 
@@ -21,12 +22,10 @@ void UseScreen(LONG width, LONG height) {
 }
 
 TEST(Tick, Increments_are_small_steps_or_nothing) {
-    const std::tuple<uint32_t, uint32_t, uint32_t> rows[] = {
-        {0, 0, 0},          {1000, 900, 0},     {0xFFFFFFF0, 0x10, 0x20}, {0, 0x7FFFFFFF, 0x7FFFFFFF},
-        {0, 0x80000000, 0}, {0x80000000, 0, 0}, {0xFFFFFFFF, 0, 1}};
-    for (const auto& [last, now, increment] : rows) {
-        EXPECT_EQ(IncrementSince(last, now), increment) << last << " to " << now;
-    }
+    EXPECT_EQ(IncrementSince(0xFFFFFFF0, 0x10), 0x20U) << "the counter wrapped";
+    EXPECT_EQ(IncrementSince(1000, 900), 0U) << "it fell";
+    EXPECT_EQ(IncrementSince(0, 0x7FFFFFFF), 0x7FFFFFFFU);
+    EXPECT_EQ(IncrementSince(0, 0x80000000), 0U);
 }
 
 TEST(Tick, The_first_one_only_primes_the_counters_and_the_21st_increment_overwrites_the_oldest) {
@@ -58,12 +57,11 @@ TEST(Settings, XLocation_is_clamped_and_the_clamped_value_written_back) {
 
 TEST(Options, A_typed_place_is_limited_and_compared_as_typed_and_a_log_begins_with_six_digits) {
     itemState.xLocation = 639;
-    const std::tuple<const wchar_t*, uint32_t, bool> rows[] = {
-        {L"639", 639, false}, {L"700", 639, true}, {L"-1", 0, true}, {L"", 0, true}};
-    for (const auto& [typed, place, differs] : rows) {
+    const auto place = [](const wchar_t* typed) {
         const XLocationChoice choice = ReadXLocation(typed);
-        EXPECT_EQ(std::pair(choice.place, choice.differs), std::pair(place, differs)) << typed;
-    }
+        return std::to_wstring(choice.place) + (choice.differs ? L" differs" : L"");
+    };
+    EXPECT_EQ(Each(place, {L"639", L"700", L"-1", L""}), L"639|639 differs|0 differs|0 differs");
     LogMonth month = {};
     for (const wchar_t* name : {L"2006.log", L"20061.log", L"2006-1.log", L""}) {
         EXPECT_FALSE(ParseLogName(name, month)) << name;
@@ -73,16 +71,12 @@ TEST(Options, A_typed_place_is_limited_and_compared_as_typed_and_a_log_begins_wi
 }
 
 TEST(Strip, Heights_climb_the_ladder) {
-    const std::tuple<uint32_t, int, int> rows[] = {
-        {0, 0, 0},        {1, 1, 1},        {999, 1, 1},         {1000, 2, 3},     {9999, 6, 9},
-        {10000, 7, 10},   {99999, 11, 16},  {100000, 13, 19},    {499999, 16, 24}, {500000, 17, 25},
-        {799999, 17, 25}, {800000, 18, 27}, {0xFFFFFFFF, 18, 27}};
-    for (const auto& [bytes, normal, hiRes] : rows) {
-        UseScreen(240, 320);
-        EXPECT_EQ(GraphHeight(bytes), normal) << bytes;
-        UseScreen(480, 640);
-        EXPECT_EQ(GraphHeight(bytes), hiRes) << bytes;
-    }
+    const auto bytes = {0U,      1U,      999U,    1000U,   9999U,   10000U,     99999U,
+                        100000U, 499999U, 500000U, 799999U, 800000U, 0xFFFFFFFFU};
+    UseScreen(240, 320);
+    EXPECT_EQ(Each(GraphHeight, bytes), L"0|1|1|2|6|7|11|13|16|17|17|18|18");
+    UseScreen(480, 640);
+    EXPECT_EQ(Each(GraphHeight, bytes), L"0|1|1|3|9|10|16|19|24|25|25|27|27");
 }
 
 TEST(Strip, A_full_ring_is_walked_from_its_oldest_sample) {
@@ -108,22 +102,22 @@ TEST(Strip, The_signal_is_drawn_on_change_on_full_paint_and_always_in_the_lowest
 }
 
 TEST(TaskbarIcon, Follows_traffic_and_signal_on_both_screens) {
-    const std::tuple<uint32_t, uint32_t, std::array<int, 5>, int> rows[] = {{1, 9, {212, 213, 214, 216, 217}, 233},
-                                                                            {0, 1, {228, 229, 230, 231, 232}, 248},
-                                                                            {1, 0, {223, 224, 225, 226, 227}, 243},
-                                                                            {0, 0, {218, 219, 220, 221, 222}, 238}};
     itemState.ringIndex = 0;
-    for (const auto& [in, out, hiRes, normal] : rows) {
-        itemState.inDeltas[0] = in;
-        itemState.outDeltas[0] = out;
-        for (int level = 0; level < 5; ++level) {
-            itemState.SignalDbm = std::array{-90, -89, -80, -70, -66}[level];
-            UseScreen(240, 320);
-            EXPECT_EQ(TaskbarIconId(), normal + level);
-            UseScreen(240, 321);
-            EXPECT_EQ(TaskbarIconId(), hiRes[level]);
-        }
-    }
+    const auto icons = [](LONG screenHeight, uint32_t received, uint32_t transmitted) {
+        UseScreen(240, screenHeight);
+        itemState.inDeltas[0] = received;
+        itemState.outDeltas[0] = transmitted;
+        const auto iconAt = [](int32_t dbm) { return itemState.SignalDbm = dbm, TaskbarIconId(); };
+        return Each(iconAt, {-90, -89, -80, -70, -66});
+    };
+    EXPECT_EQ(icons(320, 0, 0), L"238|239|240|241|242");
+    EXPECT_EQ(icons(320, 1, 0), L"243|244|245|246|247");
+    EXPECT_EQ(icons(320, 0, 1), L"248|249|250|251|252");
+    EXPECT_EQ(icons(320, 1, 9), L"233|234|235|236|237");
+    EXPECT_EQ(icons(321, 0, 0), L"218|219|220|221|222");
+    EXPECT_EQ(icons(321, 1, 0), L"223|224|225|226|227");
+    EXPECT_EQ(icons(321, 0, 1), L"228|229|230|231|232");
+    EXPECT_EQ(icons(321, 1, 9), L"212|213|214|216|217");
 }
 
 TEST(Taps, Ranges_include_both_bounds_and_double_on_a_large_screen) {

@@ -4,28 +4,28 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/texts.h"
+
 namespace {
 
 using Bytes = std::vector<uint8_t>;
 
 TEST(FormatText, Numbers_are_written_as_the_system_writes_them_and_fractions_rounded_half_away_from_zero) {
-    const std::pair<double, const wchar_t*> reals[] = {
-        {0.0, L"0.00 0.0"},   {0.125, L"0.13 0.1"},
-        {0.375, L"0.38 0.4"}, {0.995, L"0.99 1.0"},
-        {0.999, L"1.00 1.0"}, {2.675, L"2.67 2.7"},
-        {5.5, L"5.50 5.5"},   {4294967295.0, L"4294967295.00 4294967295.0"}};
-    wchar_t out[64];
-    for (const auto& [value, text] : reals) {
+    const auto real = [](double value) {
+        wchar_t out[64];
         FormatText(out, L"%.2f %.1f", value, value);
-        EXPECT_STREQ(out, text);
-    }
-    const std::pair<int, const wchar_t*> integers[] = {
-        {-7, L"-7 -7 -007 FFFFFFF9 FFFFFFF9"},
-        {-2147483647 - 1, L"-2147483648 -2147483648 -2147483648 80000000 80000000"}};
-    for (const auto& [value, text] : integers) {
+        return std::wstring(out);
+    };
+    EXPECT_EQ(Each(real, {0.0, 0.125, 0.375, 0.995, 0.999, 2.675, 5.5, 4294967295.0}),
+              L"0.00 0.0|0.13 0.1|0.38 0.4|0.99 1.0|1.00 1.0|2.67 2.7|5.50 5.5|4294967295.00 4294967295.0");
+    const auto integer = [](int value) {
+        wchar_t out[64];
         FormatText(out, L"%d %02d %04d %02X %X", value, value, value, value, value);
-        EXPECT_STREQ(out, text);
-    }
+        return std::wstring(out);
+    };
+    EXPECT_EQ(Each(integer, {-7, 0x7FFFFFFF, -0x7FFFFFFF - 1}),
+              L"-7 -7 -007 FFFFFFF9 FFFFFFF9|2147483647 2147483647 2147483647 7FFFFFFF 7FFFFFFF|"
+              L"-2147483648 -2147483648 -2147483648 80000000 80000000");
 }
 
 TEST(FormatText, What_does_not_fit_is_cut_and_texts_cross_between_the_widths) {

@@ -1,6 +1,7 @@
 // The month's file byte for byte, the series that are read from it, and the CSV file text by text.
 #include <gtest/gtest.h>
 
+#include "tests/support/texts.h"
 #include "tests/support/traffic_logs.h"
 #include "trafficlog/byte_count.h"
 #include "trafficlog/export_writer.h"
@@ -10,14 +11,10 @@
 namespace {
 
 TEST(Calendar, Months_have_their_days_and_names) {
-    for (const auto& [year, days] : {std::pair{2000, 29}, {1900, 28}, {2004, 29}, {2006, 28}}) {
-        EXPECT_EQ(DaysInMonth(year, 2), days) << year;
-    }
-    std::wstring months;
-    for (int month = 1; month <= 12; ++month) {
-        months += MonthAbbrev(month) + std::to_wstring(DaysInMonth(2006, month));
-    }
-    EXPECT_EQ(months, L"Jan31Feb28Mar31Apr30May31Jun30Jul31Aug31Sep30Oct31Nov30Dec31");
+    EXPECT_EQ(Each([](int year) { return DaysInMonth(year, 2); }, {2000, 1900, 2004, 2006}), L"29|28|29|28");
+    const auto month = [](int number) { return MonthAbbrev(number) + std::to_wstring(DaysInMonth(2006, number)); };
+    EXPECT_EQ(Each(month, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}),
+              L"Jan31|Feb28|Mar31|Apr30|May31|Jun30|Jul31|Aug31|Sep30|Oct31|Nov30|Dec31");
 }
 
 // As the log writes it.
@@ -105,19 +102,13 @@ TEST(LogReader, Hours_stand_alone_days_are_summed_and_odd_records_follow_the_rul
 }
 
 TEST(ByteCount, Each_unit_is_1024_of_the_one_before) {
-    const std::pair<double, const wchar_t*> rows[] = {{0, L"0"},
-                                                      {1, L"0.00KB"},
-                                                      {1536, L"1.50KB"},
-                                                      {1048575, L"1024.00KB"},
-                                                      {1048576, L"1.00MB"},
-                                                      {1073741823, L"1024.00MB"},
-                                                      {1073741824, L"1.00GB"},
-                                                      {2.0 * 744 * 4294967295.0, L"5952.00GB"}};
-    for (const auto& [bytes, expected] : rows) {
-        wchar_t text[kByteCountUnits];
-        FormatByteCount(bytes, text);
-        EXPECT_STREQ(text, expected);
-    }
+    const auto text = [](double bytes) {
+        wchar_t out[kByteCountUnits];
+        FormatByteCount(bytes, out);
+        return std::wstring(out);
+    };
+    EXPECT_EQ(Each(text, {0.0, 1.0, 1536.0, 1048575.0, 1048576.0, 1073741823.0, 1073741824.0, 2.0 * 744 * 0xFFFFFFFF}),
+              L"0|0.00KB|1.50KB|1024.00KB|1.00MB|1024.00MB|1.00GB|5952.00GB");
 }
 
 std::string Export(const CalendarDate& from, const CalendarDate& to) {

@@ -8,22 +8,23 @@
 
 #include "host/command_line.h"
 #include "host/keyboard_keys.h"
+#include "tests/support/texts.h"
 
 namespace {
 
 // The indices (1, 2, ... in the system's order) that are left, in their new order.
-std::vector<DWORD> Arranged(const std::vector<DWORD>& ranks) {
+std::wstring Arranged(const std::vector<DWORD>& ranks) {
     std::vector<IP_ADAPTER_INFO> adapters(ranks.size());
     for (size_t i = 0; i < ranks.size(); ++i) {
         adapters[i].Index = static_cast<DWORD>(i + 1);
         adapters[i].ComboIndex = ranks[i];
         adapters[i].Next = i + 1 < ranks.size() ? &adapters[i + 1] : nullptr;
     }
-    std::vector<DWORD> indices;
+    std::wstring indices;
     const IP_ADAPTER_INFO* adapter = platform::ArrangeAdapters(adapters.data()) ? adapters.data() : nullptr;
     for (; adapter != nullptr; adapter = adapter->Next) {
         EXPECT_EQ(adapter->ComboIndex, 0u);
-        indices.push_back(adapter->Index);
+        indices += std::to_wstring(adapter->Index);
     }
     return indices;
 }
@@ -32,19 +33,12 @@ TEST(AdapterOrder, Default_routes_come_first_and_some_are_left_out) {
     constexpr DWORD kWire = 100, kWireless = 600;  // metrics of default routes
     constexpr DWORD kAddress = platform::kRankHasAddress, kNone = platform::kRankNoAddress,
                     kOut = platform::kRankLeftOut;
-    const std::pair<std::vector<DWORD>, std::vector<DWORD>> rows[] = {
-        {{kWire}, {1}},
-        {{kOut, kOut, kOut}, {}},
-        {{kOut, kNone}, {2}},
-        {{kNone, kOut}, {1}},
-        {{kOut, kNone, kAddress, kWire}, {4, 3, 2}},
-        {{kAddress, kWireless, kAddress, kWire}, {4, 2, 1, 3}},
-        {{kNone, kAddress, kOut, kNone, kAddress}, {2, 5, 1, 4}},
-        {{platform::kRankHighestMetric, 0}, {2, 1}},
-    };
-    for (const auto& [ranks, indices] : rows) {
-        EXPECT_EQ(Arranged(ranks), indices);
-    }
+    using Ranks = std::vector<DWORD>;
+    EXPECT_EQ(Each(Arranged, {Ranks{kWire}, {kOut, kOut, kOut}, {kOut, kNone}, {kNone, kOut}}), L"1||2|1");
+    EXPECT_EQ(Each(Arranged, {Ranks{kOut, kNone, kAddress, kWire}, {kAddress, kWireless, kAddress, kWire}}),
+              L"432|4213");
+    EXPECT_EQ(Each(Arranged, {Ranks{kNone, kAddress, kOut, kNone, kAddress}, {platform::kRankHighestMetric, 0}}),
+              L"2514|21");
 }
 
 TEST(HostCommandLine, Refuses_what_it_does_not_understand) {
