@@ -9,12 +9,9 @@
 #include <string>
 
 inline Bytes LogRecord(int day, int hour, uint32_t received, uint32_t transmitted) {
-    Bytes bytes = {static_cast<uint8_t>(day), static_cast<uint8_t>(hour), 0xAB, 0xCD};
-    for (const uint32_t value : {received, transmitted}) {
-        for (int shift = 0; shift < 32; shift += 8) {
-            bytes.push_back(static_cast<uint8_t>(value >> shift));
-        }
-    }
+    Bytes bytes = {static_cast<uint8_t>(day), static_cast<uint8_t>(hour), 0xAB, 0xCD, 0, 0, 0, 0, 0, 0, 0, 0};
+    memcpy(&bytes[4], &received, sizeof(received));
+    memcpy(&bytes[8], &transmitted, sizeof(transmitted));
     return bytes;
 }
 

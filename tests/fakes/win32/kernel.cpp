@@ -24,16 +24,6 @@ struct Script {
 Script script;
 DWORD lastError = 0;
 
-// The stand-in's ANSI code page is Latin-1.
-template <typename From, typename To, typename Convert>
-int ConvertText(const From* text, int length, To* out, int room, Convert convert) {
-    if (length > room) {
-        return 0;
-    }
-    std::transform(text, text + length, out, convert);
-    return length;
-}
-
 }  // namespace
 
 std::vector<ShownMessage> shownMessages;
@@ -89,12 +79,15 @@ HLOCAL LocalFree(HLOCAL memory) {
     return nullptr;
 }
 
-int MultiByteToWideChar(UINT, DWORD, const char* text, int bytes, wchar_t* out, int outUnits) {
-    return ConvertText(text, bytes, out, outUnits, [](char c) { return static_cast<unsigned char>(c); });
+// The stand-in's ANSI code page is Latin-1; callers have room for every character.
+int MultiByteToWideChar(UINT, DWORD, const char* text, int bytes, wchar_t* out, int) {
+    std::transform(text, text + bytes, out, [](char c) { return static_cast<unsigned char>(c); });
+    return bytes;
 }
 
-int WideCharToMultiByte(UINT, DWORD, const wchar_t* text, int units, char* out, int outBytes, const char*, BOOL*) {
-    return ConvertText(text, units, out, outBytes, [](wchar_t c) { return c < 0x100 ? static_cast<char>(c) : '?'; });
+int WideCharToMultiByte(UINT, DWORD, const wchar_t* text, int units, char* out, int, const char*, BOOL*) {
+    std::transform(text, text + units, out, [](wchar_t c) { return c < 0x100 ? static_cast<char>(c) : '?'; });
+    return units;
 }
 
 int _wcsicmp(const wchar_t* a, const wchar_t* b) {

@@ -1,4 +1,4 @@
-// An in-memory registry: keys by their full name, values by name without regard to case.
+// An in-memory registry: keys by their full name, values by name, which the product never spells in two ways.
 #include <algorithm>
 #include <map>
 #include <string>
@@ -7,13 +7,10 @@
 
 #include "tests/fakes/win32/parts.h"
 
-struct IgnoringCase {
-    bool operator()(const std::wstring& a, const std::wstring& b) const { return _wcsicmp(a.c_str(), b.c_str()) < 0; }
-};
 struct FakeKey {
-    std::map<std::wstring, std::pair<DWORD, std::vector<BYTE>>, IgnoringCase> values;  // type and data
+    std::map<std::wstring, std::pair<DWORD, std::vector<BYTE>>> values;  // type and data
 };
-static std::map<std::wstring, FakeKey, IgnoringCase> keys;
+static std::map<std::wstring, FakeKey> keys;
 
 void fakes::ResetRegistry() {
     keys.clear();
