@@ -43,6 +43,9 @@ TEST(Tick, The_first_one_only_primes_the_counters_and_the_21st_increment_overwri
     itemState.ringIndex = kSampleSlots - 2;
     itemState.ringStart = kSampleSlots - 1;
     EXPECT_EQ(tickTo(5203), std::tuple(20, 19, 0));
+    scripted::system.adapters.clear();
+    RunTick(nullptr);
+    EXPECT_EQ(itemState.interfaceIndex, kUnknownInterface);
 }
 
 TEST(Settings, XLocation_is_clamped_and_the_clamped_value_written_back) {
