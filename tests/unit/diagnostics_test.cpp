@@ -1,6 +1,7 @@
 // Replies of NetBIOS peers, and both lists byte for byte.
 #include <gtest/gtest.h>
 
+#include "diagnostics/detector_row.h"
 #include "diagnostics/node_status.h"
 #include "diagnostics/safe_list.h"
 #include "tests/support/host_records.h"
@@ -67,6 +68,11 @@ TEST(SafeList, Entries_stay_in_their_order_until_all_equal_ones_are_removed) {
         EXPECT_TRUE(SafeListAdd(macOf(mac)));
     }
     EXPECT_EQ(ReadWholeFile(L"slist.dat"), a + b + zero + a);
+    HostRecord stranger = {};  // whose hardware address is unknown: the zeros in the list are not it
+    stranger.address = 1;
+    DetectorRow row;
+    DescribeHost(stranger, row);
+    EXPECT_EQ(row.image, kIntruderImage);
     WriteWholeFile(L"tmpslist", Bytes(100, 7));
     EXPECT_FALSE(SafeListRemove(nullptr, {{1, 2, 3, 4, 5, 6}}));
     EXPECT_TRUE(SafeListRemove(nullptr, macOf(a)));
