@@ -6,18 +6,31 @@
 #include <string>
 #include <vector>
 
+// As the NDIS interface lays it out; of the BSSID the last byte tells access points apart.
+struct ListedAccessPoint {
+    uint32_t length = 104;
+    uint8_t bssid[8] = {2};
+    uint32_t ssidLength = 0;
+    char ssid[32] = {};
+    uint32_t privacy = 0;
+    int32_t rssi = 0;
+    uint32_t networkType = 3, configurationLength = 0, beacon = 100, atimWindow = 0, frequency = 0, hopping[4] = {};
+    uint32_t mode = 1;
+    uint8_t rates[8] = {0x82, 0x84, 0x8B, 0x96};
+};
+
 class AccessPointListBuilder {
   public:
-    // The last byte of the BSSID tells access points apart.
     AccessPointListBuilder& Add(const std::string& ssid, uint8_t bssid, int32_t rssi, uint32_t privacy = 0,
                                 uint32_t frequency = 2437000);
     AccessPointListBuilder& WithCount(uint32_t count);
     AccessPointListBuilder& WithLength(size_t entry, uint32_t length);
     AccessPointListBuilder& WithSsidLength(uint32_t length);  // of the last entry
-    std::vector<uint8_t> Value() const { return value_; }
+    std::vector<uint8_t> Value() const;
 
   private:
-    std::vector<uint8_t> value_ = {0, 0, 0, 0};
+    std::vector<ListedAccessPoint> entries_;
+    uint32_t count_ = 0;
 };
 
 std::vector<uint8_t> SsidValue(const std::string& ssid, uint32_t length);

@@ -6,11 +6,9 @@
 
 // One record, zero behind the terminator.
 inline Bytes HostRecordOf(const std::wstring& host) {
-    Bytes record(200, 0);
-    for (size_t i = 0; i < host.size(); ++i) {
-        record[2 * i] = static_cast<uint8_t>(host[i]);
-        record[2 * i + 1] = static_cast<uint8_t>(static_cast<uint32_t>(host[i]) >> 8);
-    }
+    const std::u16string units(host.begin(), host.end());
+    Bytes record(200);
+    memcpy(record.data(), units.data(), units.size() * sizeof(char16_t));
     return record;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <sstream>
 #include <string>
 
 // "a|b|c"
@@ -11,6 +12,16 @@ inline std::wstring Joined(std::initializer_list<std::wstring> texts) {
         joined += (&text == texts.begin() ? L"" : L"|") + text;
     }
     return joined;
+}
+
+// What a function answers to each of the arguments: "1|2|3".
+template <class Function, class Argument>
+std::wstring Each(Function function, std::initializer_list<Argument> arguments) {
+    std::wostringstream answers;
+    for (const Argument& argument : arguments) {
+        answers << (&argument == arguments.begin() ? L"" : L"|") << function(argument);
+    }
+    return answers.str();
 }
 
 inline std::string Narrow(const std::wstring& text) {

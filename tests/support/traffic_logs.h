@@ -5,15 +5,13 @@
 #include "tests/support/data_folder.h"
 #include "trafficlog/calendar.h"
 
+#include <random>
 #include <string>
 
 inline Bytes LogRecord(int day, int hour, uint32_t received, uint32_t transmitted) {
-    Bytes bytes = {static_cast<uint8_t>(day), static_cast<uint8_t>(hour), 0xAB, 0xCD};
-    for (const uint32_t value : {received, transmitted}) {
-        for (int shift = 0; shift < 32; shift += 8) {
-            bytes.push_back(static_cast<uint8_t>(value >> shift));
-        }
-    }
+    Bytes bytes = {static_cast<uint8_t>(day), static_cast<uint8_t>(hour), 0xAB, 0xCD, 0, 0, 0, 0, 0, 0, 0, 0};
+    memcpy(&bytes[4], &received, sizeof(received));
+    memcpy(&bytes[8], &transmitted, sizeof(transmitted));
     return bytes;
 }
 
@@ -32,20 +30,14 @@ inline Bytes FullMonth(int year, int month, uint32_t received, uint32_t transmit
     return content;
 }
 
-struct RandomNumbers {
-    uint32_t state = 20061205;
-    uint32_t Next() { return (state = state * 1664525 + 1013904223) >> 4; }
-};
+using RandomNumbers = std::minstd_rand;
 
 // Hours of any size from a byte to a gigabyte, with gaps, in time order.
 inline Bytes PatchyMonth(int year, int month, RandomNumbers& random) {
     Bytes content;
     for (int hour = 0; hour < DaysInMonth(year, month) * 24; ++hour) {
-        if (random.Next() % 3 != 0) {
-            const uint32_t received = random.Next() >> random.Next() % 28;
-            content =
-                std::move(content) + LogRecord(hour / 24 + 1, hour % 24, received, random.Next() >> random.Next() % 28);
-        }
+        const auto bytes = [&] { return static_cast<uint32_t>(random() >> random() % 30); };
+        content = random() % 3 == 0 ? content : content + LogRecord(hour / 24 + 1, hour % 24, bytes(), bytes());
     }
     return content;
 }

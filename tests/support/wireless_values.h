@@ -8,12 +8,8 @@
 #include <vector>
 
 inline std::vector<uint8_t> NdisFields(std::initializer_list<uint32_t> numbers) {
-    std::vector<uint8_t> value;
-    for (const uint32_t number : numbers) {
-        for (int shift = 0; shift < 32; shift += 8) {
-            value.push_back(static_cast<uint8_t>(number >> shift));
-        }
-    }
+    std::vector<uint8_t> value(numbers.size() * sizeof(uint32_t));
+    memcpy(value.data(), numbers.begin(), value.size());
     return value;
 }
 

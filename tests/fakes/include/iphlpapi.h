@@ -34,14 +34,14 @@ struct IP_PER_ADAPTER_INFO {
 };
 struct IP_ADAPTER_INDEX_MAP {
     ULONG Index;
-    WCHAR Name[128];
+    wchar_t Name[128];
 };
 struct IP_INTERFACE_INFO {
     LONG NumAdapters;
     IP_ADAPTER_INDEX_MAP Adapter[1];
 };
 struct MIB_IFROW {
-    WCHAR wszName[256];
+    wchar_t wszName[256];
     DWORD dwIndex, dwType, dwMtu, dwSpeed, dwPhysAddrLen;
     BYTE bPhysAddr[MAXLEN_PHYSADDR];
     DWORD dwAdminStatus, dwOperStatus, dwLastChange, dwInOctets, dwInUcastPkts, dwInNUcastPkts, dwInDiscards,

@@ -15,9 +15,6 @@ using UINT = uint32_t;
 using HRESULT = int32_t;
 using DWORD_PTR = uintptr_t;
 using UINT_PTR = uintptr_t;
-using WPARAM = uintptr_t;
-using LPARAM = intptr_t;
-using WCHAR = wchar_t;
 using HANDLE = void*;
 using HLOCAL = void*;
 using HKEY = struct FakeKey*;
@@ -27,9 +24,7 @@ using HDC = struct FakeContext*;
 using HGDIOBJ = void*;
 using HBITMAP = struct FakeBitmap*;
 using HPEN = struct FakePen*;
-using HICON = struct FakeIcon*;
 
-#define CALLBACK
 inline constexpr BOOL TRUE = 1, FALSE = 0;
 inline constexpr int MAX_PATH = 260;
 
@@ -93,7 +88,7 @@ inline constexpr DWORD GENERIC_READ = 0x80000000, GENERIC_WRITE = 0x40000000, FI
                        INVALID_SET_FILE_POINTER = 0xFFFFFFFF, INVALID_FILE_SIZE = 0xFFFFFFFF;
 struct WIN32_FIND_DATAW {
     DWORD dwFileAttributes;
-    WCHAR cFileName[MAX_PATH];
+    wchar_t cFileName[MAX_PATH];
 };
 HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD sharing, void* security, DWORD disposition,
                    DWORD attributes, HANDLE like);
@@ -111,7 +106,7 @@ BOOL FindClose(HANDLE search);
 
 // Registry
 #define HKEY_LOCAL_MACHINE reinterpret_cast<HKEY>(static_cast<uintptr_t>(0x80000002u))
-inline constexpr DWORD KEY_READ = 0x20019, KEY_WRITE = 0x20006, REG_SZ = 1, REG_BINARY = 3, REG_DWORD = 4;
+inline constexpr DWORD KEY_READ = 0x20019, KEY_WRITE = 0x20006, REG_SZ = 1, REG_DWORD = 4;
 LONG RegOpenKeyExW(HKEY parent, const wchar_t* name, DWORD options, DWORD access, HKEY* key);
 LONG RegCreateKeyExW(HKEY parent, const wchar_t* name, DWORD reserved, wchar_t* type, DWORD options, DWORD access,
                      void* security, HKEY* key, DWORD* disposition);

@@ -20,16 +20,10 @@ struct WSADATA {
     WORD wVersion;
 };
 
-inline int WSAStartup(WORD, WSADATA*) {
-    return 0;
-}
-inline int WSACleanup() {
-    return 0;
-}
-inline int closesocket(SOCKET socket) {
-    return close(socket);
-}
-inline int ioctlsocket(SOCKET socket, long command, u_long* argument) {
+inline constexpr auto WSAStartup = [](WORD, WSADATA*) { return 0; };
+inline constexpr auto WSACleanup = [] { return 0; };
+inline constexpr auto& closesocket = close;
+inline int ioctlsocket(SOCKET socket, unsigned long command, u_long* argument) {
     int value = static_cast<int>(*argument);
-    return ioctl(socket, static_cast<unsigned long>(command), &value);
+    return ioctl(socket, command, &value);
 }

@@ -15,12 +15,14 @@ void Reset() {
     system = {};
 }
 
-namespace {
+}  // namespace scripted
 
-DWORD Result(const std::string& call, DWORD usual) {
-    const auto found = system.results.find(call);
-    return found == system.results.end() ? usual : found->second;
-}
+namespace platform {
+
+using scripted::Adapter;
+using scripted::system;
+
+namespace {
 
 template <size_t Size>
 void Copy(char (&out)[Size], const std::string& text) {
@@ -28,8 +30,7 @@ void Copy(char (&out)[Size], const std::string& text) {
 }
 
 const Adapter* FindAdapter(uint32_t index) {
-    const auto found = std::find_if(system.adapters.begin(), system.adapters.end(),
-                                    [&](const Adapter& a) { return a.index == index; });
+    const auto found = std::ranges::find(system.adapters, index, &Adapter::index);
     return found == system.adapters.end() ? nullptr : &*found;
 }
 
@@ -38,7 +39,7 @@ void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
     Copy(info.AdapterName, adapter.name);
     Copy(info.Description, adapter.description);
     info.AddressLength = static_cast<UINT>(adapter.hardwareAddress.size());
-    std::copy(adapter.hardwareAddress.begin(), adapter.hardwareAddress.end(), info.Address);
+    std::ranges::copy(adapter.hardwareAddress, info.Address);
     info.Index = adapter.index;
     info.Type = adapter.type;
     info.DhcpEnabled = adapter.dhcpEnabled;
@@ -54,68 +55,59 @@ void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
     info.LeaseExpires = adapter.leaseExpires;
 }
 
-// The size-then-data protocol: the size query answers `needsRoom`. Nothing when the data are to be filled in.
-std::optional<DWORD> AnswerSize(const std::string& call, const void* buffer, ULONG* bytes, size_t needed,
-                                DWORD needsRoom) {
-    if (fakes::Fails(call.c_str())) {
-        return ERROR_GEN_FAILURE;
-    }
-    if (buffer == nullptr || *bytes < needed) {
-        *bytes = static_cast<ULONG>(needed);
-        return Result(call + " size", needsRoom);
-    }
-    return std::nullopt;
+DWORD Result(const std::string& call, DWORD usual) {
+    return fakes::Fails(call.c_str())      ? ERROR_GEN_FAILURE
+           : system.results.contains(call) ? system.results[call]
+                                           : usual;
 }
 
-DWORD ChangeAddress(const char* action, const std::string& call, uint32_t index) {
-    system.dhcpCalls.emplace_back(action, index);
-    return fakes::Fails(call.c_str()) ? ERROR_GEN_FAILURE : Result(call, NO_ERROR);
+// The size-then-data protocol: the size query answers `needsRoom`. NO_ERROR when the data are to be filled in.
+DWORD AskForRoom(const std::string& call, const void* buffer, ULONG* bytes, size_t needed, DWORD needsRoom) {
+    if (buffer != nullptr && *bytes >= needed) {
+        return Result(call, NO_ERROR);
+    }
+    *bytes = static_cast<ULONG>(needed);
+    return Result(call + " size", needsRoom);
+}
+
+DWORD ChangeAddress(const char* action, const char* call, const IP_ADAPTER_INDEX_MAP* adapter) {
+    system.dhcpCalls.emplace_back(action, adapter->Index);
+    return Result(call, NO_ERROR);
 }
 
 }  // namespace
-}  // namespace scripted
-
-namespace platform {
-
-using namespace scripted;
 
 DWORD GetNumberOfInterfaces(DWORD* count) {
-    if (fakes::Fails("GetNumberOfInterfaces")) {
-        return ERROR_GEN_FAILURE;
-    }
-    *count = static_cast<DWORD>(scripted::system.adapters.size());
-    return NO_ERROR;
+    const DWORD result = Result("GetNumberOfInterfaces", NO_ERROR);
+    *count = result == NO_ERROR ? static_cast<DWORD>(system.adapters.size()) : *count;
+    return result;
 }
 
 DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
-    const auto& adapters = scripted::system.adapters;
-    if (adapters.empty()) {
-        return ERROR_NO_DATA;
+    const size_t count = system.adapters.size();
+    const DWORD result = count == 0
+                             ? static_cast<DWORD>(ERROR_NO_DATA)
+                             : AskForRoom("GetAdaptersInfo", list, bytes, count * sizeof(*list), ERROR_BUFFER_OVERFLOW);
+    for (size_t i = 0; result == NO_ERROR && i < count; ++i) {
+        Fill(list[i], system.adapters[i]);
+        list[i].Next = i + 1 < count ? &list[i + 1] : nullptr;
     }
-    if (const auto answer =
-            AnswerSize("GetAdaptersInfo", list, bytes, adapters.size() * sizeof(*list), ERROR_BUFFER_OVERFLOW)) {
-        return *answer;
-    }
-    for (size_t i = 0; i < adapters.size(); ++i) {
-        Fill(list[i], adapters[i]);
-        list[i].Next = i + 1 < adapters.size() ? &list[i + 1] : nullptr;
-    }
-    return NO_ERROR;
+    return result;
 }
 
 DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
-    const auto& adapters = scripted::system.adapters;
-    const size_t needed = sizeof(*table) + adapters.size() * sizeof(IP_ADAPTER_INDEX_MAP);
-    if (const auto answer = AnswerSize("GetInterfaceInfo", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER)) {
-        return *answer;
+    const size_t needed = sizeof(*table) + system.adapters.size() * sizeof(IP_ADAPTER_INDEX_MAP);
+    const DWORD result = AskForRoom("GetInterfaceInfo", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER);
+    if (result == NO_ERROR) {
+        table->NumAdapters = 0;
+        for (const Adapter& adapter : system.adapters) {
+            IP_ADAPTER_INDEX_MAP& row = table->Adapter[table->NumAdapters++];
+            row = {};
+            row.Index = adapter.index;
+            std::ranges::copy(adapter.name, row.Name);
+        }
     }
-    table->NumAdapters = static_cast<LONG>(adapters.size());
-    for (size_t i = 0; i < adapters.size(); ++i) {
-        table->Adapter[i] = {};
-        table->Adapter[i].Index = adapters[i].index;
-        std::copy(adapters[i].name.begin(), adapters[i].name.end(), table->Adapter[i].Name);
-    }
-    return NO_ERROR;
+    return result;
 }
 
 DWORD GetIfEntry(MIB_IFROW* row) {
@@ -135,46 +127,44 @@ DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* 
     if (adapter == nullptr) {
         return ERROR_INVALID_PARAMETER;
     }
-    const size_t more = adapter->dnsServers.size() > 1 ? adapter->dnsServers.size() - 1 : 0;
-    const size_t needed = sizeof(*info) + more * sizeof(IP_ADDR_STRING);
-    if (const auto answer = AnswerSize("GetPerAdapterInfo", info, bytes, needed, ERROR_BUFFER_OVERFLOW)) {
-        return *answer;
-    }
-    *info = {};
-    IP_ADDR_STRING* entry = &info->DnsServerList;
-    auto* next = reinterpret_cast<IP_ADDR_STRING*>(info + 1);
-    for (const std::string& server : adapter->dnsServers) {
-        if (&server != &adapter->dnsServers.front()) {
-            entry = entry->Next = next++;
-            *entry = {};
+    const size_t needed = sizeof(*info) + adapter->dnsServers.size() * sizeof(IP_ADDR_STRING);
+    const DWORD result = AskForRoom("GetPerAdapterInfo", info, bytes, needed, ERROR_BUFFER_OVERFLOW);
+    if (result == NO_ERROR) {
+        *info = {};
+        IP_ADDR_STRING* entry = &info->DnsServerList;
+        auto* next = reinterpret_cast<IP_ADDR_STRING*>(info + 1);
+        for (const std::string& server : adapter->dnsServers) {
+            Copy(entry->IpAddress.String, server);
+            if (&server != &adapter->dnsServers.back()) {
+                entry = entry->Next = new (next++) IP_ADDR_STRING();
+            }
         }
-        Copy(entry->IpAddress.String, server);
     }
-    return NO_ERROR;
+    return result;
 }
 
 DWORD GetIpNetTable(MIB_IPNETTABLE* table, ULONG* bytes, BOOL) {
-    const auto& rows = scripted::system.arp;
-    const size_t needed = rows.empty() ? 0 : sizeof(*table) + rows.size() * sizeof(MIB_IPNETROW);
-    if (const auto answer = AnswerSize("GetIpNetTable", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER)) {
-        return *answer;
+    const size_t needed = system.arp.empty() ? 0 : sizeof(*table) + system.arp.size() * sizeof(MIB_IPNETROW);
+    const DWORD result = AskForRoom("GetIpNetTable", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER);
+    if (result == NO_ERROR) {
+        table->dwNumEntries = 0;
+        for (const scripted::ArpRow& known : system.arp) {
+            MIB_IPNETROW& row = table->table[table->dwNumEntries++];
+            row = {};
+            row.dwAddr = known.address;
+            row.dwPhysAddrLen = static_cast<DWORD>(known.hardwareAddress.size());
+            std::ranges::copy(known.hardwareAddress, row.bPhysAddr);
+        }
     }
-    table->dwNumEntries = static_cast<DWORD>(rows.size());
-    for (size_t i = 0; i < rows.size(); ++i) {
-        table->table[i] = {};
-        table->table[i].dwAddr = rows[i].address;
-        table->table[i].dwPhysAddrLen = static_cast<DWORD>(rows[i].hardwareAddress.size());
-        std::copy(rows[i].hardwareAddress.begin(), rows[i].hardwareAddress.end(), table->table[i].bPhysAddr);
-    }
-    return NO_ERROR;
+    return result;
 }
 
 DWORD IpReleaseAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    return ChangeAddress("release", "IpReleaseAddress", adapter->Index);
+    return ChangeAddress("release", "IpReleaseAddress", adapter);
 }
 
 DWORD IpRenewAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    return ChangeAddress("renew", "IpRenewAddress", adapter->Index);
+    return ChangeAddress("renew", "IpRenewAddress", adapter);
 }
 
 }  // namespace platform

@@ -11,6 +11,8 @@
 
 namespace platform {
 
+using scripted::system;
+
 namespace {
 
 void* OpenHandle(const char* call) {
@@ -18,65 +20,56 @@ void* OpenHandle(const char* call) {
         return nullptr;
     }
     fakes::CountResource(1);
-    return &scripted::system.internet;
+    return &system.internet;
 }
 
 }  // namespace
 
 HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* connection) {
-    auto& manager = scripted::system.connectionManager;
-    manager.request = request;
+    system.connectionManager.request = request;
     if (fakes::Fails("ConnMgrEstablishConnection")) {
         return E_FAIL;
     }
     *connection = CreateEventW(nullptr, TRUE, TRUE, nullptr);
-    ++manager.open;
+    ++system.connectionManager.open;
     return S_OK;
 }
 
 HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
-    auto& manager = scripted::system.connectionManager;
-    if (fakes::Fails("ConnMgrConnectionStatus")) {
-        return E_FAIL;
-    }
-    *status = 16;
-    if (!manager.statuses.empty()) {
-        *status = manager.statuses.front();
-        manager.statuses.erase(manager.statuses.begin());
-    }
-    return S_OK;
+    auto& statuses = system.connectionManager.statuses;
+    *status = statuses.empty() ? 16 : statuses.front();
+    statuses.erase(statuses.begin(), statuses.begin() + (statuses.empty() ? 0 : 1));
+    return fakes::Fails("ConnMgrConnectionStatus") ? E_FAIL : S_OK;
 }
 
 HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG cache) {
-    auto& manager = scripted::system.connectionManager;
     CloseHandle(connection);
-    --manager.open;
-    manager.releasedWith = cache;
+    --system.connectionManager.open;
+    system.connectionManager.releasedWith = cache;
     return S_OK;
 }
 
 HRESULT QueryProxy(HANDLE, ProxyRecord* proxy) {
-    const auto& manager = scripted::system.connectionManager;
-    std::copy(manager.proxy.begin(), manager.proxy.end(), proxy->szProxyServer);
-    return fakes::Fails("QueryProxy") ? E_FAIL : manager.proxyResult;
+    std::ranges::copy(system.connectionManager.proxy, proxy->szProxyServer);
+    return fakes::Fails("QueryProxy") ? E_FAIL : system.connectionManager.proxyResult;
 }
 
 void* InternetOpenW(const wchar_t* agent, DWORD accessType, const wchar_t* proxy) {
-    scripted::system.internet.asked = std::wstring(agent) + L", access " + std::to_wstring(accessType) + L", " +
-                                      (proxy != nullptr ? proxy : L"no proxy");
+    system.internet.asked = std::wstring(agent) + L", access " + std::to_wstring(accessType) + L", " +
+                            (proxy != nullptr ? proxy : L"no proxy");
     return OpenHandle("InternetOpenW");
 }
 
 void* InternetConnectW(void*, const wchar_t* host, WORD port) {
-    scripted::system.internet.hosts.push_back(host);
-    scripted::system.internet.asked += L", port " + std::to_wstring(port);
+    system.internet.hosts.push_back(host);
+    system.internet.asked += L", port " + std::to_wstring(port);
     return OpenHandle("InternetConnectW");
 }
 
 void* HttpOpenRequestW(void*, const wchar_t* path, DWORD flags, DWORD_PTR context) {
     wchar_t rest[300];
     FormatText(rest, L", %s, %X, %d", path, flags, static_cast<uint32_t>(context));
-    scripted::system.internet.asked += rest;
+    system.internet.asked += rest;
     return OpenHandle("HttpOpenRequestW");
 }
 
@@ -85,18 +78,15 @@ bool HttpSendRequestW(void*) {
 }
 
 bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
-    auto& internet = scripted::system.internet;
-    auto& pieces = internet.answers[internet.hosts.back()].pieces;
+    auto& pieces = system.internet.answers[system.internet.hosts.back()].pieces;
+    const bool fails = fakes::Fails("InternetReadFile");
     *read = 0;
-    if (fakes::Fails("InternetReadFile")) {
-        return false;
-    }
-    if (!pieces.empty()) {
+    if (!fails && !pieces.empty()) {
         *read = static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
         pieces[0].erase(0, *read);
         pieces.erase(pieces.begin(), pieces.begin() + (pieces[0].empty() ? 1 : 0));
     }
-    return true;
+    return !fails;
 }
 
 void InternetCloseHandle(void*) {

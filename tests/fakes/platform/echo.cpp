@@ -22,15 +22,12 @@ BOOL IcmpCloseHandle(HANDLE) {
 
 DWORD IcmpSendEcho(HANDLE, uint32_t address, const void*, WORD, const IP_OPTION_INFORMATION*, void* reply, DWORD,
                    DWORD timeoutMs) {
-    if (fakes::Fails("IcmpSendEcho") || !scripted::system.echo) {
-        return 0;
+    const bool fails = fakes::Fails("IcmpSendEcho") || !scripted::system.echo;
+    const std::optional<EchoReply> answer = fails ? std::nullopt : scripted::system.echo(address, timeoutMs);
+    if (answer) {
+        memcpy(reply, &*answer, sizeof(*answer));
     }
-    const std::optional<EchoReply> answer = scripted::system.echo(address, timeoutMs);
-    if (!answer) {
-        return 0;
-    }
-    memcpy(reply, &*answer, sizeof(*answer));
-    return 1;
+    return answer ? 1 : 0;
 }
 
 }  // namespace platform

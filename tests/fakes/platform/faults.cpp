@@ -7,19 +7,18 @@
 namespace fakes {
 namespace {
 
-struct Countdown {
-    int calls = 0;
-    int nth = 0;
-    Faults faults = Faults::Once;
-    std::string failed = {};
-};
-thread_local Countdown countdown;
+thread_local struct {
+    int calls;
+    int nth;
+    bool lasts;
+    std::string failed;
+} countdown;
 std::atomic<int> resources = 0;
 
 }  // namespace
 
 void FailCall(int nth, Faults faults) {
-    countdown = {0, nth, faults};
+    countdown = {0, nth, faults == Faults::FromThereOn, {}};
 }
 
 int EndFaults() {
@@ -37,14 +36,10 @@ int OpenResources() {
 
 bool Fails(const char* function) {
     const int call = ++countdown.calls;
-    const bool lasting = countdown.faults == Faults::FromThereOn;
-    if (countdown.nth == 0 || call < countdown.nth || (call > countdown.nth && !lasting)) {
-        return false;
-    }
     if (call == countdown.nth) {
         countdown.failed = function;
     }
-    return true;
+    return countdown.nth != 0 && (call == countdown.nth || (call > countdown.nth && countdown.lasts));
 }
 
 void CountResource(int change) {

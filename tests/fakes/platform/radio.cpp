@@ -10,38 +10,35 @@
 
 namespace platform {
 
+using scripted::system;
+
 namespace {
 
-bool AnswerBinding(uint8_t* buffer, DWORD outputBytes, DWORD* returned) {
-    const std::vector<uint8_t>& given = scripted::system.wireless.bindingAnswer;
-    if (!given.empty()) {
-        std::copy_n(given.begin(), std::min<size_t>(given.size(), outputBytes), buffer);
-        return true;
+// The name behind a record, unless the script gives other bytes.
+bool AnswerBinding(void* buffer, DWORD outputBytes, DWORD* returned) {
+    std::vector<uint8_t> answer = system.wireless.bindingAnswer;
+    if (answer.empty()) {
+        const std::u16string name(system.wireless.bindingName.begin(), system.wireless.bindingName.end());
+        NdisBindingRequest record = {};
+        record.deviceNameOffset = sizeof(record);
+        record.deviceNameLength = static_cast<uint32_t>(name.size() * sizeof(char16_t));
+        answer.resize(sizeof(record) + record.deviceNameLength);
+        memcpy(answer.data(), &record, sizeof(record));
+        memcpy(answer.data() + sizeof(record), name.data(), record.deviceNameLength);
     }
-    const std::wstring& name = scripted::system.wireless.bindingName;
-    NdisBindingRequest answer = {};
-    answer.deviceNameOffset = sizeof(answer);
-    answer.deviceNameLength = static_cast<uint32_t>(name.size() * sizeof(uint16_t));
-    *returned = answer.deviceNameOffset + answer.deviceNameLength;
-    if (*returned > outputBytes) {
-        return false;
-    }
-    memcpy(buffer, &answer, sizeof(answer));
-    for (size_t i = 0; i < name.size(); ++i) {
-        const auto unit = static_cast<uint16_t>(name[i]);
-        memcpy(buffer + answer.deviceNameOffset + i * sizeof(unit), &unit, sizeof(unit));
-    }
+    *returned = static_cast<DWORD>(std::min<size_t>(answer.size(), outputBytes));
+    memcpy(buffer, answer.data(), *returned);
     return true;
 }
 
 }  // namespace
 
 HANDLE OpenRadio() {
-    if (fakes::Fails("OpenRadio") || !scripted::system.wireless.present) {
+    if (fakes::Fails("OpenRadio") || !system.wireless.present) {
         return INVALID_HANDLE_VALUE;
     }
     fakes::CountResource(1);
-    return &scripted::system.wireless;
+    return &system.wireless;
 }
 
 void CloseRadio(HANDLE) {
@@ -49,12 +46,12 @@ void CloseRadio(HANDLE) {
 }
 
 bool RadioIoControl(HANDLE, DWORD controlCode, void* buffer, DWORD, DWORD outputBytes, DWORD* returned) {
-    scripted::Wireless& wireless = scripted::system.wireless;
+    scripted::Wireless& wireless = system.wireless;
     if (fakes::Fails("RadioIoControl")) {
         return false;
     }
     if (controlCode == IOCTL_NDISUIO_QUERY_BINDING) {
-        return AnswerBinding(static_cast<uint8_t*>(buffer), outputBytes, returned);
+        return AnswerBinding(buffer, outputBytes, returned);
     }
     auto* request = static_cast<NdisOidRequest*>(buffer);
     wireless.requests.push_back(request->oid);
@@ -62,7 +59,7 @@ bool RadioIoControl(HANDLE, DWORD controlCode, void* buffer, DWORD, DWORD output
     if (value == wireless.values.end() || value->second.size() > sizeof(request->data)) {
         return false;
     }
-    std::copy(value->second.begin(), value->second.end(), request->data);
+    std::ranges::copy(value->second, request->data);
     *returned = static_cast<DWORD>(sizeof(*request));
     return true;
 }

@@ -115,8 +115,8 @@ DWORD SetFilePointer(HANDLE file, LONG distance, LONG*, DWORD method) {
 
 DWORD GetFileSize(HANDLE file, DWORD*) {
     struct stat status = {};
-    return Fails("GetFileSize") || fstat(DescriptorOf(file), &status) != 0 ? INVALID_FILE_SIZE
-                                                                           : static_cast<DWORD>(status.st_size);
+    fstat(DescriptorOf(file), &status);
+    return Fails("GetFileSize") ? INVALID_FILE_SIZE : static_cast<DWORD>(status.st_size);
 }
 
 BOOL CreateDirectoryW(const wchar_t* path, void*) {

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
-#include <cwctype>
 #include <optional>
 #include <thread>
 
@@ -14,25 +13,16 @@ namespace fakes {
 
 namespace {
 
+struct Script {
+    SYSTEMTIME localTime = {2006, 12, 5, 15, 10, 0, 0, 0};
+    std::optional<DWORD> tickCount;
+    DWORD zoneResult = 0;
+    LONG zoneBias = 0;
+    int messageAnswer = IDOK;
+    std::vector<WaitOutcome> waits;
+};
+Script script;
 DWORD lastError = 0;
-SYSTEMTIME localTime = {};
-std::optional<DWORD> scriptedTickCount;
-DWORD zoneResult = 0;
-LONG zoneBias = 0;
-int messageAnswer = IDOK;
-std::vector<WaitOutcome> waits;
-
-struct Event : Closable {};
-
-// The stand-in's ANSI code page is Latin-1.
-template <typename From, typename To, typename Convert>
-int ConvertText(const From* text, int length, To* out, int room, Convert convert) {
-    if (length > room) {
-        return 0;
-    }
-    std::transform(text, text + length, out, convert);
-    return length;
-}
 
 }  // namespace
 
@@ -44,31 +34,27 @@ void ResetSystem() {
     ResetFiles();
     ResetRegistry();
     workersRunInline = false;
-    localTime = {2006, 12, 5, 15, 10, 0, 0, 0};
-    scriptedTickCount.reset();
-    SetTimeZone(0, 0);
-    waits.clear();
+    script = {};
     waitedMs.clear();
     shownMessages.clear();
-    messageAnswer = IDOK;
 }
 
 void SetLocalTime(const SYSTEMTIME& now) {
-    localTime = now;
+    script.localTime = now;
 }
 
 void SetTimeZone(DWORD result, LONG biasMinutes) {
-    zoneResult = result;
-    zoneBias = biasMinutes;
+    script.zoneResult = result;
+    script.zoneBias = biasMinutes;
 }
 
 void ScriptWaits(const std::vector<WaitOutcome>& outcomes) {
-    waits = outcomes;
-    scriptedTickCount = 0xFFFFFF00;  // wraps during any longer wait
+    script.waits = outcomes;
+    script.tickCount = 0xFFFFFF00;  // wraps during any longer wait
 }
 
 void AnswerMessagesWith(int button) {
-    messageAnswer = button;
+    script.messageAnswer = button;
 }
 
 }  // namespace fakes
@@ -93,12 +79,15 @@ HLOCAL LocalFree(HLOCAL memory) {
     return nullptr;
 }
 
-int MultiByteToWideChar(UINT, DWORD, const char* text, int bytes, wchar_t* out, int outUnits) {
-    return ConvertText(text, bytes, out, outUnits, [](char c) { return static_cast<unsigned char>(c); });
+// The stand-in's ANSI code page is Latin-1; callers have room for every character.
+int MultiByteToWideChar(UINT, DWORD, const char* text, int bytes, wchar_t* out, int) {
+    std::transform(text, text + bytes, out, [](char c) { return static_cast<unsigned char>(c); });
+    return bytes;
 }
 
-int WideCharToMultiByte(UINT, DWORD, const wchar_t* text, int units, char* out, int outBytes, const char*, BOOL*) {
-    return ConvertText(text, units, out, outBytes, [](wchar_t c) { return c < 0x100 ? static_cast<char>(c) : '?'; });
+int WideCharToMultiByte(UINT, DWORD, const wchar_t* text, int units, char* out, int, const char*, BOOL*) {
+    std::transform(text, text + units, out, [](wchar_t c) { return c < 0x100 ? static_cast<char>(c) : '?'; });
+    return units;
 }
 
 int _wcsicmp(const wchar_t* a, const wchar_t* b) {
@@ -106,13 +95,13 @@ int _wcsicmp(const wchar_t* a, const wchar_t* b) {
 }
 
 void GetLocalTime(SYSTEMTIME* now) {
-    *now = localTime;
+    *now = script.localTime;
 }
 
 DWORD GetTickCount() {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return scriptedTickCount.value_or(
-        static_cast<DWORD>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count()));
+    using namespace std::chrono;
+    const auto now = duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
+    return script.tickCount.value_or(static_cast<DWORD>(now.count()));
 }
 
 void Sleep(DWORD ms) {
@@ -120,8 +109,8 @@ void Sleep(DWORD ms) {
 }
 
 DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* zone) {
-    zone->Bias = zoneBias;
-    return Fails("GetTimeZoneInformation") ? TIME_ZONE_ID_INVALID : zoneResult;
+    zone->Bias = script.zoneBias;
+    return Fails("GetTimeZoneInformation") ? TIME_ZONE_ID_INVALID : script.zoneResult;
 }
 
 BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
@@ -139,11 +128,11 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
 }
 
 HANDLE CreateEventW(void*, BOOL, BOOL, const wchar_t*) {
-    return static_cast<Closable*>(new Event);
+    return new Closable;
 }
 
 BOOL CloseHandle(HANDLE handle) {
-    if (handle != nullptr && handle != INVALID_HANDLE_VALUE) {
+    if (handle != INVALID_HANDLE_VALUE) {
         delete static_cast<Closable*>(handle);
     }
     return TRUE;
@@ -155,12 +144,12 @@ DWORD WaitForSingleObject(HANDLE, DWORD timeoutMs) {
         lastError = ERROR_INVALID_HANDLE;
         return WAIT_FAILED;
     }
-    if (waits.empty()) {
+    if (script.waits.empty()) {
         return WAIT_OBJECT_0;
     }
-    const WaitOutcome outcome = waits.front();
-    waits.erase(waits.begin());
-    *scriptedTickCount += std::min(outcome.afterMs, timeoutMs);
+    const WaitOutcome outcome = script.waits.front();
+    script.waits.erase(script.waits.begin());
+    *script.tickCount += std::min(outcome.afterMs, timeoutMs);
     lastError = outcome.error;
     return outcome.afterMs > timeoutMs ? static_cast<DWORD>(WAIT_TIMEOUT) : outcome.result;
 }
@@ -170,5 +159,5 @@ int MessageBoxW(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
         return 0;
     }
     shownMessages.push_back({text, caption, flags});
-    return messageAnswer;
+    return script.messageAnswer;
 }

@@ -1,49 +1,28 @@
-// An in-memory registry: keys by their full name, values by name without regard to case.
+// An in-memory registry: keys by their full name, values by name, which the product never spells in two ways.
 #include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/system.h"
 #include "tests/fakes/win32/parts.h"
 
-using fakes::Fails;
-
-namespace {
-
-struct IgnoringCase {
-    bool operator()(const std::wstring& a, const std::wstring& b) const { return _wcsicmp(a.c_str(), b.c_str()) < 0; }
-};
-
-struct Value {
-    DWORD type;
-    std::vector<BYTE> data;
-};
-
-}  // namespace
-
 struct FakeKey {
-    std::map<std::wstring, Value, IgnoringCase> values;
+    std::map<std::wstring, std::pair<DWORD, std::vector<BYTE>>> values;  // type and data
 };
-
-namespace {
-
-std::map<std::wstring, FakeKey, IgnoringCase> keys;
-
-}  // namespace
+static std::map<std::wstring, FakeKey> keys;
 
 void fakes::ResetRegistry() {
     keys.clear();
 }
 
+using fakes::Fails;
+
 LONG RegOpenKeyExW(HKEY, const wchar_t* name, DWORD, DWORD, HKEY* key) {
+    const bool fails = Fails("RegOpenKeyExW");
     const auto found = keys.find(name);
-    if (Fails("RegOpenKeyExW")) {
-        return ERROR_ACCESS_DENIED;
-    }
-    if (found == keys.end()) {
-        return ERROR_FILE_NOT_FOUND;
+    if (fails || found == keys.end()) {
+        return fails ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
     }
     *key = &found->second;
     fakes::CountResource(1);
@@ -60,24 +39,18 @@ LONG RegCreateKeyExW(HKEY, const wchar_t* name, DWORD, wchar_t*, DWORD, DWORD, v
 }
 
 LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* data, DWORD* bytes) {
-    if (Fails("RegQueryValueExW")) {
-        return ERROR_ACCESS_DENIED;
-    }
+    const bool fails = Fails("RegQueryValueExW");
     const auto found = key->values.find(name);
-    if (found == key->values.end()) {
-        return ERROR_FILE_NOT_FOUND;
+    if (fails || found == key->values.end()) {
+        return fails ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
     }
-    const Value& value = found->second;
-    const DWORD room = std::exchange(*bytes, static_cast<DWORD>(value.data.size()));
-    if (type != nullptr) {
-        *type = value.type;
-    }
-    if (data != nullptr && room < value.data.size()) {
+    const auto& [itsType, value] = found->second;
+    const DWORD room = std::exchange(*bytes, static_cast<DWORD>(value.size()));
+    *type = itsType;
+    if (room < value.size()) {
         return ERROR_MORE_DATA;
     }
-    if (data != nullptr) {
-        std::copy(value.data.begin(), value.data.end(), data);
-    }
+    std::copy(value.begin(), value.end(), data);
     return ERROR_SUCCESS;
 }
 
