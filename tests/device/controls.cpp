@@ -6,6 +6,13 @@
 
 namespace {
 
+constexpr uint32_t kSetText = 0x000C, kResetEntries = 0x014B, kCountRows = 0x1004, kDeleteRows = 0x1009,
+                   kNextRow = 0x100C, kSortRows = 0x1030, kGetRow = 0x104B, kSetRow = 0x104C, kInsertRow = 0x104D,
+                   kFindRow = 0x1053, kGetCell = 0x1073, kSetCell = 0x1074;
+
+// Check state, chosen entry, drop-down state, selected row: a message tells it (wParam), another one asks for it.
+const std::map<uint32_t, uint32_t> kTold = {{0x00F1, 0x00F0}, {0x014E, 0x0147}, {0x014F, 0x0157}, {0x102B, kNextRow}};
+
 struct Item {  // LVITEMW
     uint32_t mask, row, column, state, stateMask;
     Address text;
@@ -13,120 +20,83 @@ struct Item {  // LVITEMW
     int32_t image;
     uint32_t data;
 };
-constexpr uint32_t kHasText = 1, kHasImage = 2, kHasData = 4;
 
-struct Call {
-    Window& control;
-    uint32_t wParam;
-    uint32_t lParam;
-
-    Item& ItemAt() const { return *At<Item>(lParam); }
-};
-
-int64_t ResetList(const Call& call) {
-    call.control.items.clear();
-    call.control.rows.clear();
-    call.control.text.clear();
-    return call.control.selected = -1;
-}
-
-int64_t AddEntry(const Call& call) {
-    call.control.items.push_back(At<char16_t>(call.lParam));
-    return static_cast<int64_t>(call.control.items.size() - 1);
-}
-
-int64_t ChooseEntry(const Call& call) {
-    call.control.text = call.control.items.at(call.wParam);
-    return call.control.selected = static_cast<int32_t>(call.wParam);
-}
-
-int64_t SetItem(const Call& call) {
-    const Item& item = call.ItemAt();
-    ListRow& row = call.control.rows.at(item.row);
+void Change(ListRow& row, const Item& item) {
+    constexpr uint32_t kHasText = 1, kHasImage = 2, kHasData = 4;
     if ((item.mask & kHasText) != 0) {
         row.cells[item.column] = At<char16_t>(item.text);
     }
     row.image = (item.mask & kHasImage) != 0 ? item.image : row.image;
     row.data = (item.mask & kHasData) != 0 ? item.data : row.data;
-    return 1;
-}
-
-int64_t InsertItem(const Call& call) {
-    Item& item = call.ItemAt();
-    item.row = std::min(item.row, static_cast<uint32_t>(call.control.rows.size()));
-    call.control.rows.insert(call.control.rows.begin() + item.row, ListRow());
-    SetItem(call);
-    return item.row;
-}
-
-int64_t GetItem(const Call& call) {
-    const ListRow& row = call.control.rows.at(call.ItemAt().row);
-    call.ItemAt().image = row.image;
-    call.ItemAt().data = row.data;
-    return 1;
-}
-
-int64_t SetItemText(const Call& call) {
-    call.control.rows.at(call.wParam).cells[call.ItemAt().column] = At<char16_t>(call.ItemAt().text);
-    return 1;
-}
-
-int64_t GetItemText(const Call& call) {
-    const std::u16string& cell = call.control.rows.at(call.wParam).cells[call.ItemAt().column];
-    auto* text = At<char16_t>(call.ItemAt().text);
-    text[cell.copy(text, call.ItemAt().room - 1)] = 0;
-    return static_cast<int64_t>(cell.size());
-}
-
-// By data alone: LVFINDINFOW's flags, text, data.
-int64_t FindItem(const Call& call) {
-    const auto& rows = call.control.rows;
-    const auto found = std::find_if(rows.begin(), rows.end(),
-                                    [&](const ListRow& row) { return row.data == At<uint32_t>(call.lParam)[2]; });
-    return found != rows.end() ? found - rows.begin() : -1;
 }
 
 // The guest's comparison says 1 for rows that are to be swapped, and otherwise 0.
-int64_t SortItems(const Call& call) {
-    auto& rows = call.control.rows;
+void Sort(std::vector<ListRow>& rows, Address compare) {
     for (size_t i = 1; i < rows.size(); ++i) {
-        for (size_t j = i; j > 0 && CallGuest(call.lParam, {rows[j - 1].data, rows[j].data, call.wParam}) == 1; --j) {
+        for (size_t j = i; j > 0 && CallGuest(compare, {rows[j - 1].data, rows[j].data, 0}) == 1; --j) {
             std::swap(rows[j - 1], rows[j]);
         }
     }
-    return 1;
 }
 
-constexpr struct {
-    uint32_t message;
-    int64_t (*answer)(const Call& call);
-} kMessages[] = {
-    {0x000C, [](const Call& call) -> int64_t { return call.control.text = At<char16_t>(call.lParam), 1; }},
-    {0x00F0, [](const Call& call) -> int64_t { return call.control.check; }},
-    {0x00F1, [](const Call& call) -> int64_t { return call.control.check = call.wParam; }},
-    {0x0143, AddEntry},
-    {0x0147, [](const Call& call) -> int64_t { return call.control.selected; }},
-    {0x014B, ResetList},
-    {0x014E, ChooseEntry},
-    {0x014F, [](const Call& call) -> int64_t { return call.control.isDroppedDown = call.wParam != 0; }},
-    {0x0157, [](const Call& call) -> int64_t { return call.control.isDroppedDown; }},
-    {0x1004, [](const Call& call) -> int64_t { return static_cast<int64_t>(call.control.rows.size()); }},
-    {0x1009, ResetList},
-    {0x100C, [](const Call& call) -> int64_t { return call.control.selected; }},
-    {0x102B, [](const Call& call) -> int64_t { return call.control.selected = static_cast<int32_t>(call.wParam); }},
-    {0x1030, SortItems},
-    {0x104B, GetItem},
-    {0x104C, SetItem},
-    {0x104D, InsertItem},
-    {0x1053, FindItem},
-    {0x1073, GetItemText},
-    {0x1074, SetItemText},
-};
+uint32_t AnswerForRow(std::vector<ListRow>& rows, uint32_t message, uint32_t row, Item& item) {
+    switch (message) {
+        case kInsertRow:
+            item.row = std::min(item.row, static_cast<uint32_t>(rows.size()));
+            rows.insert(rows.begin() + item.row, ListRow());
+            [[fallthrough]];
+        case kSetRow:
+            Change(rows.at(item.row), item);
+            return item.row;
+        case kGetRow:
+            item.image = rows.at(item.row).image;
+            item.data = rows.at(item.row).data;
+            return 1;
+        case kSetCell:
+            rows.at(row).cells[item.column] = At<char16_t>(item.text);
+            return 1;
+        default:
+            const std::u16string& cell = rows.at(row).cells[item.column];
+            At<char16_t>(item.text)[cell.copy(At<char16_t>(item.text), item.room - 1)] = 0;
+            return static_cast<uint32_t>(cell.size());
+    }
+}
 
 }  // namespace
 
-uint32_t SendToControl(Window& control, uint32_t message, uint32_t wParam, uint32_t lParam) {
-    const auto* row = std::find_if(std::begin(kMessages), std::end(kMessages),
-                                   [&](const auto& candidate) { return candidate.message == message; });
-    return row != std::end(kMessages) ? static_cast<uint32_t>(row->answer({control, wParam, lParam})) : 1;
+uint32_t AnswerAsControl(Window& control, uint32_t message, uint32_t wParam, uint32_t lParam) {
+    if (kTold.count(message) != 0) {
+        return control.values[kTold.at(message)] = wParam;
+    }
+    switch (message) {
+        case kSetText:
+            control.text = At<char16_t>(lParam);
+            return 1;
+        case kResetEntries:
+        case kDeleteRows:
+            control.text.clear();
+            control.rows.clear();
+            control.values.clear();
+            return 1;
+        case kNextRow:
+            return control.values.count(message) != 0 ? control.values[message] : 0xFFFFFFFF;
+        case kCountRows:
+            return static_cast<uint32_t>(control.rows.size());
+        case kSortRows:
+            Sort(control.rows, lParam);
+            return 1;
+        case kFindRow: {  // by data alone: LVFINDINFOW's flags, text, data
+            const auto found = std::find_if(control.rows.begin(), control.rows.end(),
+                                            [&](const ListRow& row) { return row.data == At<uint32_t>(lParam)[2]; });
+            return found != control.rows.end() ? static_cast<uint32_t>(found - control.rows.begin()) : 0xFFFFFFFF;
+        }
+        case kInsertRow:
+        case kSetRow:
+        case kGetRow:
+        case kSetCell:
+        case kGetCell:
+            return AnswerForRow(control.rows, message, wParam, *At<Item>(lParam));
+        default:
+            return control.values[message];
+    }
 }

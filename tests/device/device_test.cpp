@@ -28,7 +28,7 @@ const Step kLeftDetector[] = {{Tap, kTapDetector, kIconTop}, {Command, IDC_DETEC
 struct Device : Handheld {
     Device() : Handheld(kBegin) {}
     std::string End() {
-        player.Run(kEnd);
+        Run(kEnd);
         return faults;
     }
 };
@@ -41,7 +41,7 @@ TEST(Device, Survives_every_allocation_that_fails) {
         Device device;
         device.allocations = 0;
         device.failingAllocation = failing;
-        device.player.Run(kTools);
+        device.Run(kTools);
         allocations = failing == 0 ? device.allocations : allocations;
         EXPECT_EQ(device.End(), "") << "allocation " << failing;
     }
@@ -51,9 +51,9 @@ TEST(Device, Survives_every_allocation_that_fails) {
 TEST(Device, Reads_a_log_at_the_last_attempt) {
     const Step tick[] = {{Tick, 0, 10, 1, 1}};
     Device device;
-    device.player.Run(tick);
+    device.Run(tick);
     device.failingReads = 15;
-    device.player.Run(tick);
+    device.Run(tick);
     EXPECT_EQ(std::ifstream(fakes::Root() / "Program Files/Ostrik/Quorvane/202601.log").seekg(4).get(), 20);
 }
 
@@ -61,13 +61,13 @@ TEST(Device, Reads_a_log_at_the_last_attempt) {
 TEST(Device, Lets_workers_outlive_the_dialog_and_does_without_them) {
     Device device;
     device.threadsWait = true;
-    device.player.Run(kLeftDetector);
+    device.Run(kLeftDetector);
     EXPECT_EQ(device.waitingThreads.size(), 254u);
     EXPECT_EQ(device.libraryUses, 255);
     device.RunThreads();
     EXPECT_EQ(device.libraryUses, 1);
     device.failingThreads = 254;
-    device.player.Run(kLeftDetector);
+    device.Run(kLeftDetector);
     EXPECT_EQ(device.End(), "");
 }
 
@@ -75,9 +75,9 @@ TEST(Device, Lets_workers_outlive_the_dialog_and_does_without_them) {
 TEST(Figures, Of_ticks_and_paints) {
     Device device;
     const auto costOf = [&](const Step& step) {
-        const Figures before = bed->figures;
-        device.player.Run({&step, 1});
-        return std::pair(bed->figures.instructions - before.instructions, bed->figures.imports - before.imports);
+        const std::pair before(bed->instructions, bed->imports);
+        device.Run({&step, 1});
+        return std::pair(bed->instructions - before.first, bed->imports - before.second);
     };
     const Step steps[] = {{Tick, 0, 0, 0, 1}, {Tick, 0, 1500, 700, 1}, {Paint}};
     const char* names[] = {"quiet_tick", "tick", "paint"};

@@ -26,22 +26,22 @@ constexpr Address kStackTops[] = {0x30000000 + kStackBytes, 0x30100000 + kStackB
 enum Register { kR4 = 4, kR12 = 12, kSp = 13, kLr = 14, kPc = 15, kStatus = 16, kRegisters = 17 };
 using Registers = std::array<uint32_t, kRegisters>;
 
-int RegisterId(int number) {
-    constexpr int kSpecial[] = {UC_ARM_REG_SP, UC_ARM_REG_LR, UC_ARM_REG_PC, UC_ARM_REG_CPSR};
-    return number < kSp ? UC_ARM_REG_R0 + number : kSpecial[number - kSp];
-}
+constexpr int kRegisterIds[] = {UC_ARM_REG_R0,  UC_ARM_REG_R1,  UC_ARM_REG_R2,  UC_ARM_REG_R3, UC_ARM_REG_R4,
+                                UC_ARM_REG_R5,  UC_ARM_REG_R6,  UC_ARM_REG_R7,  UC_ARM_REG_R8, UC_ARM_REG_R9,
+                                UC_ARM_REG_R10, UC_ARM_REG_R11, UC_ARM_REG_R12, UC_ARM_REG_SP, UC_ARM_REG_LR,
+                                UC_ARM_REG_PC,  UC_ARM_REG_CPSR};
 
 Registers ReadRegisters() {
     Registers registers = {};
     for (int i = 0; i < kRegisters; ++i) {
-        uc_reg_read(bed->engine, RegisterId(i), &registers[i]);
+        uc_reg_read(bed->engine, kRegisterIds[i], &registers[i]);
     }
     return registers;
 }
 
 void WriteRegisters(const Registers& registers) {
     for (int i = 0; i < kRegisters; ++i) {
-        uc_reg_write(bed->engine, RegisterId(i), &registers[i]);
+        uc_reg_write(bed->engine, kRegisterIds[i], &registers[i]);
     }
 }
 
@@ -54,7 +54,7 @@ void Kill(const std::string& fault) {
 }
 
 void OnInstruction(uc_engine*, uint64_t, uint32_t, void*) {
-    ++bed->figures.instructions;
+    ++bed->instructions;
 }
 
 void OnTrap(uc_engine* engine, uint64_t address, uint32_t, void*) {
@@ -69,7 +69,7 @@ void TouchStack(size_t stack, Address address) {
         Kill("access beyond the stack's guard page, " + Hex(address));
     }
     lowest = std::min(lowest, address / kPageBytes);
-    bed->figures.deepestStack = std::max(bed->figures.deepestStack, kStackTops[stack] - address);
+    bed->deepestStack = std::max(bed->deepestStack, kStackTops[stack] - address);
 }
 
 void OnAccess(uc_engine*, uc_mem_type type, uint64_t where, int size, int64_t, void*) {
@@ -96,7 +96,7 @@ void CallStandIn() {
     for (size_t i = 0; i < kMostArguments; ++i) {
         words[i] = i < 4 ? registers[i] : At<uint32_t>(registers[kSp])[i - 4];
     }
-    ++bed->figures.imports;
+    ++bed->imports;
     const uint64_t result = bed->trace != nullptr ? bed->trace->Call(name, words, standIn) : standIn(words);
     registers[0] = static_cast<uint32_t>(result);
     // What any function may leave behind.
@@ -166,7 +166,6 @@ uint32_t CallOnStack(Address function, Address stack, std::span<const uint32_t> 
 }  // namespace
 
 void OpenBed(Core core) {
-    bed.reset();
     bed = std::make_unique<Bed>();
     uc_open(UC_ARCH_ARM, UC_MODE_ARM, &bed->engine);
     uc_ctl_set_cpu_model(bed->engine, core == Core::StrongArm ? UC_CPU_ARM_SA1110 : UC_CPU_ARM_TI925T);

@@ -8,49 +8,45 @@
 #include "resources/resource_ids.h"
 #include "tests/fakes/scripted_platform.h"
 
-struct Player;
-
 namespace device_script {
 
-struct Step;
-using Act = void(Player& player, const Step& step);
+namespace steps {
+enum Act {
+    Attach,   // the library is loaded anew with a screen of a x b pixels; files and registry stay
+    Detach,   // window destroyed, library unloaded
+    Clock,    // local time: a year, b month, c day, d hour; always minute 30, second 15
+    Adapter,  // adapter a is b (1 up, 0 down and gone from every list) and has interface index c
+    Radio,    // a 1: the driver is there; b dBm (two's complement); c 1: associated
+    Tick,     // d times: b received and c transmitted are added to adapter a's counters, 2 s later the item's timer
+    Refresh,  // the host's refresh query
+    Clear,    // the host's clear-cache message
+    Erase,    // background
+    Paint,    // of the topmost window
+    Tap,      // pen up at (a, b) of the topmost window
+    Options,  // the host opens template 500 with ordinal 241
+    // The rest is for dialogs; a is the control's number.
+    Command,  // WM_COMMAND with notification code b
+    Timer,    // timer number a
+    Text,     // the control's text becomes `text`
+    Choose,   // entry b of a drop-down list is chosen while it is dropped down, with CBN_SELCHANGE
+    Date,     // the date picker's date becomes b-c-d, with DTN_DATETIMECHANGE
+    Check,    // b is the new check state
+    Select,   // row b of a list view is selected
+    Row,      // row b of a list view is tapped (NM_CLICK)
+    Answer,   // the next message box is answered with button a
+    Page,     // the next page of the sheet is shown, the one before it left (PSN_KILLACTIVE)
+    Apply,    // the sheet is closed: PSN_KILLACTIVE of the page shown, then PSN_APPLY of all that were shown
+};
+}  // namespace steps
+
 struct Step {
-    Act* act;
+    steps::Act act;
     uint32_t a = 0;
     uint32_t b = 0;
     uint32_t c = 0;
     uint32_t d = 0;
     const char* text = "";  // ASCII
 };
-
-namespace steps {
-Act Attach;    // the library is loaded anew with a screen of a x b pixels; files and registry stay
-Act Detach;    // window destroyed, library unloaded
-Act Clock;     // local time: a year, b month, c day, d hour; always minute 30, second 15
-Act Counters;  // of adapter a: b octets received, c transmitted
-Act Adapter;   // adapter a is b (1 up, 0 down and gone from every list) and has interface index c
-Act Radio;     // a 1: the driver is there; b dBm (two's complement); c 1: associated
-Act Tick;      // d times: b received and c transmitted are added to adapter a's counters, 2 s later the item's timer
-Act Refresh;   // the host's refresh query
-Act Clear;     // the host's clear-cache message
-Act Erase;     // background
-Act Paint;     // of the topmost window
-Act Tap;       // pen up at (a, b) of the topmost window
-Act Options;   // the host opens template 500 with ordinal 241
-// The rest is for dialogs; a is the control's number.
-Act Command;  // WM_COMMAND with notification code b
-Act Timer;    // timer number a
-Act Text;     // the control's text becomes `text`
-Act Choose;   // entry b of a drop-down list is chosen while it is dropped down, with CBN_SELCHANGE
-Act Date;     // the date picker's date becomes b-c-d, with DTN_DATETIMECHANGE
-Act Check;    // b is the new check state
-Act Select;   // row b of a list view is selected
-Act Row;      // row b of a list view is tapped (NM_CLICK)
-Act Answer;   // the next message box is answered with button a
-Act Page;     // page a of the sheet is shown, the one before it left (PSN_KILLACTIVE)
-Act Color;    // WM_CTLCOLORSTATIC of the control
-Act Apply;    // the sheet is closed: PSN_KILLACTIVE of the page shown, then PSN_APPLY of all that were shown
-}  // namespace steps
 
 // The network. Adapter 0 is up from the start, adapter 1 is not.
 // clang-format off
@@ -93,17 +89,16 @@ namespace steps {
 inline const Step kScript[] = {
     // A day of traffic on a screen of 240 x 320.
     {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4, 1},  // -60 dBm
-    {Counters, 0, 5000, 3000}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 0, 1},
+    {Tick, 0, 5000, 3000, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 0, 1},
     {Paint}, {Tick, 0, 1500, 700, 1}, {Paint}, {Refresh}, {Tick, 0, 40000, 9000, 3}, {Tick, 0, 0, 0, 2},
     {Radio, 1, 0xFFFFFFAB, 1},  // -85 dBm
     {Tick, 0, 900000, 250000, 2}, {Refresh}, {Paint}, {Clock, 2026, 1, 31, 23}, {Tick, 0, 3000000, 20000, 16},
     {Paint}, {Clock, 2026, 2, 1, 0},  // hour, day and month at once
-    {Tick, 0, 700, 600, 3}, {Counters, 0, 0xFFFFFF00, 0xFFFFFFF0},  // a jump of more than 2^31 counts nothing
-    {Tick, 0, 0, 0, 1}, {Tick, 0, 0x200, 0x20, 2},  // the counters wrap
-    {Counters, 0, 10, 10},  // and fall
-    {Tick, 0, 0, 0, 1}, {Adapter, 0, 0, 3},  // no adapter at all
+    {Tick, 0, 700, 600, 3}, {Tick, 0, 0U - 50000000, 0U - 50000000, 1},  // a fall, below 0, counts nothing
+    {Tick, 0, 100000, 50000000, 1},  // the counters wrap
+    {Adapter, 0, 0, 3},  // no adapter at all
     {Radio, 0}, {Tick, 0, 0, 0, 2}, {Refresh}, {Adapter, 0, 1, 7},  // back under another index
-    {Counters, 0, 100000, 50000}, {Radio, 1, 0xFFFFFFBA, 0},  // heard, not associated
+    {Radio, 1, 0xFFFFFFBA, 0},  // heard, not associated
     {Tick, 0, 1024, 2048, 3}, {Adapter, 1, 1, 9},  // a second one changes nothing
     {Tick, 0, 5, 0, 2}, {Radio, 1, 0xFFFFFFC9, 1}, {Clock, 2026, 2, 28, 13}, {Tick, 0, 120000, 80000, 4}, {Paint},
     // The tools.
@@ -130,10 +125,10 @@ inline const Step kScript[] = {
     {Command, IDC_DETECTOR_EXPORT}, {Answer, kYes}, {Row, IDC_DETECTOR_HOSTS, 1},  // no longer safe
     {Command, IDC_DETECTOR_EXPORT}, {Command, kOk}, {Tap, kTapFirstApplet, kIconTop},
     {Tap, kTapSecondApplet, kIconTop}, {Tap, kTapGraph, kIconTop}, {Paint}, {Timer, 12}, {Command, kOk}, {Options},
-    {Paint}, {Color, IDC_PAGE_HEADER}, {Page, 1}, {Paint}, {Color, IDC_PAGE_HEADER},
+    {Paint}, {Page}, {Paint},
     {Text, IDC_OPTIONS_X_LOCATION, 0, 0, 0, "130"}, {Check, IDC_OPTIONS_SHOW_ICON, 0}, {Check, IDC_OPTIONS_AM_PM, 0},
     {Check, IDC_OPTIONS_MILITARY, 1}, {Select, IDC_OPTIONS_LOGS, 0}, {Answer, kCancel}, {Command, IDC_OPTIONS_DELETE},
-    {Page, 2}, {Paint}, {Apply}, {Tick, 0, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
+    {Page}, {Paint}, {Apply}, {Tick, 0, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
     // The same at double scale, and then held sideways.
     {Attach, 480, 640}, {Refresh}, {Refresh}, {Paint}, {Tick, 0, 60000, 350000, 24}, {Refresh}, {Paint},
     // A month with two pages of days.
@@ -152,13 +147,13 @@ inline const Step kScript[] = {
     {Tap, 2 * kTapPing, kIconTop}, {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.250"}, {Command, IDC_PING_PING},
     {Timer, 10}, {Command, kOk}, {Adapter, 0, 1, 3}, {Radio, 1, 0xFFFFFFC9, 1}, {Tick, 0, 0, 0, 2},
     {Tap, 2 * kTapGraph, kIconTop}, {Paint}, {Command, kOk}, {Tap, 2 * kTapSignal, kIconTop}, {Command, kOk},
-    {Options}, {Page, 1}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
+    {Options}, {Page}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
     {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Tick, 0, 1, 1, 2}, {Clear},
     {Detach},
     {Attach, 320, 240}, {Refresh}, {Refresh}, {Paint}, {Clock, 2026, 3, 1, 8}, {Tick, 0, 10, 10, 2},
     {Tap, kTapUsage, kIconTop}, {Paint}, {Tap, 40, 50}, {Paint}, {Command, kOk}, {Tap, kTapPing, kIconTop},
     {Command, kOk}, {Tap, kTapAdapter, kIconTop}, {Command, kOk}, {Tap, kTapScanner, kIconTop}, {Command, kOk},
-    {Options}, {Page, 1}, {Paint}, {Answer, kOk}, {Select, IDC_OPTIONS_LOGS, 2}, {Command, IDC_OPTIONS_DELETE},
+    {Options}, {Page}, {Paint}, {Answer, kOk}, {Select, IDC_OPTIONS_LOGS, 2}, {Command, IDC_OPTIONS_DELETE},
     {Apply}, {Clear}, {Detach},
 };
 // clang-format on

@@ -83,15 +83,15 @@ void* GetHostByName(const char* name) {
     const auto* host = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& candidate) {
         return candidate.dnsName != nullptr && strcasecmp(name, candidate.dnsName) == 0;
     });
-    uint8_t* entry = player->system.memory + 2 * kRecordBytes;
-    const uint64_t place = (uint64_t)entry, pointer = player->trace.pointerBytes;
+    uint8_t* entry = player->memory + 2 * kRecordBytes;
+    const uint64_t place = reinterpret_cast<uintptr_t>(entry), pointer = player->trace.pointerBytes;
     const uint64_t address = host != std::end(kHosts) ? AddressOf(*host) : 0;
     for (const uint64_t field : {uint64_t{0}, uint64_t{0}, uint64_t{0x00040002}, place + 4 * pointer,
                                  place + 6 * pointer, uint64_t{0}, address}) {
         memcpy(entry, &field, pointer);
         entry += pointer;
     }
-    return host != std::end(kHosts) ? FromWord<void*>(place) : nullptr;
+    return host != std::end(kHosts) ? PointerOf(place) : nullptr;
 }
 
 size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
@@ -102,12 +102,12 @@ size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
 
 }  // namespace
 
-void Publish(const Player& player) {
+void Player::Publish() const {
     scripted::Reset();
     scripted::Platform& system = scripted::system;
-    for (size_t i = 0; i < std::size(player.adapters); ++i) {
-        if (player.up[i]) {
-            system.adapters.push_back(player.adapters[i]);
+    for (size_t i = 0; i < std::size(adapters); ++i) {
+        if (up[i]) {
+            system.adapters.push_back(adapters[i]);
         }
     }
     for (const Host& host : kHosts) {
@@ -120,7 +120,7 @@ void Publish(const Player& player) {
         system.internet.answers[server].pieces = {kEchoBody};
     }
     UseWireless();
-    system.wireless.present = player.radio;
+    system.wireless.present = radio;
     system.wireless.values = {
         {OID_802_11_SSID, SsidValue("Office & Lab", 12)},
         {OID_802_11_INFRASTRUCTURE_MODE, NdisFields({1})},
@@ -131,9 +131,9 @@ void Publish(const Player& player) {
         {OID_802_11_CONFIGURATION, NdisFields({32, 100, 10, 2437000, 0, 0, 0, 0})},
         {OID_802_11_BSSID_LIST,
          AccessPointListBuilder().Add("Office & Lab", 1, -52, 1).Add("guest", 2, -81, 0, 2462000).Value()},
-        {OID_802_11_RSSI, NdisFields({player.dbm})},
+        {OID_802_11_RSSI, NdisFields({dbm})},
     };
-    if (player.associated) {
+    if (associated) {
         system.wireless.values[OID_802_11_BSSID] = {2, 0, 0, 0, 0, 1};
     }
 }

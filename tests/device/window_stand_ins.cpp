@@ -10,9 +10,6 @@ namespace {
 
 constexpr uint32_t kDialogResource = 5, kSetText = 0x000C;
 
-// What contexts hold before anything is selected, and the dialogs' font, by the first letter of its kind.
-constexpr uint32_t kSelectedAtFirst = 0x0BAD0000;
-
 uint32_t CreateWindow(uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint32_t parent) {
     const uint32_t window = NewHandle();
     handheld->windows[window] = {.parent = parent, .procedure = handheld->itemProcedure};
@@ -21,7 +18,11 @@ uint32_t CreateWindow(uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t
 }
 
 uint32_t FindControl(uint32_t dialog, uint32_t id) {
-    return static_cast<uint32_t>(bed->trace->HandleOf(bed->trace->NameOf(dialog) + "/" + std::to_string(id)));
+    return static_cast<uint32_t>(handheld->ControlOf(dialog, id));
+}
+
+uint32_t SendToWindow(uint32_t window, uint32_t message, uint32_t wParam, uint32_t lParam) {
+    return static_cast<uint32_t>(handheld->Send(window, message, wParam, lParam));
 }
 
 size_t GetItemText(uint32_t dialog, uint32_t id, char16_t* buffer, uint32_t room) {
@@ -38,68 +39,21 @@ bool StartProgram(const char16_t* program) {
     return false;
 }
 
-// A drop-down list tells its dialog (CBN_SETFOCUS); nothing else minds.
-void SetFocus(uint32_t handle) {
+// A drop-down list, which alone is given the focus, tells its dialog (CBN_SETFOCUS).
+void SetFocus(uint32_t control) {
     constexpr uint32_t kCommand = 0x0111, kFocused = 3;
-    const Window& window = handheld->windows[handle];
-    if (window.isComboBox) {
-        SendToWindow(window.parent, kCommand, static_cast<uint32_t>(window.id) | kFocused << 16, handle);
-    }
-}
-
-// Of a template: a text, or a number behind 0xFFFF.
-std::string TakeText(const char16_t*& at) {
-    if (*at == 0xFFFF) {
-        at += 2;
-        return std::to_string(at[-1]);
-    }
-    const std::string text = Narrow(at);
-    at += text.size() + 1;
-    return text;
-}
-
-// DLGITEMTEMPLATE: styles, area and number, class, text, more bytes.
-void AddControl(const char16_t*& at, uint32_t dialog) {
-    constexpr uint32_t kComboBox = 0x85;
-    at = FromWord<const char16_t*>(((uint64_t)at + 3) & ~uint64_t{3});
-    Window control = {.parent = dialog, .id = at[8]};
-    at += 9;
-    control.isComboBox = TakeText(at) == std::to_string(kComboBox);
-    const uint32_t handle = NewHandle();
-    bed->trace->Open(handle, bed->trace->NameOf(dialog) + "/" + std::to_string(control.id), TakeText(at));
-    at += 1 + *at / 2;
-    handheld->windows[handle] = control;
-}
-
-// DLGTEMPLATE: styles, the number of controls, area, menu, class, title, and size and name of the font.
-void AddControls(const char16_t* at, uint32_t dialog) {
-    constexpr uint32_t kSetFont = 0x40, kExtended = 0xFFFF;
-    if (at[1] == kExtended) {
-        return AddFault("a dialog template that a handheld does not know");
-    }
-    const bool hasFont = (at[0] & kSetFont) != 0;
-    const int controls = at[4];
-    at += 9;
-    for (int i = 0; i < 3; ++i) {
-        TakeText(at);
-    }
-    if (hasFont) {
-        TakeText(++at);
-    }
-    for (int i = 0; i < controls; ++i) {
-        AddControl(at, dialog);
-    }
+    const Window& window = handheld->windows[control];
+    SendToWindow(window.parent, kCommand, window.id | kFocused << 16, control);
 }
 
 // The handle of a resource is its address, and so is what it is loaded as.
-Address FindResource(uint64_t, uint32_t number, uint32_t kind) {
+const uint8_t* FindResource(uint64_t, uint32_t number, uint32_t kind) {
     handheld->templateNumber = number;
-    return FindGuestResource(kind, number);
+    return FindGuestResource(kind, number).data();
 }
 
-void RunDialog(uint64_t, Address dialogTemplate, uint32_t owner, Address procedure) {
-    const std::string name = "dialog " + std::to_string(handheld->templateNumber);
-    player->RunDialog(OpenDialog(name, dialogTemplate, owner, procedure));
+void RunDialog(uint64_t, const uint8_t* dialogTemplate, uint32_t owner, Address procedure) {
+    player->RunDialog(handheld->OpenDialog(handheld->templateNumber, dialogTemplate, owner, procedure));
 }
 
 // PROPSHEETHEADER and PROPSHEETPAGE of the first common controls, 40 bytes each.
@@ -112,11 +66,16 @@ void RunSheet(const std::array<uint32_t, 10>* header) {
     if (size != sizeof(Words) || CallGuest(callback, {sheet, kGetVersion, 0}) != kVersion) {
         AddFault("a sheet of another version");
     }
-    handheld->pages = {At<Words>(records), At<Words>(records) + pages};
-    player->RunSheet(pages);
-    if (handheld->windows.count(sheet) != 0) {
-        AddFault("the sheet was not closed");
-    }
+    handheld->sheetPages = {At<Words>(records), At<Words>(records) + pages};
+    player->RunSheet();
+}
+
+// Whom the desktop's frame would be sent a message for.
+void AskForKeyboard(uint64_t window, bool isRaised) {
+    constexpr uint64_t kFramesMessage = 0x8001;
+    const uint64_t host = handheld->windows.begin()->first;
+    const uint64_t words[kMostArguments] = {host, kFramesMessage, isRaised, window};
+    bed->trace->Call("SendMessageW", words, [](const uint64_t*) { return 0; });
 }
 
 // SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
@@ -125,16 +84,27 @@ void InitDialog(const std::array<uint32_t, 3>* record) {
     if (mask != 1 || flags != 0x0D) {
         AddFault("the shell is given another record");
     }
-    bed->trace->NoteKeyboard(dialog, false);
+    AskForKeyboard(dialog, false);
 }
 
+// What stood in a context before is the object's own number with a mark.
 uint32_t SelectObject(uint32_t context, uint32_t object) {
-    const std::string name = bed->trace->NameOf(object);
-    const uint32_t kind = object - kSelectedAtFirst < 0x100 ? object - kSelectedAtFirst
-                          : name[0] == 'f'                  ? 'f'
-                          : name.rfind("pen", 0) == 0       ? 'p'
-                                                            : 'b';
-    return std::exchange(handheld->held.try_emplace({context, kind}, kSelectedAtFirst + kind).first->second, object);
+    constexpr uint32_t kBefore = 0x80000000;
+    if ((object & kBefore) != 0) {
+        handheld->selected.erase({context, object - kBefore});
+    } else {
+        handheld->selected.emplace(context, object);
+    }
+    return object ^ kBefore;
+}
+
+void Delete(uint32_t handle) {
+    std::erase_if(handheld->selected, [&](const auto& pair) { return pair.first == handle; });
+    for (const auto& [context, object] : handheld->selected) {
+        if (object == handle) {
+            AddFault("deletes what is selected, " + bed->trace->NameOf(handle));
+        }
+    }
 }
 
 }  // namespace
@@ -155,6 +125,8 @@ StandInTable WindowStandIns() {
         {"BeginPaint", [](uint64_t, uint32_t* paint) { return *paint = NewHandle(); }},
         {"CreateProcessW", StartProgram},
         {"CreateWindowExW", CreateWindow},
+        {"DeleteDC", Delete},
+        {"DeleteObject", Delete},
         {"DestroyWindow", [](uint32_t window) { return handheld->windows.erase(window); }},
         {"DialogBoxIndirectParamW", RunDialog},
         {"FindResourceW", FindResource},
@@ -168,6 +140,7 @@ StandInTable WindowStandIns() {
         {"PropertySheetW", RunSheet},
         // WNDCLASSW, whose procedure is its second word.
         {"RegisterClassW", [](const uint32_t* record) { handheld->itemProcedure = record[1]; }},
+        {"ReleaseDC", [](uint64_t, uint32_t context) { Delete(context); }},
         {"SelectObject", SelectObject},
         {"SendDlgItemMessageW",
          [](uint32_t dialog, uint32_t id, uint32_t message, uint32_t wParam, uint32_t lParam) {
@@ -179,40 +152,62 @@ StandInTable WindowStandIns() {
         {"SetFocus", SetFocus},
         {"SetWindowTextW", [](uint32_t window, Address text) { return SendToWindow(window, kSetText, 0, text); }},
         {"SHInitDialog", InitDialog},
-        {"SHSipPreference", [](uint32_t window, uint32_t state) { bed->trace->NoteKeyboard(window, state == 0); }},
+        {"SHSipPreference", [](uint32_t window, uint32_t state) { AskForKeyboard(window, state == 0); }},
     };
     table.insert(table.end(), others.begin(), others.end());
     return table;
 }
 
-uint32_t OpenDialog(const std::string& name, Address dialogTemplate, uint32_t parent, Address procedure) {
+uint32_t Handheld::OpenDialog(uint32_t number, const uint8_t* bytes, uint32_t parent, Address procedure) {
     constexpr uint32_t kInitDialog = 0x0110;
-    const uint32_t handle = NewHandle();
-    handheld->windows[handle] = {.parent = parent, .procedure = procedure};
-    bed->trace->Open(handle, name, "");
-    AddControls(At<char16_t>(dialogTemplate), handle);
-    SendToWindow(handle, kInitDialog, 0, 0);
-    return handle;
+    constexpr uint16_t kExtended = 0xFFFF;
+    const uint32_t dialog = NewHandle();
+    windows[dialog] = {.parent = parent, .procedure = procedure};
+    trace.Open(dialog, number, {bytes, FindGuestResource(kDialogResource, number).size()});
+    if (reinterpret_cast<const uint16_t*>(bytes)[1] == kExtended) {
+        AddFault("a dialog template that a handheld does not know");
+    }
+    Send(dialog, kInitDialog, 0, 0);
+    return dialog;
 }
 
-uint64_t Handheld::OpenPage(uint32_t number) {
+void Handheld::OpenOptions() {
+    RunDialog(OpenDialog(IDD_TODAY_OPTIONS, FindGuestResource(kDialogResource, IDD_TODAY_OPTIONS).data(), 0,
+                         bed->exports[241]));
+}
+
+uint64_t Handheld::OpenPage(size_t number) {
     constexpr uint32_t kSize = 0x0005;
-    const auto& page = pages.at(number);
-    const uint32_t window =
-        OpenDialog("page " + std::to_string(number), FindGuestResource(kDialogResource, page[3]), sheet, page[6]);
-    SendToWindow(window, kSize, 0, 0);
+    const auto& page = sheetPages.at(number);
+    const uint32_t window = OpenDialog(page[3], FindGuestResource(kDialogResource, page[3]).data(), sheet, page[6]);
+    Send(window, kSize, 0, 0);
     return window;
 }
 
-uint32_t SendToWindow(uint32_t handle, uint32_t message, uint32_t wParam, uint32_t lParam) {
-    constexpr uint32_t kGetFont = 0x0031;
-    const auto found = handheld->windows.find(handle);
-    if (found == handheld->windows.end()) {
+uint64_t Handheld::ControlOf(uint64_t dialog, uint32_t number) {
+    const std::string name = trace.NameOf(dialog) + "/" + std::to_string(number);
+    const auto found =
+        std::find_if(trace.names.begin(), trace.names.end(), [&](const auto& entry) { return entry.second == name; });
+    if (found != trace.names.end()) {
+        return found->first;
+    }
+    const uint32_t control = NewHandle();
+    trace.names[control] = name;
+    windows[control] = {.parent = static_cast<uint32_t>(dialog), .id = number};
+    return control;
+}
+
+int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {
+    constexpr uint32_t kGetFont = 0x0031, kSomeFont = 0xF0;
+    const auto handle = static_cast<uint32_t>(window), first = static_cast<uint32_t>(wParam),
+               second = static_cast<uint32_t>(lParam);
+    const auto found = windows.find(handle);
+    if (found == windows.end()) {
         return 0;
     }
     if (found->second.procedure == 0) {
-        return SendToControl(found->second, message, wParam, lParam);
+        return AnswerAsControl(found->second, message, first, second);
     }
-    const uint32_t result = CallGuest(found->second.procedure, {handle, message, wParam, lParam});
-    return message == kGetFont && result == 0 ? kSelectedAtFirst + 'f' : result;
+    const uint32_t result = CallGuest(found->second.procedure, {handle, message, first, second});
+    return message == kGetFont && result == 0 ? kSomeFont : result;
 }

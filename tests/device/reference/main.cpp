@@ -1,35 +1,105 @@
 // device_reference.exe FOLDER - performs the device script with the desktop's objects and the scripted services, and
-// leaves in FOLDER what the library as ARM code has to leave too: the handheld's folders and trace.txt.
+// leaves in FOLDER what the library as ARM code has to leave too: the handheld's folders and trace.txt. Dialogs and
+// pages have their real controls, but are invisible and without a message loop: the script sends what a person would
+// cause, and timers never run by themselves.
 
 #include "item/item_state.h"
 #include "item/item_window.h"
 #include "item/settings.h"
-#include "platform/desktop/today_frame.h"
+#include "platform/controls.h"
+#include "platform/dialogs.h"
 #include "platform/today.h"
 #include "tests/device/reference/hooks.h"
 
-#include <commctrl.h>
-
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 namespace files = std::filesystem;
 
-HWND hostWindow = nullptr;
+extern "C" INT_PTR CALLBACK CustomItemOptionsDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
 namespace {
 
 const files::path kFolders[] = {"C:\\Program Files\\Ostrik", "C:\\My Documents"};
 
-LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == platform::kFrameKeyboardMessage) {
-        player->trace.NoteKeyboard(static_cast<uint64_t>(lParam), wParam != 0);
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
+struct Template {
+    uint32_t number;
+    std::span<const uint8_t> bytes;
+};
+std::vector<Template> templates;  // in the order in which they were found
+Template opening;
+DLGPROC openingProcedure = nullptr;
+std::vector<PROPSHEETPAGEW> sheetPages;
+HWND hostWindow = nullptr;
+
+HWND Handle(uint64_t number) {
+    return reinterpret_cast<HWND>(number);
 }
 
-struct Desktop : System {
+// Between finding a template and opening its dialog a desktop measures fonts, which is not the product's drawing.
+HRSRC NoteTemplate(HMODULE module, const wchar_t* name, const wchar_t* type) {
+    HRSRC resource = reinterpret_cast<decltype(&FindResourceW)>(Original("FindResourceW"))(module, name, type);
+    templates.push_back({static_cast<uint32_t>(WordOf(name)),
+                         {static_cast<uint8_t*>(LoadResource(module, resource)), SizeofResource(module, resource)}});
+    player->trace.isSilent = true;
+    return resource;
+}
+
+// Names window and controls before the product's procedure hears anything.
+INT_PTR CALLBACK FirstProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_INITDIALOG) {
+        return FALSE;
+    }
+    auto& names = player->trace.names;
+    player->trace.Open(WordOf(dialog), opening.number, opening.bytes);
+    for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr; control = GetWindow(control, GW_HWNDNEXT)) {
+        names[WordOf(control)] = names[WordOf(dialog)] + "/" + std::to_string(GetDlgCtrlID(control));
+    }
+    SetWindowLongPtrW(dialog, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(openingProcedure));
+    return openingProcedure(dialog, message, wParam, lParam);
+}
+
+uint64_t OpenWindow(const Template& found, const DLGTEMPLATE* source, DLGPROC procedure) {
+    const auto* bytes = reinterpret_cast<const uint8_t*>(source);
+    std::vector<uint8_t> copy(bytes, bytes + found.bytes.size());
+    reinterpret_cast<DLGTEMPLATE*>(copy.data())->style &= ~static_cast<DWORD>(WS_VISIBLE);
+    opening = found;
+    openingProcedure = procedure;
+    return WordOf(CreateDialogIndirectParamW(itemState.instance, reinterpret_cast<DLGTEMPLATE*>(copy.data()),
+                                             hostWindow, FirstProcedure, 0));
+}
+
+int RunDialog(HINSTANCE, const DLGTEMPLATE* source, HWND, DLGPROC procedure) {
+    player->trace.isSilent = false;
+    player->RunDialog(OpenWindow(templates.back(), source, procedure));
+    return IDOK;
+}
+
+void RunSheet(const PROPSHEETHEADERW* header) {
+    player->trace.isSilent = false;
+    sheetPages = {header->ppsp, header->ppsp + header->nPages};
+    player->RunSheet();
+}
+
+// The host's window is the frame that the desktop takes for the screen. It has no taskbar.
+HWND FindHost(HWND parent, HWND after) {
+    return parent == after ? hostWindow : nullptr;
+}
+
+// Written down as the handheld's way to the screen.
+uint64_t GetScreen(HWND window) {
+    const uint64_t words[kMostArguments] = {};
+    return player->trace.Call("GetDC", words, [=](const uint64_t*) { return WordOf(GetWindowDC(window)); });
+}
+
+// Workers take turns: each ends before the next begins.
+uint64_t RunThread(const uint64_t* words) {
+    const uint64_t thread = CallOriginal("CreateThread")(words);
+    WaitForSingleObject(Handle(thread), 10000);
+    return thread;
+}
+
+struct Desktop : Player {
     std::vector<uint8_t> room;
 
     uint64_t Attach() override {
@@ -38,20 +108,27 @@ struct Desktop : System {
         memory[kRecordEnabled] = 1;
         hostWindow =
             CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 480, 480, nullptr, nullptr, nullptr, nullptr);
-        SetWindowLongPtrW(hostWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(HostProc));
-        player->trace.names[Number(hostWindow)] = "host";
+        trace.names[WordOf(hostWindow)] = "host";
         RegisterItemWindowClass();
         InitializeItem();
-        HWND item = InitializeCustomItem(reinterpret_cast<TODAYLISTITEM*>(memory), hostWindow);
-        player->trace.names[Number(item)] = "item";
-        return Number(item);
+        const uint64_t window = WordOf(InitializeCustomItem(reinterpret_cast<TODAYLISTITEM*>(memory), hostWindow));
+        trace.names[window] = "item";
+        return window;
     }
     void Detach() override {
         DestroyWindow(hostWindow);
         UnregisterItemWindowClass();
     }
-    void OpenOptions() override { OpenOptionsDialog(); }
-    uint64_t OpenPage(uint32_t page) override { return OpenPageOfSheet(page); }
+    void OpenOptions() override {
+        platform::RunDialog(itemState.instance, IDD_TODAY_OPTIONS, nullptr, CustomItemOptionsDlgProc);
+    }
+    uint64_t OpenPage(size_t page) override {
+        const PROPSHEETPAGEW& record = sheetPages.at(page);
+        return OpenWindow(templates.end()[page - sheetPages.size()], record.pResource, record.pfnDlgProc);
+    }
+    uint64_t ControlOf(uint64_t dialog, uint32_t number) override {
+        return WordOf(GetDlgItem(Handle(dialog), static_cast<int>(number)));
+    }
     void CloseWindow(uint64_t window) override { DestroyWindow(Handle(window)); }
     int64_t Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) override {
         const auto send = reinterpret_cast<decltype(&SendMessageW)>(Original("SendMessageW"));
@@ -71,14 +148,14 @@ void PrepareSystem() {
     itemState.instance = GetModuleHandleW(nullptr);
 }
 
-void KeepResults(const files::path& folder) {
+void KeepResults(const files::path& folder, const std::string& trace) {
     files::remove_all(folder);
     for (const files::path& source : kFolders) {
         const files::path target = folder / source.relative_path();
         files::create_directories(target);
         files::copy(source, target, files::copy_options::recursive);
     }
-    std::ofstream(folder / "trace.txt", std::ios::binary) << player->trace.text;
+    std::ofstream(folder / "trace.txt", std::ios::binary) << trace;
 }
 
 }  // namespace
@@ -89,11 +166,17 @@ int main(int argumentCount, char** arguments) {
         return 2;
     }
     Desktop desktop;
-    Player all(desktop);
     PrepareSystem();
-    HookSystem();
-    HookDialogs();
-    all.Run(device_script::kScript);
-    KeepResults(arguments[1]);
+    HookSystem({
+        {"CreateProcessW", [] { return false; }},
+        {"CreateThread", StandIn(RunThread)},
+        {"DialogBoxIndirectParamW", RunDialog},
+        {"FindResourceW", NoteTemplate},
+        {"FindWindowExW", FindHost},
+        {"GetDCEx", GetScreen},
+        {"PropertySheetW", RunSheet},
+    });
+    desktop.Run(device_script::kScript);
+    KeepResults(arguments[1], desktop.trace.text);
     return 0;
 }
