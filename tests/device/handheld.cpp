@@ -35,10 +35,9 @@ std::string DescribeLeftovers() {
 
 Handheld* handheld = nullptr;
 
-Handheld::Handheld(std::span<const device_script::Step> toPerform, Address at, Core on) : core(on), base(at) {
+Handheld::Handheld(Address at, Core on) : core(on), base(at) {
     trace.pointerBytes = sizeof(Address);
     fakes::ResetSystem();
-    Run(toPerform);
 }
 
 void Handheld::RunThreads() {

@@ -8,20 +8,15 @@
 #include <array>
 #include <set>
 
-struct ListRow {
-    std::map<uint32_t, std::u16string> cells;  // by column
-    int32_t image = 0;
-    uint32_t data = 0;
-};
-
 // The host's, the item's, dialogs with those of their controls that were asked for.
 struct Window {
     uint32_t parent = 0;
     Address procedure = 0;  // of the guest; 0: a system's control or the host's own window
     uint32_t id = 0;
     std::u16string text = {};
-    std::map<uint32_t, uint32_t> values = {};  // by the messages that ask for them
-    std::vector<ListRow> rows = {};
+    int32_t chosen = 0;  // entry of a drop-down list
+
+    int32_t Answer(uint32_t message, uint32_t wParam, uint32_t lParam);  // a control's
 };
 
 struct Handheld : Player {
@@ -42,8 +37,7 @@ struct Handheld : Player {
     int failingThreads = 0, failingReads = 0;                 // so many fail from now on
     int libraryUses = 1;                                      // of the library itself
 
-    explicit Handheld(std::span<const device_script::Step> toPerform = device_script::kScript, Address at = 0x10000000,
-                      Core on = Core::Arm925);
+    explicit Handheld(Address at = 0x10000000, Core on = Core::Arm925);
     void RunThreads();
 
     uint64_t Attach() override;
@@ -62,5 +56,3 @@ extern Handheld* handheld;  // whose library is in the bed
 StandInTable SystemStandIns();   // files, registry, memory, modules, threads, texts
 StandInTable NetworkStandIns();  // IP helper, echo, wireless driver, Winsock, connection manager, internet library
 StandInTable WindowStandIns();   // windows, dialogs, sheets, drawing
-
-uint32_t AnswerAsControl(Window& control, uint32_t message, uint32_t wParam, uint32_t lParam);

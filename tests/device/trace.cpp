@@ -26,11 +26,11 @@ constexpr CallShape kShapes[] = {
 };
 // Messages that show or ask something, and their two arguments.
 const std::map<uint32_t, const char*> kMessages = {
-    {0x00C5, "i"}, {0x00F0, ""}, {0x00F1, "i"}, {0x0141, "i"}, {0x0143, "is"}, {0x014B, "i"}, {0x014E, "i"},
-    {0x014F, "i"}, {0x0402, "i"}, {0x0465, "i"}, {0x0467, "ii"}, {0x1002, "i(xxxx)"}, {0x1003, "ih"}, {0x1009, "i"},
-    {0x100C, "ii"}, {0x102B, "i(---ii)"}, {0x1030, "i"}, {0x104B, "i(iii)"}, {0x104C, "i(iii--s-i)"},
-    {0x104D, "i(iii--s-i)"}, {0x1053, "i(i)"}, {0x1061, "i(iiis)"}, {0x1073, "i(-ii)"}, {0x1074, "i(iii--s-i)"},
-    {0x8001, "ih"}
+    {0x00C5, "i"}, {0x00F0, "="}, {0x00F1, "i"}, {0x0141, "i"}, {0x0143, "is"}, {0x014B, "i"},
+    {0x014E, "i"}, {0x014F, "i"}, {0x0402, "i"}, {0x0465, "i"}, {0x0467, "ii"}, {0x1002, "i(xxxx)"},
+    {0x1003, "ih"}, {0x1004, "="}, {0x1009, "i"}, {0x100C, "ii="}, {0x102B, "i(---ii)"}, {0x1030, "i"},
+    {0x104B, "i(iii)=-(-----s-ii)"}, {0x104C, "i(iii--s-i)"}, {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="},
+    {0x1061, "i(iiis)"}, {0x1073, "i(-ii)=-(-----s)"}, {0x1074, "i(iii--s-i)"}, {0x8001, "ih"}
 };
 // clang-format on
 
@@ -73,7 +73,7 @@ std::string ValueText(const Trace& trace, char letter, uint64_t address, uint64_
 
 std::string Describe(const Trace& trace, const char*& letter, uint64_t address, uint32_t wordBytes) {
     std::string texts;
-    for (; *letter != 0 && *letter != ')'; ++letter) {
+    for (; strchr("=)", *letter) == nullptr; ++letter) {
         const uint32_t bytes = *letter == 's' ? std::max(wordBytes, trace.pointerBytes) : wordBytes;
         address = (address + bytes - 1) / bytes * bytes;
         const uint64_t word = ReadWord(address, bytes);
@@ -85,12 +85,6 @@ std::string Describe(const Trace& trace, const char*& letter, uint64_t address, 
         address += bytes;
     }
     return texts;
-}
-
-// Most messages show nothing.
-bool IsOfInterest(const CallShape& shape, const uint64_t* words) {
-    const char* message = strchr(shape.arguments, 'm');
-    return message == nullptr || kMessages.count(static_cast<uint32_t>(words[message - shape.arguments])) != 0;
 }
 
 }  // namespace
@@ -118,17 +112,39 @@ std::string Trace::NameOf(uint64_t handle) const {
     return found != names.end() ? found->second : handle == 0 ? "null" : "other";
 }
 
+void Trace::Add(const std::string& line) {
+    if (isSilent) {
+        return;
+    }
+    text += line + "\n";
+    if (!reference.empty()) {
+        if (difference.empty() && line != reference.front()) {
+            difference = text.substr(text.rfind('#')) + "instead of " + reference.front();
+        }
+        reference.pop_front();
+    }
+}
+
 uint64_t Trace::Call(const std::string& function, const uint64_t* words, const StandIn& perform) {
     const auto* shape =
         std::find_if(std::begin(kShapes), std::end(kShapes), [&](const CallShape& s) { return function == s.name; });
-    if (shape == std::end(kShapes) || !IsOfInterest(*shape, words)) {
+    if (shape == std::end(kShapes)) {
         return perform(words);
+    }
+    const char* message = strchr(shape->arguments, 'm');
+    const uint64_t* asked = words + (message != nullptr ? message - shape->arguments : 0);
+    const auto found = message != nullptr ? kMessages.find(static_cast<uint32_t>(*asked)) : kMessages.end();
+    if (message != nullptr && found == kMessages.end()) {
+        return perform(words);  // shows nothing
     }
     const std::string arguments = Arguments(*this, shape->arguments, words);
     if (!shape->isSilent) {
         Add(function + arguments);
     }
     const uint64_t result = perform(words);
+    if (const char* answer = message != nullptr ? strchr(found->second, '=') : nullptr) {
+        Add("= " + std::to_string(static_cast<int32_t>(result)) + Arguments(*this, answer + 1, asked + 1));
+    }
     if (shape->makes[0] != 0) {
         names[result] = shape->makes + arguments;
     }

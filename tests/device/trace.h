@@ -4,13 +4,15 @@
 
 #include "tests/device/stand_in.h"
 
+#include <deque>
 #include <map>
 #include <span>
 #include <string>
 
 // How one function's calls are written. A letter an argument: h handle, i number, x hexadecimal, s UTF-16 text, v the
 // value of a registry's type before it, m a message with its two arguments, - left out. Letters in parentheses are the
-// fields of a record that is pointed to: 32 bits each, but for texts (s) and t, a text that stands in the record.
+// fields of a record that is pointed to: 32 bits each, but for texts (s) and t, a text that stands in the record. What
+// a message's letters name behind "=" is its answer, which is a line of its own.
 struct CallShape {
     const char* name;
     const char* arguments;
@@ -21,12 +23,14 @@ struct CallShape {
 std::span<const CallShape> TracedCalls();
 
 struct Trace {
-    std::string text;  // the lines so far
+    std::string text;                   // the lines so far
+    std::deque<std::string> reference;  // lines of another system that the next ones have to equal
+    std::string difference;             // the first
     bool isSilent = false;
     uint32_t pointerBytes = sizeof(void*);
     std::map<uint64_t, std::string> names;  // handles in use
 
-    void Add(const std::string& line) { text += isSilent ? "" : line + "\n"; }
+    void Add(const std::string& line);
     std::string NameOf(uint64_t handle) const;
     // Writes a call down, if it is of those that are compared, makes it and names what it gives.
     uint64_t Call(const std::string& function, const uint64_t* words, const StandIn& perform);

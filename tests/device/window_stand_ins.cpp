@@ -1,6 +1,7 @@
 // Windows, dialogs, property sheets and drawing. A window of the guest's class hears messages in its procedure, a
-// dialog in its dialog procedure, a control in controls.cpp. There is no queue: the script sends what a person, the
-// clock and the host cause. Drawing is only written down, and nothing that is compared depends on where a window is.
+// dialog in its dialog procedure. A control only keeps its text and what was chosen, and otherwise answers as the
+// desktop's answered. There is no queue: the script sends what a person, the clock and the host cause.
+// Drawing is only written down, and nothing that is compared depends on where a window is.
 
 #include "tests/device/handheld.h"
 
@@ -158,6 +159,25 @@ StandInTable WindowStandIns() {
     return table;
 }
 
+// LVITEMW has text, image and data from its sixth word on. What is not written down gets 1.
+int32_t Window::Answer(uint32_t message, uint32_t wParam, uint32_t lParam) {
+    constexpr uint32_t kGetChosen = 0x0147, kChoose = 0x014E, kGetItem = 0x104B, kGetCell = 0x1073;
+    const std::string answer = bed->trace->reference.empty() ? "" : bed->trace->reference.front();
+    int32_t result = 1, image = 0, data = 0;
+    sscanf(answer.c_str(), "= %d ( null %d %d", &result, &image, &data);
+    if (message == kSetText) {
+        text = At<char16_t>(lParam);
+    } else if (message == kChoose || message == kGetChosen) {
+        return chosen = message == kChoose ? static_cast<int32_t>(wParam) : chosen;
+    } else if (message == kGetItem) {
+        At<int32_t>(lParam)[7] = image;
+        At<int32_t>(lParam)[8] = data;
+    } else if (const size_t quote = answer.find('"'); message == kGetCell && quote < answer.size()) {
+        *std::copy_n(answer.begin() + quote + 1, result, At<char16_t>(At<uint32_t>(lParam)[5])) = 0;
+    }
+    return result;
+}
+
 uint32_t Handheld::OpenDialog(uint32_t number, const uint8_t* bytes, uint32_t parent, Address procedure) {
     constexpr uint32_t kInitDialog = 0x0110;
     constexpr uint16_t kExtended = 0xFFFF;
@@ -206,7 +226,7 @@ int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint6
         return 0;
     }
     if (found->second.procedure == 0) {
-        return AnswerAsControl(found->second, message, first, second);
+        return found->second.Answer(message, first, second);
     }
     const uint32_t result = CallGuest(found->second.procedure, {handle, message, first, second});
     return message == kGetFont && result == 0 ? kSomeFont : result;
