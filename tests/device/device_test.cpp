@@ -15,10 +15,10 @@ using namespace device_script::steps;
 
 // clang-format off
 const Step kBegin[] = {
-    {Clock, 2026, 1, 31, 23}, {Radio, 1, 0xFFFFFFC4, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Tick, 0, 0, 0, 1}};
+    {Clock, 2026, 1, 31, 23}, {Radio, 1, 0xFFFFFFC4, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Tick, 0, 0, 1}};
 const Step kEnd[] = {{Clear}, {Detach}};
 const Step kTools[] = {
-    {Tick, 0, 10, 1, 1}, {Tap, kTapDhcp, kIconTop}, {Command, IDC_DHCP_DETECT}, {Command, IDC_DHCP_RENEW},
+    {Tick, 10, 1, 1}, {Tap, kTapDhcp, kIconTop}, {Command, IDC_DHCP_DETECT}, {Command, IDC_DHCP_RENEW},
     {Command, kOk}, {Tap, kTapPing, kIconTop}, {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.20"},
     {Command, IDC_PING_PING}, {Timer, 10}, {Command, kOk}, {Tap, kTapAdapter, kIconTop}, {Command, kOk},
     {Tap, kTapScanner, kIconTop}, {Timer, 7}, {Command, kOk}, {Tap, kTapCard, kIconTop}, {Command, kOk}};
@@ -49,7 +49,7 @@ TEST(Device, Survives_every_allocation_that_fails) {
 }
 
 TEST(Device, Reads_a_log_at_the_last_attempt) {
-    const Step tick[] = {{Tick, 0, 10, 1, 1}};
+    const Step tick[] = {{Tick, 10, 1, 1}};
     Device device;
     device.Run(tick);
     device.failingReads = 15;
@@ -79,7 +79,7 @@ TEST(Figures, Of_ticks_and_paints) {
         device.Run({&step, 1});
         return std::pair(bed->instructions - before.first, bed->imports - before.second);
     };
-    const Step steps[] = {{Tick, 0, 0, 0, 1}, {Tick, 0, 1500, 700, 1}, {Paint}};
+    const Step steps[] = {{Tick, 0, 0, 1}, {Tick, 1500, 700, 1}, {Paint}};
     const char* names[] = {"quiet_tick", "tick", "paint"};
     for (int i = 0; i < 24; ++i) {
         costOf(steps[1]);

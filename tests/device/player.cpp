@@ -1,6 +1,7 @@
 // Steps become the messages that a person, the host and the system cause.
 
 #include "tests/device/player.h"
+#include "tests/support/wireless_values.h"
 
 #include <array>
 
@@ -24,11 +25,12 @@ void SetClock(Player& p, const Step& s) {
 }
 
 void RunTicks(Player& p, const Step& s) {
-    for (uint32_t i = 0; i < s.d; ++i) {
-        p.adapters[s.a].received += s.b;
-        p.adapters[s.a].transmitted += s.c;
+    for (uint32_t i = 0; i < s.c; ++i) {
+        for (scripted::Adapter& adapter : scripted::system.adapters) {
+            adapter.received += s.a;
+            adapter.transmitted += s.b;
+        }
         p.tickCount += 2000;
-        p.Publish();
         p.Send(p.item, kTimer, kTickTimer, 0);
     }
 }
@@ -53,16 +55,21 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
          p.Close(p.item);
      }},
     {Clock, SetClock},
-    {Adapter,
-     [](Player& p, const Step& s) {
-         p.up[s.a] = s.b != 0;
-         p.adapters[s.a].index = s.c;
+    {Adapters,
+     [](Player&, const Step& s) {
+         scripted::system.adapters = {kAdapters, kAdapters + s.a};
+         for (scripted::Adapter& adapter : scripted::system.adapters) {
+             adapter.index += s.b;
+         }
      }},
     {Radio,
-     [](Player& p, const Step& s) {
-         p.radio = s.a != 0;
-         p.dbm = s.b;
-         p.associated = s.c != 0;
+     [](Player&, const Step& s) {
+         scripted::system.wireless.present = s.a != 0;
+         scripted::system.wireless.values[OID_802_11_RSSI] = NdisFields({s.b});
+         scripted::system.wireless.values[OID_802_11_BSSID] = {2, 0, 0, 0, 0, 1};
+         if (s.c == 0) {
+             scripted::system.wireless.values.erase(OID_802_11_BSSID);
+         }
      }},
     {Tick, RunTicks},
     {Refresh, [](Player& p, const Step&) { p.Ask(kQueryRefresh); }},
@@ -139,7 +146,6 @@ void Player::PerformUntilEnd(uint64_t window) {
         }
         const Step& step = steps[next++];
         trace.Add("# " + std::to_string(next));
-        Publish();
         kActs.at(step.act)(*this, step);
     }
     ended = 0;

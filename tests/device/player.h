@@ -19,13 +19,8 @@ struct Player {
     Trace trace;
     std::span<const device_script::Step> steps;
     size_t next = 0;  // of them
-    // The script's world.
     SYSTEMTIME time = {2026, 1, 0, 1, 0, 0, 0, 0};
     uint32_t tickCount = 1000000, screenWidth = 0, screenHeight = 0;
-    scripted::Adapter adapters[2] = {device_script::kAdapters[0], device_script::kAdapters[1]};
-    bool up[2] = {true, false};
-    bool radio = false, associated = false;
-    uint32_t dbm = 0;
     uint32_t askedHost = 0;     // network byte order, of the latest datagram
     uint8_t* memory = nullptr;  // that the item can reach: the Today screen's record, behind it what messages point to
     uint64_t item = 0;
@@ -35,6 +30,7 @@ struct Player {
     std::vector<uint64_t> pages;  // that were shown of the open sheet
     std::deque<Posted> posted;
 
+    Player();  // sets the scripted services up as the script's network
     virtual ~Player() = default;
     // The system. Windows are its own handles.
     virtual uint64_t Attach() = 0;  // loads the library; gives the item window
@@ -49,7 +45,6 @@ struct Player {
     // For the system's stand-ins of a dialog and of a sheet: performs steps until they end, and closes them.
     void RunDialog(uint64_t window);
     void RunSheet();
-    void Publish() const;  // the script's world becomes that of the scripted services
 
     // For the steps.
     void Ask(uint32_t message);  // the host's questions to the item

@@ -12,18 +12,18 @@ namespace device_script {
 
 namespace steps {
 enum Act {
-    Attach,   // the library is loaded anew with a screen of a x b pixels; files and registry stay
-    Detach,   // window destroyed, library unloaded
-    Clock,    // local time: a year, b month, c day, d hour; always minute 30, second 15
-    Adapter,  // adapter a is b (1 up, 0 down and gone from every list) and has interface index c
-    Radio,    // a 1: the driver is there; b dBm (two's complement); c 1: associated
-    Tick,     // d times: b received and c transmitted are added to adapter a's counters, 2 s later the item's timer
-    Refresh,  // the host's refresh query
-    Clear,    // the host's clear-cache message
-    Erase,    // background
-    Paint,    // of the topmost window
-    Tap,      // pen up at (a, b) of the topmost window
-    Options,  // the host opens template 500 with ordinal 241
+    Attach,    // the library is loaded anew with a screen of a x b pixels; files and registry stay
+    Detach,    // window destroyed, library unloaded
+    Clock,     // local time: a year, b month, c day, d hour; always minute 30, second 15
+    Adapters,  // the first a adapters are up, with counters at 0 and interface indices greater by b
+    Radio,     // a 1: the driver is there; b dBm (two's complement); c 1: associated
+    Tick,      // c times: a received and b transmitted are added to the counters, 2 s later the item's timer
+    Refresh,   // the host's refresh query
+    Clear,     // the host's clear-cache message
+    Erase,     // background
+    Paint,     // of the topmost window
+    Tap,       // pen up at (a, b) of the topmost window
+    Options,   // the host opens template 500 with ordinal 241
     // The rest is for dialogs; a is the control's number.
     Command,  // WM_COMMAND with notification code b
     Timer,    // timer number a
@@ -48,7 +48,7 @@ struct Step {
     const char* text = "";  // ASCII
 };
 
-// The network. Adapter 0 is up from the start, adapter 1 is not.
+// The network. The first adapter is up from the start.
 // clang-format off
 inline const scripted::Adapter kAdapters[] = {
     {.name = "WLAN1", .description = "Built-in wireless adapter", .index = 3,
@@ -89,18 +89,18 @@ namespace steps {
 inline const Step kScript[] = {
     // A day of traffic on a screen of 240 x 320.
     {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4, 1},  // -60 dBm
-    {Tick, 0, 5000, 3000, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 0, 1},
-    {Paint}, {Tick, 0, 1500, 700, 1}, {Paint}, {Refresh}, {Tick, 0, 40000, 9000, 3}, {Tick, 0, 0, 0, 2},
+    {Tick, 5000, 3000, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 1},
+    {Paint}, {Tick, 1500, 700, 1}, {Paint}, {Refresh}, {Tick, 40000, 9000, 3}, {Tick, 0, 0, 2},
     {Radio, 1, 0xFFFFFFAB, 1},  // -85 dBm
-    {Tick, 0, 900000, 250000, 2}, {Refresh}, {Paint}, {Clock, 2026, 1, 31, 23}, {Tick, 0, 3000000, 20000, 16},
+    {Tick, 900000, 250000, 2}, {Refresh}, {Paint}, {Clock, 2026, 1, 31, 23}, {Tick, 3000000, 20000, 16},
     {Paint}, {Clock, 2026, 2, 1, 0},  // hour, day and month at once
-    {Tick, 0, 700, 600, 3}, {Tick, 0, 0U - 50000000, 0U - 50000000, 1},  // a fall, below 0, counts nothing
-    {Tick, 0, 100000, 50000000, 1},  // the counters wrap
-    {Adapter, 0, 0, 3},  // no adapter at all
-    {Radio, 0}, {Tick, 0, 0, 0, 2}, {Refresh}, {Adapter, 0, 1, 7},  // back under another index
+    {Tick, 700, 600, 3}, {Tick, 0U - 50000000, 0U - 50000000, 1},  // a fall, below 0, counts nothing
+    {Tick, 100000, 50000000, 1},  // the counters wrap
+    {Adapters, 0},  // no adapter at all
+    {Radio, 0}, {Tick, 0, 0, 2}, {Refresh}, {Adapters, 1, 4},  // back under another index
     {Radio, 1, 0xFFFFFFBA, 0},  // heard, not associated
-    {Tick, 0, 1024, 2048, 3}, {Adapter, 1, 1, 9},  // a second one changes nothing
-    {Tick, 0, 5, 0, 2}, {Radio, 1, 0xFFFFFFC9, 1}, {Clock, 2026, 2, 28, 13}, {Tick, 0, 120000, 80000, 4}, {Paint},
+    {Tick, 1024, 2048, 3}, {Adapters, 2, 4},  // a second one changes nothing
+    {Tick, 5, 0, 2}, {Radio, 1, 0xFFFFFFC9, 1}, {Clock, 2026, 2, 28, 13}, {Tick, 120000, 80000, 4}, {Paint},
     // The tools.
     {Tap, kTapSignal, kIconTop}, {Paint}, {Timer, 13}, {Command, kOk}, {Tap, kTapUsage, kIconTop}, {Paint},
     {Date, IDC_USAGE_DATE, 2026, 1, 31}, {Paint}, {Choose, IDC_USAGE_MODE, 1}, {Paint}, {Tap, 40, 50},  // table
@@ -128,33 +128,28 @@ inline const Step kScript[] = {
     {Paint}, {Page}, {Paint},
     {Text, IDC_OPTIONS_X_LOCATION, 0, 0, 0, "130"}, {Check, IDC_OPTIONS_SHOW_ICON, 0}, {Check, IDC_OPTIONS_AM_PM, 0},
     {Check, IDC_OPTIONS_MILITARY, 1}, {Select, IDC_OPTIONS_LOGS, 0}, {Answer, kCancel}, {Command, IDC_OPTIONS_DELETE},
-    {Page}, {Paint}, {Apply}, {Tick, 0, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
-    // The same at double scale, and then held sideways.
-    {Attach, 480, 640}, {Refresh}, {Refresh}, {Paint}, {Tick, 0, 60000, 350000, 24}, {Refresh}, {Paint},
+    {Page}, {Paint}, {Apply}, {Tick, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
+    // The same at double scale.
+    {Attach, 480, 640}, {Refresh}, {Refresh}, {Paint}, {Tick, 60000, 350000, 24}, {Refresh}, {Paint},
     // A month with two pages of days.
-    {Clock, 2026, 3, 2, 9}, {Tick, 0, 11200, 124, 1}, {Clock, 2026, 3, 3, 9}, {Tick, 0, 56700, 279, 1},
-    {Clock, 2026, 3, 4, 9}, {Tick, 0, 179200, 496, 1}, {Clock, 2026, 3, 5, 9}, {Tick, 0, 437500, 775, 1},
-    {Clock, 2026, 3, 6, 9}, {Tick, 0, 907200, 1116, 1}, {Clock, 2026, 3, 7, 9}, {Tick, 0, 1680700, 1519, 1},
-    {Clock, 2026, 3, 8, 9}, {Tick, 0, 2867200, 1984, 1}, {Clock, 2026, 3, 9, 9}, {Tick, 0, 4592700, 2511, 1},
-    {Clock, 2026, 3, 10, 9}, {Tick, 0, 7000000, 3100, 1}, {Clock, 2026, 3, 11, 9}, {Tick, 0, 10248700, 3751, 1},
+    {Clock, 2026, 3, 2, 9}, {Tick, 11200, 124, 1}, {Clock, 2026, 3, 3, 9}, {Tick, 56700, 279, 1},
+    {Clock, 2026, 3, 4, 9}, {Tick, 179200, 496, 1}, {Clock, 2026, 3, 5, 9}, {Tick, 437500, 775, 1},
+    {Clock, 2026, 3, 6, 9}, {Tick, 907200, 1116, 1}, {Clock, 2026, 3, 7, 9}, {Tick, 1680700, 1519, 1},
+    {Clock, 2026, 3, 8, 9}, {Tick, 2867200, 1984, 1}, {Clock, 2026, 3, 9, 9}, {Tick, 4592700, 2511, 1},
+    {Clock, 2026, 3, 10, 9}, {Tick, 7000000, 3100, 1}, {Clock, 2026, 3, 11, 9}, {Tick, 10248700, 3751, 1},
     {Tap, 2 * kTapUsage, kIconTop}, {Paint}, {Tap, 80, 100}, {Paint}, {Tap, 320, 420}, {Paint}, {Tap, 370, 420},
     {Paint}, {Tap, 340, 100}, {Command, kCancel}, {Command, kOk},
     // Without adapter and radio.
-    {Adapter, 0, 0, 3}, {Radio, 0}, {Tick, 0, 0, 0, 1}, {Tap, 2 * kTapDhcp, kIconTop}, {Command, IDC_DHCP_RELEASE},
+    {Adapters, 0}, {Radio, 0}, {Tick, 0, 0, 1}, {Tap, 2 * kTapDhcp, kIconTop}, {Command, IDC_DHCP_RELEASE},
     {Command, IDC_DHCP_RENEW}, {Command, kCancel}, {Tap, 2 * kTapAdapter, kIconTop}, {Command, kOk},
     {Tap, 2 * kTapScanner, kIconTop}, {Timer, 7}, {Command, kCancel}, {Tap, 2 * kTapCard, kIconTop}, {Command, kOk},
     {Tap, 2 * kTapDetector, kIconTop}, {Command, IDC_DETECTOR_DETECT}, {Command, kCancel},
     {Tap, 2 * kTapPing, kIconTop}, {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.250"}, {Command, IDC_PING_PING},
-    {Timer, 10}, {Command, kOk}, {Adapter, 0, 1, 3}, {Radio, 1, 0xFFFFFFC9, 1}, {Tick, 0, 0, 0, 2},
+    {Timer, 10}, {Command, kOk}, {Adapters, 1}, {Radio, 1, 0xFFFFFFC9, 1}, {Tick, 0, 0, 2},
     {Tap, 2 * kTapGraph, kIconTop}, {Paint}, {Command, kOk}, {Tap, 2 * kTapSignal, kIconTop}, {Command, kOk},
     {Options}, {Page}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
-    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Tick, 0, 1, 1, 2}, {Clear},
+    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Tick, 1, 1, 2}, {Clear},
     {Detach},
-    {Attach, 320, 240}, {Refresh}, {Refresh}, {Paint}, {Clock, 2026, 3, 1, 8}, {Tick, 0, 10, 10, 2},
-    {Tap, kTapUsage, kIconTop}, {Paint}, {Tap, 40, 50}, {Paint}, {Command, kOk}, {Tap, kTapPing, kIconTop},
-    {Command, kOk}, {Tap, kTapAdapter, kIconTop}, {Command, kOk}, {Tap, kTapScanner, kIconTop}, {Command, kOk},
-    {Options}, {Page}, {Paint}, {Answer, kOk}, {Select, IDC_OPTIONS_LOGS, 2}, {Command, IDC_OPTIONS_DELETE},
-    {Apply}, {Clear}, {Detach},
 };
 // clang-format on
 }  // namespace steps

@@ -102,14 +102,10 @@ size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
 
 }  // namespace
 
-void Player::Publish() const {
+Player::Player() {
     scripted::Reset();
     scripted::Platform& system = scripted::system;
-    for (size_t i = 0; i < std::size(adapters); ++i) {
-        if (up[i]) {
-            system.adapters.push_back(adapters[i]);
-        }
-    }
+    system.adapters = {kAdapters[0]};
     for (const Host& host : kHosts) {
         if (host.isInArpTable) {
             system.arp.push_back({AddressOf(host), {2, 0, 0, 0, 7, host.lastByte}});
@@ -120,7 +116,6 @@ void Player::Publish() const {
         system.internet.answers[server].pieces = {kEchoBody};
     }
     UseWireless();
-    system.wireless.present = radio;
     system.wireless.values = {
         {OID_802_11_SSID, SsidValue("Office & Lab", 12)},
         {OID_802_11_INFRASTRUCTURE_MODE, NdisFields({1})},
@@ -131,11 +126,8 @@ void Player::Publish() const {
         {OID_802_11_CONFIGURATION, NdisFields({32, 100, 10, 2437000, 0, 0, 0, 0})},
         {OID_802_11_BSSID_LIST,
          AccessPointListBuilder().Add("Office & Lab", 1, -52, 1).Add("guest", 2, -81, 0, 2462000).Value()},
-        {OID_802_11_RSSI, NdisFields({dbm})},
     };
-    if (associated) {
-        system.wireless.values[OID_802_11_BSSID] = {2, 0, 0, 0, 0, 1};
-    }
+    system.wireless.present = false;
 }
 
 StandInTable ScriptedStandIns() {
