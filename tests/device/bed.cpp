@@ -27,17 +27,14 @@ Address AddressIn(Address word) {
     return bed->imageBase + *At<uint32_t>(word);
 }
 
-// "function library ordinal"; functions without a number are imported by name.
-std::map<std::pair<std::string, uint32_t>, std::string> ReadImportNames() {
-    std::map<std::pair<std::string, uint32_t>, std::string> names;
+// The functions that are imported by number, by library and number.
+std::map<std::string, std::string> ReadImportNames() {
+    std::map<std::string, std::string> names;
     std::ifstream list(QUORVANE_IMPORTS);
     for (std::string line; std::getline(list, line);) {
-        std::istringstream words(line);
-        std::string function, library;
-        uint32_t ordinal = 0;
-        if (words >> function >> library >> ordinal) {
-            names[{library + ".dll", ordinal}] = function;
-        }
+        std::string function, library, ordinal;
+        std::istringstream(line) >> function >> library >> ordinal;
+        names[library + ".dll " + ordinal] = function;
     }
     return names;
 }
@@ -51,9 +48,9 @@ void BindImports(Address row) {
         const std::string library = At<char>(AddressIn(row + 12));
         auto* slot = At<uint32_t>(AddressIn(row + 16));
         for (Address entry = AddressIn(row); *At<uint32_t>(entry) != 0; entry += 4) {
-            const uint32_t ordinal = *At<uint32_t>(entry);
+            const uint32_t ordinal = *At<uint32_t>(entry) ^ kByOrdinal;
             const std::string name =
-                (ordinal & kByOrdinal) != 0 ? names[{library, ordinal & 0xFFFF}] : At<char>(AddressIn(entry) + 2);
+                ordinal < kByOrdinal ? names[library + " " + std::to_string(ordinal)] : At<char>(AddressIn(entry) + 2);
             if (bed->standIns.count(name) == 0) {
                 AddFault(library + " " + Hex(ordinal) + " " + name + " has no stand-in");
             }

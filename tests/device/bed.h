@@ -32,15 +32,14 @@ struct Bed {
     Trace* trace = nullptr;                  // of the calls of stand-ins
     uint64_t instructions = 0, imports = 0;  // executed by the guest, and its calls of stand-ins
     uint32_t deepestStack = 0;               // bytes in use at most, by nested calls or a worker (on its own stack)
+    uint32_t stackDepths[2] = {};            // of the nested calls, and of the latest worker
     std::string faults;                      // one a line
     bool dead = false;                       // after a fault of the guest's code
     std::map<std::string, StandIn> standIns;
     std::vector<std::string> trapNames;
     uint32_t systemMode = 0;             // 1: the system's functions are Thumb code
-    Address trap = 0;                    // that stopped the processor; 0: none
     bool threadEnds = false;             // set by what ends the calling thread
     int depth = 0;                       // calls under way
-    Address lowestPage[2] = {};          // that was used of each stack
     std::map<Address, uint32_t> blocks;  // of the heap
     Address heapEnd = 0;
     Address imageBase = 0;
@@ -62,7 +61,7 @@ void MapHeap();
 
 void AddFault(const std::string& text);
 
-// Calls guest code and returns r0. Arguments beyond the fourth go onto the stack.
+// Calls guest code with four arguments at most and returns r0.
 uint32_t CallGuest(Address function, std::initializer_list<uint32_t> arguments = {});
 // The same on a fresh 64 KB stack, as a thread of its own that runs to its end.
 void CallGuestThread(Address function, uint32_t argument);

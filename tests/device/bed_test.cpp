@@ -18,24 +18,6 @@ struct Row {
     Core core = Core::Arm925;
 };
 
-class Snippet : public testing::TestWithParam<Row> {};
-
-TEST_P(Snippet, Is_judged_by_what_it_does) {
-    const Row& row = GetParam();
-    SCOPED_TRACE(row.name);
-    OpenBed(row.core);
-    bed->imageBase = kBase;
-    MapRegion(kBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC);
-    std::copy(row.code.begin(), row.code.end(), At<uint32_t>(kBase));
-    const Address block = Allocate(10);
-    const Address probe = StandInAddress("Probe");
-    bed->standIns["Probe"] = [](const uint64_t* words) { return words[0] + words[5]; };
-    const uint32_t result = CallGuest(kBase, {block, probe, 3, 4});
-    EXPECT_EQ(bed->faults.substr(0, strlen(row.fault)), row.fault);
-    EXPECT_EQ(bed->faults.empty(), row.fault[0] == 0) << bed->faults;
-    EXPECT_EQ(bed->faults.empty() ? result : 0, row.result);
-}
-
 // r0 is a block of 10 bytes, r1 an import that returns its first argument plus its sixth, r2 is 3, r3 is 4.
 // push {lr}; sub sp,#8; str r3,[sp,#4]; mov r0,#7; cmp r0,r0; mov lr,pc; bx r1; `then`; add sp,#8; pop {pc}
 std::vector<uint32_t> CallThen(std::initializer_list<uint32_t> then) {
@@ -50,7 +32,6 @@ const Row kRows[] = {
     {"trusts r2 after a call", CallThen({0xE1A00002}), "", 0xDEAD0002},                      // mov r0,r2
     {"trusts flags", CallThen({0x03A00001, 0x13A00000}), "", 0},                             // moveq r0,#1; movne r0,#0
     {"unaligned word", {0xE5901002, kReturn}, "unaligned load of 4 bytes"},                  // ldr r1,[r0,#2]
-    {"unaligned many", {0xE2800002, 0xE890000C, kReturn}, "unaligned load of 4 bytes"},      // ldm r0,{r2,r3}
     {"past the block", {0xE5801008, kReturn}, "store outside a block of the heap"},          // str r1,[r0,#8]
     {"writes its code", {0xE50F1008, kReturn}, "Write to write-protected"},                  // str r1,[pc,#-8]
     {"runs data", {0xE92D4000, 0xE1A0E00F, 0xE12FFF10, 0xE8BD8000}, "Fetch from non-exec"},  // blx block
@@ -61,6 +42,19 @@ const Row kRows[] = {
     {"mov pc,lr into Thumb code", {0xE1A0F00E}, "enters the system in the wrong", 0, Core::Arm925ThumbSystem},
 };
 
-INSTANTIATE_TEST_SUITE_P(All, Snippet, testing::ValuesIn(kRows));
+TEST(Bed, Judges_code_by_what_it_does) {
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.name);
+        OpenBed(row.core);
+        bed->imageBase = kBase;
+        MapRegion(kBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC);
+        std::copy(row.code.begin(), row.code.end(), At<uint32_t>(kBase));
+        bed->standIns["Probe"] = [](const uint64_t* words) { return words[0] + words[5]; };
+        const uint32_t result = CallGuest(kBase, {Allocate(10), StandInAddress("Probe"), 3, 4});
+        EXPECT_EQ(bed->faults.substr(0, strlen(row.fault)), row.fault);
+        EXPECT_EQ(bed->faults.empty() ? result : 0, row.result);
+        EXPECT_EQ(bed->faults.empty(), row.fault[0] == 0) << bed->faults;
+    }
+}
 
 }  // namespace

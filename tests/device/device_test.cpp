@@ -1,17 +1,63 @@
-// The library as ARM code where a script's comparison with the desktop does not reach: memory that runs out, workers
-// that outlive the dialog, and what it all costs.
+// The library as ARM code. It performs the device script, and what it leaves has to equal what the desktop's objects
+// left in QUORVANE_DEVICE_REFERENCE (tests/device/reference): files, registry, and every call that draws or opens
+// something. Then what no desktop has: memory that runs out, workers that outlive the dialog, and what it all costs.
 
 #include "tests/device/handheld.h"
 #include "tests/fakes/fakes.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <regex>
 
 namespace {
 
+namespace files = std::filesystem;
 using namespace device_script;
 using namespace device_script::steps;
+
+// The files (and folders, as empty ones) of a handheld, by their names.
+std::map<std::string, std::string> FilesIn(const files::path& root) {
+    std::map<std::string, std::string> contents;
+    for (const char* folder : {"My Documents", "Program Files"}) {
+        for (const auto& entry : files::recursive_directory_iterator(root / folder)) {
+            std::ostringstream content;
+            content << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+            contents[entry.path().lexically_relative(root)] = content.str();
+        }
+    }
+    return contents;
+}
+
+class Script : public testing::TestWithParam<std::pair<Core, Address>> {};
+
+TEST_P(Script, Leaves_what_the_desktop_leaves) {
+    const files::path reference = std::getenv("QUORVANE_DEVICE_REFERENCE");
+    Handheld handheld(GetParam().second, GetParam().first);
+    std::ifstream lines(reference / "trace.txt");
+    for (std::string line; std::getline(lines, line);) {
+        handheld.trace.reference.push_back(line);
+    }
+    handheld.Run(kScript);
+    const std::string& trace = handheld.trace.text;
+    EXPECT_EQ(handheld.faults, "");
+    EXPECT_EQ(handheld.trace.difference, "");
+    EXPECT_TRUE(handheld.trace.reference.empty() && lines.eof());
+    EXPECT_TRUE(handheld.answers.empty());
+    EXPECT_EQ(FilesIn(fakes::Root()), FilesIn(reference));
+    // Nothing is used that is gone.
+    EXPECT_FALSE(std::regex_search(trace, std::regex("\n[A-Z]\\w+ (other|null) ")));
+    for (const int number : {IDD_DHCP, IDD_ADAPTER_DETAILS, IDD_PING, IDD_USAGE, IDD_SCANNER, IDD_WIRELESS_DETAILS,
+                             IDD_SIGNAL, IDD_EXPORT, IDD_LIVE_GRAPH, IDD_DETECTOR, IDD_TODAY_OPTIONS}) {
+        EXPECT_NE(trace.find("open dialog " + std::to_string(number) + " "), std::string::npos) << number;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cores, Script,
+                         testing::Values(std::pair{Core::Arm925, Address{0x10000000}},
+                                         std::pair{Core::StrongArm, Address{0x0A340000}},
+                                         std::pair{Core::Arm925ThumbSystem, Address{0x0A340000}}));
 
 // clang-format off
 const Step kBegin[] = {
