@@ -64,7 +64,9 @@ uint64_t Handheld::Attach() {
     EXPECT_EQ(CallGuest(bed->exports[0], {bed->imageBase, kProcessAttach, 0}), 1u);
     windows = {{kHost, {}}};
     trace.names[kHost] = "host";
-    return CallGuest(bed->exports[240], {kMemory, kHost});
+    const uint32_t window = CallGuest(bed->exports[240], {kMemory, kHost});
+    trace.names[window] = "item";
+    return window;
 }
 
 void Handheld::Detach() {

@@ -25,13 +25,12 @@ struct Handheld : Player {
     std::string faults;         // of all beds, with what was left over on detaching
     uint32_t deepestStack = 0;  // of all beds, bytes
     // Of the library that is attached.
-    std::map<uint32_t, Window> windows;
+    std::map<uint64_t, Window> windows;
+    std::map<std::pair<uint64_t, uint32_t>, uint32_t> controls;  // by dialog and number
     Address itemProcedure = 0;
-    uint32_t templateNumber = 0;  // found last
-    uint32_t sheet = 0;
-    std::vector<std::array<uint32_t, 10>> sheetPages;         // as the guest describes them
-    std::set<std::pair<uint32_t, uint32_t>> selected;         // contexts, and objects in them
-    int allocations = 0, failingAllocation = 0;               // the one of that number is refused
+    std::map<Address, std::pair<uint32_t, std::span<const uint8_t>>> templates;  // that were found, with their numbers
+    std::set<std::pair<uint32_t, uint32_t>> selected;                            // contexts, and objects in them
+    int allocations = 0, failingAllocation = 0;                                  // the one of that number is refused
     bool threadsWait = false;                                 // until RunThreads, and not within CreateThread
     std::deque<std::pair<Address, uint32_t>> waitingThreads;  // functions and arguments
     int failingThreads = 0, failingReads = 0;                 // so many fail from now on
@@ -43,12 +42,10 @@ struct Handheld : Player {
     uint64_t Attach() override;
     void Detach() override;
     void OpenOptions() override;
-    uint64_t OpenPage(size_t page) override;
     uint64_t ControlOf(uint64_t dialog, uint32_t number) override;
-    void CloseWindow(uint64_t window) override { windows.erase(static_cast<uint32_t>(window)); }
+    void CloseWindow(uint64_t window) override { windows.erase(window); }
     int64_t Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) override;
-    // The dialog of a template, which the guest has at `bytes`.
-    uint32_t OpenDialog(uint32_t number, const uint8_t* bytes, uint32_t parent, Address procedure);
+    uint32_t OpenDialog(Address found, uint32_t parent, Address procedure);
 };
 
 extern Handheld* handheld;  // whose library is in the bed

@@ -17,7 +17,7 @@ constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kErase = 0x0014, kNotify 
                    kSetRowState = 0x1000 + 43;
 constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
 constexpr uint32_t kChosen = 1, kTickTimer = 11, kHighWord = 16;  // CBN_SELCHANGE; the item's timer; bits
-constexpr uint64_t kHostsContext = 1, kSheet = 2;                 // in place of handles
+constexpr uint64_t kHostsContext = 1;                             // in place of a handle
 
 void SetClock(Player& p, const Step& s) {
     const auto word = [](uint32_t value) { return static_cast<WORD>(value); };
@@ -105,19 +105,11 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
          p.Notify(s.a, kRowTapped, row);
      }},
     {Answer, [](Player& p, const Step& s) { p.answers.push_back(s.a); }},
-    {Page,
-     [](Player& p, const Step&) {
-         p.Notify(0, kPageLeft);
-         p.ShowNextPage();
-     }},
     {Apply,
      [](Player& p, const Step&) {
          p.Notify(0, kPageLeft);
-         for (const uint64_t page : p.pages) {
-             p.top = page;
-             p.Notify(0, kPageApplied);
-         }
-         p.ended = kSheet;
+         p.Notify(0, kPageApplied);
+         p.ended = p.top;
      }},
 };
 
@@ -157,21 +149,6 @@ void Player::RunDialog(uint64_t window) {
     PerformUntilEnd(window);
     top = before;
     Close(window);
-}
-
-void Player::RunSheet() {
-    const uint64_t before = top;
-    pages.clear();
-    ShowNextPage();
-    PerformUntilEnd(kSheet);
-    top = before;
-    for (const uint64_t page : pages) {
-        Close(page);
-    }
-}
-
-void Player::ShowNextPage() {
-    pages.push_back(top = OpenPage(pages.size()));
 }
 
 void Player::Close(uint64_t window) {

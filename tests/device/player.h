@@ -26,8 +26,7 @@ struct Player {
     uint64_t item = 0;
     uint64_t top = 0;  // where steps go
     std::deque<uint32_t> answers;
-    uint64_t ended = 0;           // the dialog that asked to end
-    std::vector<uint64_t> pages;  // that were shown of the open sheet
+    uint64_t ended = 0;  // the dialog that asked to end
     std::deque<Posted> posted;
 
     Player();  // sets the scripted services up as the script's network
@@ -36,15 +35,13 @@ struct Player {
     virtual uint64_t Attach() = 0;  // loads the library; gives the item window
     virtual void Detach() = 0;
     virtual void OpenOptions() = 0;  // returns when they are closed
-    virtual uint64_t OpenPage(size_t page) = 0;
     virtual uint64_t ControlOf(uint64_t dialog, uint32_t number) = 0;
     virtual void CloseWindow(uint64_t window) = 0;
     virtual int64_t Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) = 0;
 
     void Run(std::span<const device_script::Step> toPerform);
-    // For the system's stand-ins of a dialog and of a sheet: performs steps until they end, and closes them.
+    // For the system's stand-ins of dialogs and pages: performs steps until it ends, and closes it.
     void RunDialog(uint64_t window);
-    void RunSheet();
 
     // For the steps.
     void Ask(uint32_t message);  // the host's questions to the item
@@ -52,7 +49,6 @@ struct Player {
     void SendToControl(uint32_t number, uint32_t message, uint64_t wParam, uint64_t lParam = 0);
     uint64_t Store(const void* data, size_t bytes);  // where messages point to
     void Notify(uint32_t control, int32_t code, std::span<const uint32_t> data = {});
-    void ShowNextPage();
     void PerformUntilEnd(uint64_t window);
     void Close(uint64_t window);
 };

@@ -34,8 +34,7 @@ enum Act {
     Select,   // row b of a list view is selected
     Row,      // row b of a list view is tapped (NM_CLICK)
     Answer,   // the next message box is answered with button a
-    Page,     // the next page of the sheet is shown, the one before it left (PSN_KILLACTIVE)
-    Apply,    // the sheet is closed: PSN_KILLACTIVE of the page shown, then PSN_APPLY of all that were shown
+    Apply,    // the sheet's page is left and applied (PSN_KILLACTIVE, PSN_APPLY); the next one is shown
 };
 }  // namespace steps
 
@@ -125,10 +124,10 @@ inline const Step kScript[] = {
     {Command, IDC_DETECTOR_EXPORT}, {Answer, kYes}, {Row, IDC_DETECTOR_HOSTS, 1},  // no longer safe
     {Command, IDC_DETECTOR_EXPORT}, {Command, kOk}, {Tap, kTapFirstApplet, kIconTop},
     {Tap, kTapSecondApplet, kIconTop}, {Tap, kTapGraph, kIconTop}, {Paint}, {Timer, 12}, {Command, kOk}, {Options},
-    {Paint}, {Page}, {Paint},
+    {Paint}, {Apply}, {Paint},
     {Text, IDC_OPTIONS_X_LOCATION, 0, 0, 0, "130"}, {Check, IDC_OPTIONS_SHOW_ICON, 0}, {Check, IDC_OPTIONS_AM_PM, 0},
     {Check, IDC_OPTIONS_MILITARY, 1}, {Select, IDC_OPTIONS_LOGS, 0}, {Answer, kCancel}, {Command, IDC_OPTIONS_DELETE},
-    {Page}, {Paint}, {Apply}, {Tick, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
+    {Apply}, {Paint}, {Apply}, {Tick, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
     // The same at double scale.
     {Attach, 480, 640}, {Refresh}, {Refresh}, {Paint}, {Tick, 60000, 350000, 24}, {Refresh}, {Paint},
     // A month with two pages of days.
@@ -147,8 +146,8 @@ inline const Step kScript[] = {
     {Tap, 2 * kTapPing, kIconTop}, {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.250"}, {Command, IDC_PING_PING},
     {Timer, 10}, {Command, kOk}, {Adapters, 1}, {Radio, 1, 0xFFFFFFC9, 1}, {Tick, 0, 0, 2},
     {Tap, 2 * kTapGraph, kIconTop}, {Paint}, {Command, kOk}, {Tap, 2 * kTapSignal, kIconTop}, {Command, kOk},
-    {Options}, {Page}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
-    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Tick, 1, 1, 2}, {Clear},
+    {Options}, {Apply}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
+    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Apply}, {Tick, 1, 1, 2}, {Clear},
     {Detach},
 };
 // clang-format on

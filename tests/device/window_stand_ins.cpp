@@ -9,25 +9,20 @@
 
 namespace {
 
-constexpr uint32_t kDialogResource = 5, kSetText = 0x000C;
+constexpr uint32_t kSetText = 0x000C, kDialog = 5;
 
 uint32_t CreateWindow(uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint32_t parent) {
     const uint32_t window = NewHandle();
     handheld->windows[window] = {.parent = parent, .procedure = handheld->itemProcedure};
-    bed->trace->names[window] = "item";
     return window;
 }
 
-uint32_t FindControl(uint32_t dialog, uint32_t id) {
-    return static_cast<uint32_t>(handheld->ControlOf(dialog, id));
-}
-
-uint32_t SendToWindow(uint32_t window, uint32_t message, uint32_t wParam, uint32_t lParam) {
-    return static_cast<uint32_t>(handheld->Send(window, message, wParam, lParam));
+int64_t SendToControl(uint32_t dialog, uint32_t id, uint32_t message, uint32_t wParam, uint32_t lParam) {
+    return handheld->Send(handheld->ControlOf(dialog, id), message, wParam, lParam);
 }
 
 size_t GetItemText(uint32_t dialog, uint32_t id, char16_t* buffer, uint32_t room) {
-    const std::u16string& text = handheld->windows[FindControl(dialog, id)].text;
+    const std::u16string& text = handheld->windows[handheld->ControlOf(dialog, id)].text;
     const size_t units = text.copy(buffer, room - 1);
     buffer[units] = 0;
     return units;
@@ -44,48 +39,47 @@ bool StartProgram(const char16_t* program) {
 void SetFocus(uint32_t control) {
     constexpr uint32_t kCommand = 0x0111, kFocused = 3;
     const Window& window = handheld->windows[control];
-    SendToWindow(window.parent, kCommand, window.id | kFocused << 16, control);
+    handheld->Send(window.parent, kCommand, window.id | kFocused << 16, control);
 }
 
 // The handle of a resource is its address, and so is what it is loaded as.
 const uint8_t* FindResource(uint64_t, uint32_t number, uint32_t kind) {
-    handheld->templateNumber = number;
-    return FindGuestResource(kind, number).data();
-}
-
-void RunDialog(uint64_t, const uint8_t* dialogTemplate, uint32_t owner, Address procedure) {
-    player->RunDialog(handheld->OpenDialog(handheld->templateNumber, dialogTemplate, owner, procedure));
+    const std::span<const uint8_t> bytes = FindGuestResource(kind, number);
+    handheld->templates[AddressAt(bytes.data())] = {number, bytes};
+    return bytes.data();
 }
 
 // PROPSHEETHEADER and PROPSHEETPAGE of the first common controls, 40 bytes each.
 void RunSheet(const std::array<uint32_t, 10>* header) {
-    using Words = std::array<uint32_t, 10>;
-    constexpr uint32_t kGetVersion = 3, kVersion = 524;
+    constexpr uint32_t kGetVersion = 3, kVersion = 524, kSize = 0x0005;
     const auto [size, flags, owner, module, icon, caption, pages, start, records, callback] = *header;
-    const uint32_t sheet = handheld->sheet = NewHandle();
+    const uint32_t sheet = NewHandle();
     handheld->windows[sheet] = {.parent = owner};
-    if (size != sizeof(Words) || CallGuest(callback, {sheet, kGetVersion, 0}) != kVersion) {
+    if (size != sizeof(*header) || CallGuest(callback, {sheet, kGetVersion, 0}) != kVersion) {
         AddFault("a sheet of another version");
     }
-    handheld->sheetPages = {At<Words>(records), At<Words>(records) + pages};
-    player->RunSheet();
+    for (const auto& page : std::span(At<std::array<uint32_t, 10>>(records), pages)) {
+        const uint32_t dialog = handheld->OpenDialog(AddressAt(FindResource(0, page[3], kDialog)), sheet, page[6]);
+        handheld->Send(dialog, kSize, 0, 0);
+        handheld->RunDialog(dialog);
+    }
+    if (handheld->windows.count(sheet) != 0) {
+        AddFault("the sheet was not closed");
+    }
 }
 
-// Whom the desktop's frame would be sent a message for.
+// What the desktop's frame would be sent.
 void AskForKeyboard(uint64_t window, bool isRaised) {
-    constexpr uint64_t kFramesMessage = 0x8001;
-    const uint64_t host = handheld->windows.begin()->first;
-    const uint64_t words[kMostArguments] = {host, kFramesMessage, isRaised, window};
-    bed->trace->Call("SendMessageW", words, [](const uint64_t*) { return 0; });
+    const uint64_t words[kMostArguments] = {handheld->windows.begin()->first, 0x8001, isRaised, window};
+    handheld->trace.Call("SendMessageW", words, [](const uint64_t*) { return 0; });
 }
 
 // SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
 void InitDialog(const std::array<uint32_t, 3>* record) {
-    const auto [mask, dialog, flags] = *record;
-    if (mask != 1 || flags != 0x0D) {
+    if ((*record)[0] != 1 || (*record)[2] != 0x0D) {
         AddFault("the shell is given another record");
     }
-    AskForKeyboard(dialog, false);
+    AskForKeyboard((*record)[1], false);
 }
 
 // What stood in a context before is the object's own number with a mark.
@@ -129,10 +123,13 @@ StandInTable WindowStandIns() {
         {"DeleteDC", Delete},
         {"DeleteObject", Delete},
         {"DestroyWindow", [](uint32_t window) { return handheld->windows.erase(window); }},
-        {"DialogBoxIndirectParamW", RunDialog},
+        {"DialogBoxIndirectParamW",
+         [](uint64_t, Address found, uint32_t owner, Address procedure) {
+             handheld->RunDialog(handheld->OpenDialog(found, owner, procedure));
+         }},
         {"FindResourceW", FindResource},
         {"GetDlgCtrlID", [](uint32_t window) { return handheld->windows[window].id; }},
-        {"GetDlgItem", FindControl},
+        {"GetDlgItem", [](uint32_t dialog, uint32_t id) { return handheld->ControlOf(dialog, id); }},
         {"GetDlgItemTextW", GetItemText},
         {"GetParent", [](uint32_t window) { return handheld->windows[window].parent; }},
         {"GetSystemMetrics", [](uint32_t which) { return which == 0 ? player->screenWidth : player->screenHeight; }},
@@ -143,15 +140,13 @@ StandInTable WindowStandIns() {
         {"RegisterClassW", [](const uint32_t* record) { handheld->itemProcedure = record[1]; }},
         {"ReleaseDC", [](uint64_t, uint32_t context) { Delete(context); }},
         {"SelectObject", SelectObject},
-        {"SendDlgItemMessageW",
-         [](uint32_t dialog, uint32_t id, uint32_t message, uint32_t wParam, uint32_t lParam) {
-             return SendToWindow(FindControl(dialog, id), message, wParam, lParam);
-         }},
-        {"SendMessageW", SendToWindow},
-        {"SetDlgItemTextW", [](uint32_t dialog, uint32_t id,
-                               Address text) { return SendToWindow(FindControl(dialog, id), kSetText, 0, text); }},
+        {"SendDlgItemMessageW", SendToControl},
+        {"SendMessageW", [](uint32_t window, uint32_t message, uint32_t wParam,
+                            uint32_t lParam) { return handheld->Send(window, message, wParam, lParam); }},
+        {"SetDlgItemTextW",
+         [](uint32_t dialog, uint32_t id, Address text) { return SendToControl(dialog, id, kSetText, 0, text); }},
         {"SetFocus", SetFocus},
-        {"SetWindowTextW", [](uint32_t window, Address text) { return SendToWindow(window, kSetText, 0, text); }},
+        {"SetWindowTextW", [](uint32_t window, Address text) { return handheld->Send(window, kSetText, 0, text); }},
         {"SHInitDialog", InitDialog},
         {"SHSipPreference", [](uint32_t window, uint32_t state) { AskForKeyboard(window, state == 0); }},
     };
@@ -178,13 +173,14 @@ int32_t Window::Answer(uint32_t message, uint32_t wParam, uint32_t lParam) {
     return result;
 }
 
-uint32_t Handheld::OpenDialog(uint32_t number, const uint8_t* bytes, uint32_t parent, Address procedure) {
+uint32_t Handheld::OpenDialog(Address found, uint32_t parent, Address procedure) {
     constexpr uint32_t kInitDialog = 0x0110;
     constexpr uint16_t kExtended = 0xFFFF;
     const uint32_t dialog = NewHandle();
+    const auto& [number, bytes] = templates.at(found);
     windows[dialog] = {.parent = parent, .procedure = procedure};
-    trace.Open(dialog, number, {bytes, FindGuestResource(kDialogResource, number).size()});
-    if (reinterpret_cast<const uint16_t*>(bytes)[1] == kExtended) {
+    trace.Open(dialog, number, bytes);
+    if (At<uint16_t>(found)[1] == kExtended) {
         AddFault("a dialog template that a handheld does not know");
     }
     Send(dialog, kInitDialog, 0, 0);
@@ -192,42 +188,29 @@ uint32_t Handheld::OpenDialog(uint32_t number, const uint8_t* bytes, uint32_t pa
 }
 
 void Handheld::OpenOptions() {
-    RunDialog(OpenDialog(IDD_TODAY_OPTIONS, FindGuestResource(kDialogResource, IDD_TODAY_OPTIONS).data(), 0,
-                         bed->exports[241]));
-}
-
-uint64_t Handheld::OpenPage(size_t number) {
-    constexpr uint32_t kSize = 0x0005;
-    const auto& page = sheetPages.at(number);
-    const uint32_t window = OpenDialog(page[3], FindGuestResource(kDialogResource, page[3]).data(), sheet, page[6]);
-    Send(window, kSize, 0, 0);
-    return window;
+    RunDialog(OpenDialog(AddressAt(FindResource(0, IDD_TODAY_OPTIONS, kDialog)), 0, bed->exports[241]));
 }
 
 uint64_t Handheld::ControlOf(uint64_t dialog, uint32_t number) {
-    const std::string name = trace.NameOf(dialog) + "/" + std::to_string(number);
-    const auto found =
-        std::find_if(trace.names.begin(), trace.names.end(), [&](const auto& entry) { return entry.second == name; });
-    if (found != trace.names.end()) {
-        return found->first;
+    uint32_t& control = controls[{dialog, number}];
+    if (control == 0) {
+        control = NewHandle();
+        trace.names[control] = trace.NameOf(dialog) + "/" + std::to_string(number);
+        windows[control] = {.parent = static_cast<uint32_t>(dialog), .id = number};
     }
-    const uint32_t control = NewHandle();
-    trace.names[control] = name;
-    windows[control] = {.parent = static_cast<uint32_t>(dialog), .id = number};
     return control;
 }
 
-int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {
+int64_t Handheld::Send(uint64_t handle, uint32_t message, uint64_t wParam, uint64_t lParam) {
     constexpr uint32_t kGetFont = 0x0031, kSomeFont = 0xF0;
-    const auto handle = static_cast<uint32_t>(window), first = static_cast<uint32_t>(wParam),
-               second = static_cast<uint32_t>(lParam);
-    const auto found = windows.find(handle);
-    if (found == windows.end()) {
+    if (windows.count(handle) == 0) {
         return 0;
     }
-    if (found->second.procedure == 0) {
-        return found->second.Answer(message, first, second);
+    const auto window = static_cast<uint32_t>(handle), first = static_cast<uint32_t>(wParam),
+               second = static_cast<uint32_t>(lParam);
+    if (windows[handle].procedure == 0) {
+        return windows[handle].Answer(message, first, second);
     }
-    const uint32_t result = CallGuest(found->second.procedure, {handle, message, first, second});
+    const uint32_t result = CallGuest(windows[handle].procedure, {window, message, first, second});
     return message == kGetFont && result == 0 ? kSomeFont : result;
 }

@@ -29,7 +29,6 @@ struct Template {
 std::vector<Template> templates;  // in the order in which they were found
 Template opening;
 DLGPROC openingProcedure = nullptr;
-std::vector<PROPSHEETPAGEW> sheetPages;
 HWND hostWindow = nullptr;
 
 HWND Handle(uint64_t number) {
@@ -77,8 +76,10 @@ int RunDialog(HINSTANCE, const DLGTEMPLATE* source, HWND, DLGPROC procedure) {
 
 void RunSheet(const PROPSHEETHEADERW* header) {
     player->trace.isSilent = false;
-    sheetPages = {header->ppsp, header->ppsp + header->nPages};
-    player->RunSheet();
+    const std::vector<Template> found(templates.end() - header->nPages, templates.end());
+    for (size_t i = 0; i < found.size(); ++i) {
+        player->RunDialog(OpenWindow(found[i], header->ppsp[i].pResource, header->ppsp[i].pfnDlgProc));
+    }
 }
 
 // The host's window is the frame that the desktop takes for the screen. It has no taskbar.
@@ -121,10 +122,6 @@ struct Desktop : Player {
     }
     void OpenOptions() override {
         platform::RunDialog(itemState.instance, IDD_TODAY_OPTIONS, nullptr, CustomItemOptionsDlgProc);
-    }
-    uint64_t OpenPage(size_t page) override {
-        const PROPSHEETPAGEW& record = sheetPages.at(page);
-        return OpenWindow(templates.end()[page - sheetPages.size()], record.pResource, record.pfnDlgProc);
     }
     uint64_t ControlOf(uint64_t dialog, uint32_t number) override {
         return WordOf(GetDlgItem(Handle(dialog), static_cast<int>(number)));
