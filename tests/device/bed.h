@@ -1,7 +1,8 @@
 // tests/device/bed.h - a model of the handheld's processor with the built quorvane.dll in it: loaded, relocated and
 // bound as the handheld's loader does it. Every function that it imports is a stand-in on the host, found by name,
-// which may call back into the guest (CallGuest), any number deep. The guest's memory lies at the same addresses in
-// this process: a guest's address is a pointer here, and one that is wrong ends the test.
+// which may call back into the guest (CallGuest), any number deep; one without a stand-in gives a new handle. The
+// guest's memory lies at the same addresses in this process: a guest's address is a pointer here, and one that is wrong
+// ends the test.
 //
 // Whatever the real system would punish in the guest's own code is written down in `faults`. After the first of them
 // the calls under way return 0 and later ones do nothing.
@@ -53,7 +54,7 @@ extern std::unique_ptr<Bed> bed;
 
 void OpenBed(Core core);  // instead of the last one, with heap and stacks and without code
 
-// Maps, relocates and binds the library at `base` (0: the base it prefers). An import without a stand-in is a fault.
+// Maps, relocates and binds the library at `base` (0: the base it prefers).
 void LoadLibraryIntoBed(const std::string& file, Address base);
 // Zeroed memory instead of what was there; the guest's rights are UC_PROT_...
 void MapRegion(Address base, uint32_t bytes, uint32_t rights);

@@ -61,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(Cores, Script,
 
 // clang-format off
 const Step kBegin[] = {
-    {Clock, 2026, 1, 31, 23}, {Radio, 1, 0xFFFFFFC4, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Tick, 0, 0, 1}};
+    {Clock, 2026, 1, 31, 23}, {Radio, 1, 0xFFFFFFC4}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Tick, 0, 0, 1}};
 const Step kEnd[] = {{Clear}, {Detach}};
 const Step kTools[] = {
     {Tick, 10, 1, 1}, {Tap, kTapDhcp, kIconTop}, {Command, IDC_DHCP_DETECT}, {Command, IDC_DHCP_RENEW},

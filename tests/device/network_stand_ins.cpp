@@ -38,24 +38,14 @@ DWORD GetAdapters(void* buffer, ULONG* size) {
     std::string list;
     for (const scripted::Adapter& a : adapters) {
         const Address next = &a != &adapters.back() ? AddressAt(buffer) + list.size() + kBytes : 0;
+        // clang-format off
         list += Record(kBytes,
-                       {{0, next},
-                        {400, a.hardwareAddress.size()},
-                        {412, a.index},
-                        {416, a.type},
-                        {420, a.dhcpEnabled},
-                        {548, a.haveWins},
-                        {632, a.leaseObtained},
-                        {636, a.leaseExpires}},
-                       {{8, a.name},
-                        {268, a.description},
-                        {404, {a.hardwareAddress.begin(), a.hardwareAddress.end()}},
-                        {432, a.address},
-                        {448, a.mask},
-                        {472, a.gateway},
-                        {512, a.dhcpServer},
-                        {556, a.primaryWins},
-                        {596, a.secondaryWins}});
+            {{0, next}, {400, a.hardwareAddress.size()}, {412, a.index}, {416, a.type}, {420, a.dhcpEnabled},
+             {548, a.haveWins}, {632, a.leaseObtained}, {636, a.leaseExpires}},
+            {{8, a.name}, {268, a.description}, {404, {a.hardwareAddress.begin(), a.hardwareAddress.end()}},
+             {432, a.address}, {448, a.mask}, {472, a.gateway}, {512, a.dhcpServer}, {556, a.primaryWins},
+             {596, a.secondaryWins}});
+        // clang-format on
     }
     return adapters.empty() ? ERROR_NO_DATA : Give(list, buffer, size);
 }
@@ -126,7 +116,6 @@ StandInTable NetworkStandIns() {
         {"GetIpNetTable", platform::GetIpNetTable},
         {"IpReleaseAddress", platform::IpReleaseAddress},
         {"IpRenewAddress", platform::IpRenewAddress},
-        {"IcmpCreateFile", NewHandle},
         {"IcmpSendEcho", platform::IcmpSendEcho},
         {"DeviceIoControl", DeviceIoControl},
         {"WSAStartup", [](uint32_t, uint8_t* data) { return memset(data, 0, 400), 0; }},
@@ -141,10 +130,8 @@ StandInTable NetworkStandIns() {
         {"ConnMgrConnectionStatus",
          [](uint32_t, DWORD* status) { return platform::ConnMgrConnectionStatus(nullptr, status); }},
         {"ConnMgrProviderMessage", [] { return E_NOINTERFACE; }},
-        {"InternetOpenW", NewHandle},
         {"InternetConnectW",
          [](uint64_t, const wchar_t* host) { return scripted::system.internet.hosts.push_back(host), NewHandle(); }},
-        {"HttpOpenRequestW", NewHandle},
         {"InternetReadFile", platform::InternetReadFile},
     };
 }

@@ -66,10 +66,6 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
      [](Player&, const Step& s) {
          scripted::system.wireless.present = s.a != 0;
          scripted::system.wireless.values[OID_802_11_RSSI] = NdisFields({s.b});
-         scripted::system.wireless.values[OID_802_11_BSSID] = {2, 0, 0, 0, 0, 1};
-         if (s.c == 0) {
-             scripted::system.wireless.values.erase(OID_802_11_BSSID);
-         }
      }},
     {Tick, RunTicks},
     {Refresh, [](Player& p, const Step&) { p.Ask(kQueryRefresh); }},

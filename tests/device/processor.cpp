@@ -82,7 +82,8 @@ void OnAccess(uc_engine*, uc_mem_type type, uint64_t where, int size, int64_t, v
 
 void CallStandIn(Registers registers) {
     const std::string name = bed->trapNames.at((registers[kPc] - kTrapBase) / 4);
-    const StandIn& standIn = bed->standIns.at(name);
+    const auto found = bed->standIns.find(name);
+    const StandIn standIn = found != bed->standIns.end() ? found->second : [](const uint64_t*) { return NewHandle(); };
     uint64_t words[kMostArguments];
     for (size_t i = 0; i < kMostArguments; ++i) {
         words[i] = i < 4 ? registers[i] : At<uint32_t>(registers[kSp])[i - 4];

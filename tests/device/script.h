@@ -16,7 +16,7 @@ enum Act {
     Detach,    // window destroyed, library unloaded
     Clock,     // local time: a year, b month, c day, d hour; always minute 30, second 15
     Adapters,  // the first a adapters are up, with counters at 0 and interface indices greater by b
-    Radio,     // a 1: the driver is there; b dBm (two's complement); c 1: associated
+    Radio,     // a 1: the driver is there; b dBm (two's complement)
     Tick,      // c times: a received and b transmitted are added to the counters, 2 s later the item's timer
     Refresh,   // the host's refresh query
     Clear,     // the host's clear-cache message
@@ -65,14 +65,13 @@ struct Host {
     uint8_t lastByte;  // of the address, and of the hardware address
     uint32_t roundTripMs;
     bool isInArpTable;
-    const char* name;     // of its NetBIOS node status (one name, suffix 0), or null: its port is closed
-    const char* dnsName;  // gethostbyname knows it by this name, or null
+    const char* name = nullptr;  // of its NetBIOS node status (one name, suffix 0); null: its port is closed
 };
 inline constexpr Host kHosts[] = {
-    {1, 2, true, nullptr, "router"},
-    {20, 14, true, "PRINTER", nullptr},
-    {33, 0, false, "HANDHELD", nullptr},
-    {250, 120, true, nullptr, nullptr},
+    {1, 2, true},
+    {20, 14, true, "PRINTER"},
+    {33, 0, false, "HANDHELD"},
+    {250, 120, true},
 };
 inline constexpr char kEchoBody[] = "203.0.113.77\n";  // every HTTP answer, in one piece
 
@@ -87,19 +86,19 @@ namespace steps {
 // clang-format off
 inline const Step kScript[] = {
     // A day of traffic on a screen of 240 x 320.
-    {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4, 1},  // -60 dBm
+    {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4},  // -60 dBm
     {Tick, 5000, 3000, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 1},
     {Paint}, {Tick, 1500, 700, 1}, {Paint}, {Refresh}, {Tick, 40000, 9000, 3}, {Tick, 0, 0, 2},
-    {Radio, 1, 0xFFFFFFAB, 1},  // -85 dBm
+    {Radio, 1, 0xFFFFFFAB},  // -85 dBm
     {Tick, 900000, 250000, 2}, {Refresh}, {Paint}, {Clock, 2026, 1, 31, 23}, {Tick, 3000000, 20000, 16},
     {Paint}, {Clock, 2026, 2, 1, 0},  // hour, day and month at once
     {Tick, 700, 600, 3}, {Tick, 0U - 50000000, 0U - 50000000, 1},  // a fall, below 0, counts nothing
     {Tick, 100000, 50000000, 1},  // the counters wrap
     {Adapters, 0},  // no adapter at all
     {Radio, 0}, {Tick, 0, 0, 2}, {Refresh}, {Adapters, 1, 4},  // back under another index
-    {Radio, 1, 0xFFFFFFBA, 0},  // heard, not associated
+    {Radio, 1, 0xFFFFFFBA},
     {Tick, 1024, 2048, 3}, {Adapters, 2, 4},  // a second one changes nothing
-    {Tick, 5, 0, 2}, {Radio, 1, 0xFFFFFFC9, 1}, {Clock, 2026, 2, 28, 13}, {Tick, 120000, 80000, 4}, {Paint},
+    {Tick, 5, 0, 2}, {Radio, 1, 0xFFFFFFC9}, {Clock, 2026, 2, 28, 13}, {Tick, 120000, 80000, 4}, {Paint},
     // The tools.
     {Tap, kTapSignal, kIconTop}, {Paint}, {Timer, 13}, {Command, kOk}, {Tap, kTapUsage, kIconTop}, {Paint},
     {Date, IDC_USAGE_DATE, 2026, 1, 31}, {Paint}, {Choose, IDC_USAGE_MODE, 1}, {Paint}, {Tap, 40, 50},  // table
@@ -144,7 +143,7 @@ inline const Step kScript[] = {
     {Tap, 2 * kTapScanner, kIconTop}, {Timer, 7}, {Command, kCancel}, {Tap, 2 * kTapCard, kIconTop}, {Command, kOk},
     {Tap, 2 * kTapDetector, kIconTop}, {Command, IDC_DETECTOR_DETECT}, {Command, kCancel},
     {Tap, 2 * kTapPing, kIconTop}, {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.250"}, {Command, IDC_PING_PING},
-    {Timer, 10}, {Command, kOk}, {Adapters, 1}, {Radio, 1, 0xFFFFFFC9, 1}, {Tick, 0, 0, 2},
+    {Timer, 10}, {Command, kOk}, {Adapters, 1}, {Radio, 1, 0xFFFFFFC9}, {Tick, 0, 0, 2},
     {Tap, 2 * kTapGraph, kIconTop}, {Paint}, {Command, kOk}, {Tap, 2 * kTapSignal, kIconTop}, {Command, kOk},
     {Options}, {Apply}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
     {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Apply}, {Tick, 1, 1, 2}, {Clear},

@@ -5,8 +5,6 @@
 #include "tests/support/node_status_reply.h"
 #include "tests/support/wireless_values.h"
 
-#include <strings.h>
-
 #include <algorithm>
 
 using namespace device_script;
@@ -78,22 +76,6 @@ int SendTo(uint64_t, const void*, int bytes, int, const uint8_t* address) {
     return bytes;
 }
 
-// The record of pointers, a kind and a size lies behind what messages point to, as it is until the next call.
-void* GetHostByName(const char* name) {
-    const auto* host = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& candidate) {
-        return candidate.dnsName != nullptr && strcasecmp(name, candidate.dnsName) == 0;
-    });
-    uint8_t* entry = player->memory + 2 * kRecordBytes;
-    const uint64_t place = reinterpret_cast<uintptr_t>(entry), pointer = player->trace.pointerBytes;
-    const uint64_t address = host != std::end(kHosts) ? AddressOf(*host) : 0;
-    for (const uint64_t field : {uint64_t{0}, uint64_t{0}, uint64_t{0x00040002}, place + 4 * pointer,
-                                 place + 6 * pointer, uint64_t{0}, address}) {
-        memcpy(entry, &field, pointer);
-        entry += pointer;
-    }
-    return host != std::end(kHosts) ? PointerOf(place) : nullptr;
-}
-
 size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
     const std::vector<uint8_t> reply = NodeStatusReply({AskedName()});
     std::copy(reply.begin(), reply.end(), buffer);
@@ -117,6 +99,7 @@ Player::Player() {
     }
     UseWireless();
     system.wireless.values = {
+        {OID_802_11_BSSID, {2, 0, 0, 0, 0, 1}},
         {OID_802_11_SSID, SsidValue("Office & Lab", 12)},
         {OID_802_11_INFRASTRUCTURE_MODE, NdisFields({1})},
         {OID_802_11_AUTHENTICATION_MODE, NdisFields({4})},
@@ -150,7 +133,7 @@ StandInTable ScriptedStandIns() {
         {"SHGetSpecialFolderPathW", GetSpecialFolder},
         {"Sleep", [] {}},
         // Peers that are asked for their names, one at a time.
-        {"gethostbyname", GetHostByName},
+        {"gethostbyname", [] { return 0; }},
         {"socket", [] { return 0x50C; }},
         {"closesocket", [] { return 0; }},
         {"ioctlsocket", [] { return 0; }},

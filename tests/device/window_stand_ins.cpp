@@ -28,13 +28,6 @@ size_t GetItemText(uint32_t dialog, uint32_t id, char16_t* buffer, uint32_t room
     return units;
 }
 
-bool StartProgram(const char16_t* program) {
-    if (Narrow(program) != "\\Windows\\ctlpnl.exe") {
-        AddFault("starts another program than the control panel");
-    }
-    return false;
-}
-
 // A drop-down list, which alone is given the focus, tells its dialog (CBN_SETFOCUS).
 void SetFocus(uint32_t control) {
     constexpr uint32_t kCommand = 0x0111, kFocused = 3;
@@ -74,14 +67,6 @@ void AskForKeyboard(uint64_t window, bool isRaised) {
     handheld->trace.Call("SendMessageW", words, [](const uint64_t*) { return 0; });
 }
 
-// SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
-void InitDialog(const std::array<uint32_t, 3>* record) {
-    if ((*record)[0] != 1 || (*record)[2] != 0x0D) {
-        AddFault("the shell is given another record");
-    }
-    AskForKeyboard((*record)[1], false);
-}
-
 // What stood in a context before is the object's own number with a mark.
 uint32_t SelectObject(uint32_t context, uint32_t object) {
     constexpr uint32_t kBefore = 0x80000000;
@@ -105,20 +90,9 @@ void Delete(uint32_t handle) {
 }  // namespace
 
 StandInTable WindowStandIns() {
-    StandInTable table;
-    for (const CallShape& shape : TracedCalls()) {
-        table.push_back({shape.name, shape.makes[0] != 0 ? StandIn([](const uint64_t*) { return NewHandle(); })
-                                                         : StandIn([](const uint64_t*) { return 1; })});
-    }
-    for (const char* function :
-         {"GetSysColorBrush", "InitCommonControlsEx", "LoadCursorW", "MapDialogRect", "MapWindowPoints", "MessageBeep",
-          "MoveWindow", "SetCursor", "SetWindowLongW", "SetWindowPos", "UnregisterClassW", "FindWindowW", "WSACleanup",
-          "IcmpCloseHandle", "ConnMgrReleaseConnection", "HttpSendRequestW", "InternetCloseHandle"}) {
-        table.push_back({function, [] {}});
-    }
-    const StandInTable others = {
+    return {
         {"BeginPaint", [](uint64_t, uint32_t* paint) { return *paint = NewHandle(); }},
-        {"CreateProcessW", StartProgram},
+        {"CreateProcessW", [](const char16_t* program) { return bed->trace->Add(Narrow(program)), false; }},
         {"CreateWindowExW", CreateWindow},
         {"DeleteDC", Delete},
         {"DeleteObject", Delete},
@@ -128,12 +102,10 @@ StandInTable WindowStandIns() {
              handheld->RunDialog(handheld->OpenDialog(found, owner, procedure));
          }},
         {"FindResourceW", FindResource},
-        {"GetDlgCtrlID", [](uint32_t window) { return handheld->windows[window].id; }},
         {"GetDlgItem", [](uint32_t dialog, uint32_t id) { return handheld->ControlOf(dialog, id); }},
         {"GetDlgItemTextW", GetItemText},
         {"GetParent", [](uint32_t window) { return handheld->windows[window].parent; }},
         {"GetSystemMetrics", [](uint32_t which) { return which == 0 ? player->screenWidth : player->screenHeight; }},
-        {"GetWindowRect", [](uint64_t, std::array<int32_t, 4>* area) { *area = {}; }},
         {"LoadResource", [](uint32_t, Address resource) { return resource; }},
         {"PropertySheetW", RunSheet},
         // WNDCLASSW, whose procedure is its second word.
@@ -147,11 +119,10 @@ StandInTable WindowStandIns() {
          [](uint32_t dialog, uint32_t id, Address text) { return SendToControl(dialog, id, kSetText, 0, text); }},
         {"SetFocus", SetFocus},
         {"SetWindowTextW", [](uint32_t window, Address text) { return handheld->Send(window, kSetText, 0, text); }},
-        {"SHInitDialog", InitDialog},
+        // SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
+        {"SHInitDialog", [](const uint32_t* info) { AskForKeyboard(info[1], info[0] != 1 || info[2] != 0x0D); }},
         {"SHSipPreference", [](uint32_t window, uint32_t state) { AskForKeyboard(window, state == 0); }},
     };
-    table.insert(table.end(), others.begin(), others.end());
-    return table;
 }
 
 // LVITEMW has text, image and data from its sixth word on. What is not written down gets 1.
