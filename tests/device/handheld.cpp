@@ -57,7 +57,10 @@ uint64_t Handheld::Attach() {
     memory[kRecordEnabled] = 1;
     for (const auto& table : {WindowStandIns(), SystemStandIns(), NetworkStandIns(), ScriptedStandIns()}) {
         for (const StandInRow& row : table) {
-            bed->standIns[row.name] = row.call;
+            bed->standIns[row.name] = [&state = failing[row.name], call = row.call](const uint64_t* words) {
+                const int nth = ++state.calls - state.first;
+                return nth >= 0 && nth < state.count ? 0 : call(words);
+            };
         }
     }
     LoadLibraryIntoBed(std::getenv("QUORVANE_DEVICE_LIBRARY"), base);

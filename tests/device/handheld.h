@@ -6,7 +6,6 @@
 #include "tests/device/player.h"
 
 #include <array>
-#include <set>
 
 // The host's, the item's, dialogs with those of their controls that were asked for.
 struct Window {
@@ -19,6 +18,11 @@ struct Window {
     int32_t Answer(uint32_t message, uint32_t wParam, uint32_t lParam);  // a control's
 };
 
+// Of a function's calls so many fail, from that one on (1 is the next).
+struct Failing {
+    int first = 0, count = 0, calls = 0;
+};
+
 struct Handheld : Player {
     Core core;
     Address base;               // where the library goes
@@ -29,11 +33,9 @@ struct Handheld : Player {
     std::map<std::pair<uint64_t, uint32_t>, uint32_t> controls;  // by dialog and number
     Address itemProcedure = 0;
     std::map<Address, std::pair<uint32_t, std::span<const uint8_t>>> templates;  // that were found, with their numbers
-    std::set<std::pair<uint32_t, uint32_t>> selected;                            // contexts, and objects in them
-    int allocations = 0, failingAllocation = 0;                                  // the one of that number is refused
+    std::map<std::string, Failing> failing;                                      // functions
     bool threadsWait = false;                                 // until RunThreads, and not within CreateThread
     std::deque<std::pair<Address, uint32_t>> waitingThreads;  // functions and arguments
-    int failingThreads = 0, failingReads = 0;                 // so many fail from now on
     int libraryUses = 1;                                      // of the library itself
 
     explicit Handheld(Address at = 0x10000000, Core on = Core::Arm925);

@@ -47,13 +47,10 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
      [](Player& p, const Step& s) {
          p.screenWidth = s.a;
          p.screenHeight = s.b;
+         p.trace.names = {{kHostsContext, "shared context"}};
          p.item = p.top = p.Attach();
      }},
-    {Detach,
-     [](Player& p, const Step&) {
-         p.Detach();
-         p.Close(p.item);
-     }},
+    {Detach, [](Player& p, const Step&) { p.Detach(); }},
     {Clock, SetClock},
     {Adapters,
      [](Player&, const Step& s) {
@@ -100,7 +97,7 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
          const std::array<uint32_t, 10> row = {s.b};  // NMLISTVIEW
          p.Notify(s.a, kRowTapped, row);
      }},
-    {Answer, [](Player& p, const Step& s) { p.answers.push_back(s.a); }},
+    {Answer, [](Player& p, const Step& s) { p.answer = s.a; }},
     {Apply,
      [](Player& p, const Step&) {
          p.Notify(0, kPageLeft);
@@ -115,7 +112,6 @@ Player* player = nullptr;
 
 void Player::Run(std::span<const Step> toPerform) {
     player = this;
-    trace.names[kHostsContext] = "shared context";
     steps = toPerform;
     next = 0;
     PerformUntilEnd(0);

@@ -24,9 +24,9 @@ struct Player {
     uint32_t askedHost = 0;     // network byte order, of the latest datagram
     uint8_t* memory = nullptr;  // that the item can reach: the Today screen's record, behind it what messages point to
     uint64_t item = 0;
-    uint64_t top = 0;  // where steps go
-    std::deque<uint32_t> answers;
-    uint64_t ended = 0;  // the dialog that asked to end
+    uint64_t top = 0;                      // where steps go
+    uint32_t answer = device_script::kOk;  // to the next message box
+    uint64_t ended = 0;                    // the dialog that asked to end
     std::deque<Posted> posted;
 
     Player();  // sets the scripted services up as the script's network

@@ -129,14 +129,7 @@ inline const Step kScript[] = {
     {Apply}, {Paint}, {Apply}, {Tick, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
     // The same at double scale.
     {Attach, 480, 640}, {Refresh}, {Refresh}, {Paint}, {Tick, 60000, 350000, 24}, {Refresh}, {Paint},
-    // A month with two pages of days.
-    {Clock, 2026, 3, 2, 9}, {Tick, 11200, 124, 1}, {Clock, 2026, 3, 3, 9}, {Tick, 56700, 279, 1},
-    {Clock, 2026, 3, 4, 9}, {Tick, 179200, 496, 1}, {Clock, 2026, 3, 5, 9}, {Tick, 437500, 775, 1},
-    {Clock, 2026, 3, 6, 9}, {Tick, 907200, 1116, 1}, {Clock, 2026, 3, 7, 9}, {Tick, 1680700, 1519, 1},
-    {Clock, 2026, 3, 8, 9}, {Tick, 2867200, 1984, 1}, {Clock, 2026, 3, 9, 9}, {Tick, 4592700, 2511, 1},
-    {Clock, 2026, 3, 10, 9}, {Tick, 7000000, 3100, 1}, {Clock, 2026, 3, 11, 9}, {Tick, 10248700, 3751, 1},
-    {Tap, 2 * kTapUsage, kIconTop}, {Paint}, {Tap, 80, 100}, {Paint}, {Tap, 320, 420}, {Paint}, {Tap, 370, 420},
-    {Paint}, {Tap, 340, 100}, {Command, kCancel}, {Command, kOk},
+    {Tap, 2 * kTapUsage, kIconTop}, {Paint}, {Tap, 80, 100}, {Paint}, {Tap, 340, 100}, {Command, kCancel}, {Command, kOk},
     // Without adapter and radio.
     {Adapters, 0}, {Radio, 0}, {Tick, 0, 0, 1}, {Tap, 2 * kTapDhcp, kIconTop}, {Command, IDC_DHCP_RELEASE},
     {Command, IDC_DHCP_RENEW}, {Command, kCancel}, {Tap, 2 * kTapAdapter, kIconTop}, {Command, kOk},

@@ -56,15 +56,6 @@ int DrawOrMeasure(uint64_t, const char16_t* text, int, int32_t* area, uint32_t f
     return kHeight;
 }
 
-uint32_t AnswerMessageBox() {
-    if (player->answers.empty()) {
-        return kOk;
-    }
-    const uint32_t answer = player->answers.front();
-    player->answers.pop_front();
-    return answer;
-}
-
 // A closed port answers with an error, which the exceptional set would tell.
 const char* AskedName() {
     const Host* host = FindHost(player->askedHost);
@@ -123,8 +114,7 @@ StandInTable ScriptedStandIns() {
         {"GetTextFaceW", [](uint64_t, int, char16_t* face) { return memcpy(face, u"Tahoma", 14), 7; }},
         {"GetTickCount", [] { return player->tickCount; }},
         {"GetTimeZoneInformation", [](uint8_t* zone) { return memset(zone, 0, 172), 0; }},  // UTC, no daylight saving
-        {"KillTimer", [] {}},
-        {"MessageBoxW", AnswerMessageBox},
+        {"MessageBoxW", [] { return std::exchange(player->answer, kOk); }},
         {"PostMessageW",
          [](uint64_t window, uint32_t message, uint64_t wParam) {
              player->posted.push_back({window, message, wParam});

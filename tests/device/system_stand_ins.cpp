@@ -22,10 +22,6 @@ uint64_t OpenFile(const uint64_t* words) {
     return scripted::system.wireless.present ? NewClosable() : WordOf(INVALID_HANDLE_VALUE);
 }
 
-uint64_t ReadUnlessFailing(const uint64_t* words) {
-    return handheld->failingReads > 0 && handheld->failingReads-- > 0 ? 0 : TakeWords(ReadFile)(words);
-}
-
 // WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
 template <auto* find>
 auto Find(Word where, uint8_t* record) {
@@ -50,7 +46,7 @@ uint64_t OpenKey(const uint64_t* words) {
 uint32_t LocalAllocate(uint32_t flags, uint32_t bytes) {
     constexpr uint32_t kZeroed = 0x40;
     constexpr uint8_t kUnset = 0xCD;
-    const Address block = ++handheld->allocations == handheld->failingAllocation ? 0 : Allocate(bytes);
+    const Address block = Allocate(bytes);
     if (block != 0 && (flags & kZeroed) == 0) {
         memset(At<void>(block), kUnset, bytes);
     }
@@ -80,10 +76,6 @@ size_t GetModulePath(uint32_t, char16_t* path) {
 }
 
 uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
-    if (handheld->failingThreads > 0) {
-        --handheld->failingThreads;
-        return 0;
-    }
     handheld->waitingThreads.emplace_back(function, argument);
     if (!handheld->threadsWait) {
         handheld->RunThreads();
@@ -127,7 +119,7 @@ void* PointerOf(uint64_t word) {
 StandInTable SystemStandIns() {
     return {
         {"CreateFileW", StandIn(OpenFile)},
-        {"ReadFile", StandIn(ReadUnlessFailing)},
+        {"ReadFile", ReadFile},
         {"WriteFile", WriteFile},
         {"GetFileSize", GetFileSize},
         {"SetFilePointer", SetFilePointer},

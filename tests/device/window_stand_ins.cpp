@@ -67,26 +67,6 @@ void AskForKeyboard(uint64_t window, bool isRaised) {
     handheld->trace.Call("SendMessageW", words, [](const uint64_t*) { return 0; });
 }
 
-// What stood in a context before is the object's own number with a mark.
-uint32_t SelectObject(uint32_t context, uint32_t object) {
-    constexpr uint32_t kBefore = 0x80000000;
-    if ((object & kBefore) != 0) {
-        handheld->selected.erase({context, object - kBefore});
-    } else {
-        handheld->selected.emplace(context, object);
-    }
-    return object ^ kBefore;
-}
-
-void Delete(uint32_t handle) {
-    std::erase_if(handheld->selected, [&](const auto& pair) { return pair.first == handle; });
-    for (const auto& [context, object] : handheld->selected) {
-        if (object == handle) {
-            AddFault("deletes what is selected, " + bed->trace->NameOf(handle));
-        }
-    }
-}
-
 }  // namespace
 
 StandInTable WindowStandIns() {
@@ -94,8 +74,6 @@ StandInTable WindowStandIns() {
         {"BeginPaint", [](uint64_t, uint32_t* paint) { return *paint = NewHandle(); }},
         {"CreateProcessW", [](const char16_t* program) { return bed->trace->Add(Narrow(program)), false; }},
         {"CreateWindowExW", CreateWindow},
-        {"DeleteDC", Delete},
-        {"DeleteObject", Delete},
         {"DestroyWindow", [](uint32_t window) { return handheld->windows.erase(window); }},
         {"DialogBoxIndirectParamW",
          [](uint64_t, Address found, uint32_t owner, Address procedure) {
@@ -110,8 +88,6 @@ StandInTable WindowStandIns() {
         {"PropertySheetW", RunSheet},
         // WNDCLASSW, whose procedure is its second word.
         {"RegisterClassW", [](const uint32_t* record) { handheld->itemProcedure = record[1]; }},
-        {"ReleaseDC", [](uint64_t, uint32_t context) { Delete(context); }},
-        {"SelectObject", SelectObject},
         {"SendDlgItemMessageW", SendToControl},
         {"SendMessageW", [](uint32_t window, uint32_t message, uint32_t wParam,
                             uint32_t lParam) { return handheld->Send(window, message, wParam, lParam); }},
