@@ -11,7 +11,6 @@
 struct Window {
     uint32_t parent = 0;
     Address procedure = 0;  // of the guest; 0: a system's control or the host's own window
-    uint32_t id = 0;
     std::u16string text = {};
     int32_t chosen = 0;  // entry of a drop-down list
 

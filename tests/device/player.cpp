@@ -3,21 +3,18 @@
 #include "tests/device/player.h"
 #include "tests/support/wireless_values.h"
 
-#include <array>
-
 using namespace device_script;
 using namespace device_script::steps;
 
 namespace {
 
 // Numbers of messages and notifications, the same on every Windows.
-constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kErase = 0x0014, kNotify = 0x004E, kSetCheck = 0x00F1,
-                   kCommand = 0x0111, kTimer = 0x0113, kChooseEntry = 0x014E, kDropDown = 0x014F, kButtonUp = 0x0202,
+constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kNotify = 0x004E, kSetCheck = 0x00F1, kCommand = 0x0111,
+                   kTimer = 0x0113, kChooseEntry = 0x014E, kDropDown = 0x014F, kButtonUp = 0x0202,
                    kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243, kSetDate = 0x1000 + 2,
                    kSetRowState = 0x1000 + 43;
 constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
 constexpr uint32_t kChosen = 1, kTickTimer = 11, kHighWord = 16;  // CBN_SELCHANGE; the item's timer; bits
-constexpr uint64_t kHostsContext = 1;                             // in place of a handle
 
 void SetClock(Player& p, const Step& s) {
     const auto word = [](uint32_t value) { return static_cast<WORD>(value); };
@@ -47,7 +44,7 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
      [](Player& p, const Step& s) {
          p.screenWidth = s.a;
          p.screenHeight = s.b;
-         p.trace.names = {{kHostsContext, "shared context"}};
+         p.trace.names.clear();
          p.item = p.top = p.Attach();
      }},
     {Detach, [](Player& p, const Step&) { p.Detach(); }},
@@ -67,7 +64,6 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
     {Tick, RunTicks},
     {Refresh, [](Player& p, const Step&) { p.Ask(kQueryRefresh); }},
     {Clear, [](Player& p, const Step&) { p.Ask(kClearCache); }},
-    {Erase, [](Player& p, const Step&) { p.SendToTop(kErase, kHostsContext); }},
     {Paint, [](Player& p, const Step&) { p.SendToTop(kPaint); }},
     {Tap, [](Player& p, const Step& s) { p.SendToTop(kButtonUp, 0, s.a | s.b << kHighWord); }},
     {Options, [](Player& p, const Step&) { p.OpenOptions(); }},
@@ -120,10 +116,10 @@ void Player::Run(std::span<const Step> toPerform) {
 // What is still posted when the dialog ends is lost with it.
 void Player::PerformUntilEnd(uint64_t window) {
     for (;;) {
-        while (!posted.empty() && posted.front().window == window && ended != window) {
-            const Posted message = posted.front();
+        while (!posted.empty() && posted.front()[0] == window && ended != window) {
+            const auto [to, message, wParam] = posted.front();
             posted.pop_front();
-            Send(window, message.message, message.wParam, 0);
+            Send(to, static_cast<uint32_t>(message), wParam, 0);
         }
         if (next == steps.size() || (window != 0 && ended == window)) {
             break;
@@ -133,7 +129,7 @@ void Player::PerformUntilEnd(uint64_t window) {
         kActs.at(step.act)(*this, step);
     }
     ended = 0;
-    std::erase_if(posted, [&](const Posted& message) { return message.window == window; });
+    std::erase_if(posted, [&](const auto& message) { return message[0] == window; });
 }
 
 void Player::RunDialog(uint64_t window) {
@@ -151,11 +147,11 @@ void Player::Close(uint64_t window) {
 
 uint64_t Player::Store(const void* data, size_t bytes) {
     memcpy(memory + kRecordBytes, data, bytes);
-    return reinterpret_cast<uintptr_t>(memory + kRecordBytes);
+    return WordOf(memory + kRecordBytes);
 }
 
 void Player::Ask(uint32_t message) {
-    const int64_t result = Send(item, message, 0, reinterpret_cast<uintptr_t>(memory));
+    const int64_t result = Send(item, message, 0, WordOf(memory));
     uint32_t height = 0;
     memcpy(&height, memory + kRecordHeight, sizeof(height));
     trace.Add("  result " + std::to_string(result) + " height " + std::to_string(height));
@@ -176,12 +172,11 @@ void Player::SendToControl(uint32_t number, uint32_t message, uint64_t wParam, u
 
 // NMHDR has the control, its number and the code, each as long as a handle; `data` follow.
 void Player::Notify(uint32_t control, int32_t code, std::span<const uint32_t> data) {
-    std::vector<uint32_t> notice;
+    uint8_t* at = memory + kRecordBytes;
     for (const uint64_t field : {ControlOf(top, control), uint64_t{control}, static_cast<uint64_t>(code)}) {
-        for (uint32_t bits = 0; bits < 8 * trace.pointerBytes; bits += 32) {
-            notice.push_back(static_cast<uint32_t>(field >> bits));
-        }
+        memcpy(at, &field, trace.pointerBytes);
+        at += trace.pointerBytes;
     }
-    notice.insert(notice.end(), data.begin(), data.end());
-    SendToTop(kNotify, control, Store(notice.data(), notice.size() * 4));
+    std::copy(data.begin(), data.end(), reinterpret_cast<uint32_t*>(at));
+    SendToTop(kNotify, control, WordOf(memory + kRecordBytes));
 }

@@ -4,6 +4,7 @@
 #include "tests/device/script.h"
 #include "tests/device/trace.h"
 
+#include <array>
 #include <deque>
 #include <span>
 
@@ -11,11 +12,6 @@
 inline constexpr size_t kRecordHeight = 72, kRecordEnabled = 76, kRecordBytes = 720;
 
 struct Player {
-    struct Posted {
-        uint64_t window;
-        uint32_t message;
-        uint64_t wParam;
-    };
     Trace trace;
     std::span<const device_script::Step> steps;
     size_t next = 0;  // of them
@@ -24,10 +20,10 @@ struct Player {
     uint32_t askedHost = 0;     // network byte order, of the latest datagram
     uint8_t* memory = nullptr;  // that the item can reach: the Today screen's record, behind it what messages point to
     uint64_t item = 0;
-    uint64_t top = 0;                      // where steps go
-    uint32_t answer = device_script::kOk;  // to the next message box
-    uint64_t ended = 0;                    // the dialog that asked to end
-    std::deque<Posted> posted;
+    uint64_t top = 0;                            // where steps go
+    uint32_t answer = device_script::kOk;        // to the next message box
+    uint64_t ended = 0;                          // the dialog that asked to end
+    std::deque<std::array<uint64_t, 3>> posted;  // windows, messages, first arguments
 
     Player();  // sets the scripted services up as the script's network
     virtual ~Player() = default;

@@ -87,7 +87,7 @@ namespace steps {
 inline const Step kScript[] = {
     // A day of traffic on a screen of 240 x 320.
     {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4},  // -60 dBm
-    {Tick, 5000, 3000, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 1},
+    {Tick, 5000, 3000, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Paint}, {Tick, 0, 0, 1},
     {Paint}, {Tick, 1500, 700, 1}, {Paint}, {Refresh}, {Tick, 40000, 9000, 3}, {Tick, 0, 0, 2},
     {Radio, 1, 0xFFFFFFAB},  // -85 dBm
     {Tick, 900000, 250000, 2}, {Refresh}, {Paint}, {Clock, 2026, 1, 31, 23}, {Tick, 3000000, 20000, 16},
@@ -115,7 +115,7 @@ inline const Step kScript[] = {
     {Text, IDC_PING_HOST, 0, 0, 0, "Router"}, {Command, IDC_PING_PING}, {Timer, 10},
     {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.77"}, {Answer, kNo}, {Command, IDC_PING_DELETE},
     {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.77"}, {Answer, kYes}, {Command, IDC_PING_DELETE},
-    {Command, IDC_PING_KEYBOARD}, {Command, kCancel}, {Tap, kTapAdapter, kIconTop}, {Command, kOk},
+    {Command, kCancel}, {Tap, kTapAdapter, kIconTop}, {Command, kOk},
     {Tap, kTapScanner, kIconTop}, {Select, IDC_SCANNER_LIST, 1}, {Row, IDC_SCANNER_LIST, 1}, {Timer, 7},
     {Command, kOk}, {Tap, kTapCard, kIconTop}, {Command, kOk}, {Tap, kTapDetector, kIconTop},
     {Command, IDC_DETECTOR_DETECT}, {Timer, 14}, {Answer, kYes}, {Row, IDC_DETECTOR_HOSTS, 0},  // safe

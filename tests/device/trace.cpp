@@ -27,7 +27,7 @@ constexpr CallShape kShapes[] = {
 // Messages that show or ask something, and their two arguments.
 const std::map<uint32_t, const char*> kMessages = {
     {0x00C5, "i"}, {0x00F0, "="}, {0x00F1, "i"}, {0x0141, "i"}, {0x0143, "is"}, {0x014B, "i"},
-    {0x014E, "i"}, {0x014F, "i"}, {0x0402, "i"}, {0x0465, "i"}, {0x0467, "ii"}, {0x1002, "i(xxxx)"},
+    {0x014E, "i"}, {0x014F, "i"}, {0x0402, "i"}, {0x0467, "ii"}, {0x1002, "i(xxxx)"},
     {0x1003, "ih"}, {0x1004, "="}, {0x1009, "i"}, {0x100C, "ii="}, {0x102B, "i(---ii)"}, {0x1030, "i"},
     {0x104B, "i(iii)=-(-----s-ii)"}, {0x104C, "i(iii--s-i)"}, {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="},
     {0x1061, "i(iiis)"}, {0x1073, "i(-ii)=-(-----s)"}, {0x1074, "i(iii--s-i)"}, {0x8001, "ih"}

@@ -28,13 +28,6 @@ size_t GetItemText(uint32_t dialog, uint32_t id, char16_t* buffer, uint32_t room
     return units;
 }
 
-// A drop-down list, which alone is given the focus, tells its dialog (CBN_SETFOCUS).
-void SetFocus(uint32_t control) {
-    constexpr uint32_t kCommand = 0x0111, kFocused = 3;
-    const Window& window = handheld->windows[control];
-    handheld->Send(window.parent, kCommand, window.id | kFocused << 16, control);
-}
-
 // The handle of a resource is its address, and so is what it is loaded as.
 const uint8_t* FindResource(uint64_t, uint32_t number, uint32_t kind) {
     const std::span<const uint8_t> bytes = FindGuestResource(kind, number);
@@ -93,7 +86,6 @@ StandInTable WindowStandIns() {
                             uint32_t lParam) { return handheld->Send(window, message, wParam, lParam); }},
         {"SetDlgItemTextW",
          [](uint32_t dialog, uint32_t id, Address text) { return SendToControl(dialog, id, kSetText, 0, text); }},
-        {"SetFocus", SetFocus},
         {"SetWindowTextW", [](uint32_t window, Address text) { return handheld->Send(window, kSetText, 0, text); }},
         // SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
         {"SHInitDialog", [](const uint32_t* info) { AskForKeyboard(info[1], info[0] != 1 || info[2] != 0x0D); }},
@@ -143,7 +135,7 @@ uint64_t Handheld::ControlOf(uint64_t dialog, uint32_t number) {
     if (control == 0) {
         control = NewHandle();
         trace.names[control] = trace.NameOf(dialog) + "/" + std::to_string(number);
-        windows[control] = {.parent = static_cast<uint32_t>(dialog), .id = number};
+        windows[control] = {.parent = static_cast<uint32_t>(dialog)};
     }
     return control;
 }
