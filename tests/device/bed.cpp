@@ -18,10 +18,6 @@ namespace {
 constexpr Address kHeapBase = 0x40000000;
 constexpr uint32_t kHeapBytes = 64 << 20;
 
-uint32_t RoundUp(uint32_t bytes) {
-    return (bytes + kPageBytes - 1) / kPageBytes * kPageBytes;
-}
-
 // The place in the image that a word of it tells.
 Address AddressIn(Address word) {
     return bed->imageBase + *At<uint32_t>(word);
@@ -114,7 +110,8 @@ void LoadLibraryIntoBed(const std::string& file, Address base) {
     BindImports(Directory(1));
     Relocate(Directory(5), bed->header[41], bed->imageBase - bed->header[13]);
     for (const Section& section : sections) {
-        uc_mem_protect(bed->engine, bed->imageBase + section.place, RoundUp(section.bytes),
+        uc_mem_protect(bed->engine, bed->imageBase + section.place,
+                       (section.bytes + kPageBytes - 1) & ~(kPageBytes - 1),
                        UC_PROT_READ | (section.flags >> 31 != 0 ? UC_PROT_WRITE : 0) |
                            ((section.flags >> 29 & 1) != 0 ? UC_PROT_EXEC : 0));
     }
@@ -127,9 +124,6 @@ void AddFault(const std::string& text) {
 Address Allocate(uint32_t bytes) {
     constexpr uint32_t kGap = 24;
     const Address block = bed->heapEnd + kGap;  // 8 bytes off a multiple of 16: no more may be relied on
-    if (uint64_t{block} + bytes + kGap > kHeapBase + kHeapBytes) {
-        return 0;
-    }
     bed->heapEnd = (block + bytes + 15) / 16 * 16;
     bed->blocks[block] = bytes;
     ASAN_UNPOISON_MEMORY_REGION(At<void>(block), bytes);

@@ -110,8 +110,10 @@ TEST(Device, Lets_workers_outlive_the_dialog_and_does_without_them) {
     EXPECT_EQ(device.libraryUses, 255);
     device.RunThreads();
     EXPECT_EQ(device.libraryUses, 1);
-    device.failing["CreateThread"] = {1, 254};
-    device.Run(kLeftDetector);
+    for (const char* function : {"CreateThread", "LocalAlloc"}) {
+        device.failing[function] = {1, 254};
+        device.Run(kLeftDetector);
+    }
     EXPECT_EQ(device.End(), "");
 }
 

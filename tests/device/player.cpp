@@ -71,28 +71,25 @@ const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
     {Timer, [](Player& p, const Step& s) { p.SendToTop(kTimer, s.a); }},
     {Text,
      [](Player& p, const Step& s) {
-         const std::string_view text = s.text;
-         const std::u16string wide(text.begin(), text.end());
-         p.SendToControl(s.a, kSetText, 0, p.Store(wide.c_str(), 2 * wide.size() + 2));
+         std::copy_n(s.text, strlen(s.text) + 1, reinterpret_cast<char16_t*>(p.memory + kRecordBytes));
+         p.SendToControl(s.a, kSetText, 0, WordOf(p.memory + kRecordBytes));
      }},
     {Choose, ChooseEntry},
     {Date,
      [](Player& p, const Step& s) {
-         const std::array<uint32_t, 6> date = {0, s.b | s.c << kHighWord, s.d << kHighWord, 12};
-         p.SendToControl(s.a, kSetDate, 0, p.Store(date.data() + 1, 16));
-         p.Notify(s.a, kDateChanged, date);
+         const uint32_t month = s.b | s.c << kHighWord, day = s.d << kHighWord, noon = 12;
+         p.SendToControl(s.a, kSetDate, 0, p.Store({month, day, noon, 0}));
+         p.Notify(s.a, kDateChanged, {0, month, day, noon, 0});
      }},
     {Check, [](Player& p, const Step& s) { p.SendToControl(s.a, kSetCheck, s.b); }},
-    {Select,
+    {Select,  // LVITEM
      [](Player& p, const Step& s) {
-         const std::array<uint32_t, 20> item = {0, 0, 0, 3, 3};  // LVITEM
-         p.SendToControl(s.a, kSetRowState, s.b, p.Store(item.data(), sizeof(item)));
+         p.SendToControl(s.a, kSetRowState, s.b, p.Store({0, 0, 0, 3, 3, 0}));
      }},
     {Row,
      [](Player& p, const Step& s) {
-         const std::array<uint32_t, 10> row = {s.b};  // NMLISTVIEW
-         p.Notify(s.a, kRowTapped, row);
-     }},
+         p.Notify(s.a, kRowTapped, {s.b, 0});
+     }},  // NMLISTVIEW
     {Answer, [](Player& p, const Step& s) { p.answer = s.a; }},
     {Apply,
      [](Player& p, const Step&) {
@@ -136,17 +133,13 @@ void Player::RunDialog(uint64_t window) {
     const uint64_t before = std::exchange(top, window);
     PerformUntilEnd(window);
     top = before;
-    Close(window);
-}
-
-void Player::Close(uint64_t window) {
-    const std::string name = trace.NameOf(window) + "/";
     CloseWindow(window);
+    const std::string name = trace.NameOf(window) + "/";
     std::erase_if(trace.names, [&](const auto& entry) { return (entry.second + "/").starts_with(name); });
 }
 
-uint64_t Player::Store(const void* data, size_t bytes) {
-    memcpy(memory + kRecordBytes, data, bytes);
+uint64_t Player::Store(std::initializer_list<uint32_t> words) {
+    std::copy(words.begin(), words.end(), reinterpret_cast<uint32_t*>(memory + kRecordBytes));
     return WordOf(memory + kRecordBytes);
 }
 
@@ -171,7 +164,7 @@ void Player::SendToControl(uint32_t number, uint32_t message, uint64_t wParam, u
 }
 
 // NMHDR has the control, its number and the code, each as long as a handle; `data` follow.
-void Player::Notify(uint32_t control, int32_t code, std::span<const uint32_t> data) {
+void Player::Notify(uint32_t control, int32_t code, std::initializer_list<uint32_t> data) {
     uint8_t* at = memory + kRecordBytes;
     for (const uint64_t field : {ControlOf(top, control), uint64_t{control}, static_cast<uint64_t>(code)}) {
         memcpy(at, &field, trace.pointerBytes);

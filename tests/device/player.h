@@ -43,10 +43,9 @@ struct Player {
     void Ask(uint32_t message);  // the host's questions to the item
     void SendToTop(uint32_t message, uint64_t wParam = 0, uint64_t lParam = 0);
     void SendToControl(uint32_t number, uint32_t message, uint64_t wParam, uint64_t lParam = 0);
-    uint64_t Store(const void* data, size_t bytes);  // where messages point to
-    void Notify(uint32_t control, int32_t code, std::span<const uint32_t> data = {});
+    uint64_t Store(std::initializer_list<uint32_t> words);  // where messages point to
+    void Notify(uint32_t control, int32_t code, std::initializer_list<uint32_t> data = {});
     void PerformUntilEnd(uint64_t window);
-    void Close(uint64_t window);
 };
 
 extern Player* player;  // that runs

@@ -70,11 +70,6 @@ void FreeModule(uint32_t module) {
     }
 }
 
-size_t GetModulePath(uint32_t, char16_t* path) {
-    path[kPath.copy(path, kPath.size())] = 0;
-    return kPath.size();
-}
-
 uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
     handheld->waitingThreads.emplace_back(function, argument);
     if (!handheld->threadsWait) {
@@ -143,7 +138,8 @@ StandInTable SystemStandIns() {
         {"FreeLibrary", FreeModule},
         {"FreeLibraryAndExitThread", [](uint32_t module) { return bed->threadEnds = true, FreeModule(module); }},
         {"GetModuleHandleW", [](Text name) { return Narrow(name) == "quorvane.dll" ? bed->imageBase : 0; }},
-        {"GetModuleFileNameW", GetModulePath},
+        {"GetModuleFileNameW",
+         [](uint32_t, char16_t* path) { return *std::copy(kPath.begin(), kPath.end(), path) = 0, kPath.size(); }},
         {"GetProcAddressW", [](uint32_t, Text name) { return StandInAddress(Narrow(name)); }},
         {"CreateThread", StartThread},
         {"WaitForSingleObject", [] { return 0; }},

@@ -66,13 +66,13 @@ constexpr auto kCalls = MakeCalls(std::make_index_sequence<kMostImports>());
 
 // What the system itself has by that name.
 void* Original(const std::string& function) {
-    void* found = nullptr;
     // Some functions of the first stand in the second too, where a program does not look for them.
     for (const char* library : {"advapi32", "kernel32", "user32", "gdi32", "comctl32", "shell32", "ws2_32"}) {
-        HMODULE module = LoadLibraryA(library);
-        found = found != nullptr ? found : reinterpret_cast<void*>(GetProcAddress(module, function.c_str()));
+        if (auto found = reinterpret_cast<void*>(GetProcAddress(LoadLibraryA(library), function.c_str()))) {
+            return found;
+        }
     }
-    return found;
+    return nullptr;
 }
 
 StandIn CallOriginal(const std::string& function) {
@@ -216,7 +216,6 @@ void PrepareSystem() {
 }
 
 void KeepResults(const files::path& folder, const std::string& trace) {
-    files::remove_all(folder);
     for (const files::path& source : kFolders) {
         const files::path target = folder / source.relative_path();
         files::create_directories(target);
@@ -227,11 +226,7 @@ void KeepResults(const files::path& folder, const std::string& trace) {
 
 }  // namespace
 
-int main(int argumentCount, char** arguments) {
-    if (argumentCount != 2) {
-        fputs("device_reference FOLDER\n", stderr);
-        return 2;
-    }
+int main(int, char** arguments) {
     Desktop desktop;
     PrepareSystem();
     HookSystem({
