@@ -110,8 +110,11 @@ TEST(Device, Lets_workers_outlive_the_dialog_and_does_without_them) {
     EXPECT_EQ(device.libraryUses, 255);
     device.RunThreads();
     EXPECT_EQ(device.libraryUses, 1);
-    for (const char* function : {"CreateThread", "LocalAlloc"}) {
-        device.failing[function] = {1, 254};
+    device.failing["CreateThread"] = {1, 254};
+    device.Run(kLeftDetector);
+    device.threadsWait = false;
+    for (int nth = 1; nth < 6; ++nth) {  // the fifth allocation is a worker's own
+        device.failing["LocalAlloc"] = {nth, 1};
         device.Run(kLeftDetector);
     }
 }
