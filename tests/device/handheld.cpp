@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <regex>
 
 namespace {
 
@@ -14,16 +15,18 @@ constexpr uint32_t kHost = 0x505;
 constexpr uint32_t kProcessDetach = 0, kProcessAttach = 1;
 
 // What nobody released before the library went.
-std::string DescribeLeftovers(const Handheld& handheld) {
-    std::map<std::string, int64_t> counts = {{"blocks of memory", static_cast<int64_t>(bed->blocks.size())},
-                                             {"handles", fakes::OpenResources()},
-                                             {"counts of the library", handheld.libraryUses - 1}};
-    for (const char* kind : {"context", "memory", "bitmap", "picture", "pen", "font", "icon", "socket"}) {
-        counts[kind] = handheld.player.trace.CountOf(kind);
-    }
+std::string DescribeLeftovers() {
+    const std::regex kOwned("^(context|memory|bitmap|picture|pen|font|icon|socket)");
     std::string text;
-    for (const auto& [what, left] : counts) {
+    for (const auto& [what, left] : std::map<std::string, int64_t>{
+             {"blocks of memory", static_cast<int64_t>(bed->blocks.size())},
+             {"handles", fakes::OpenResources()},
+             {"counts of the library", handheld->libraryUses - 1},
+         }) {
         text += left != 0 ? std::to_string(left) + " " + what + " left over\n" : "";
+    }
+    for (const auto& [handle, name] : handheld->trace.names) {
+        text += std::regex_search(name, kOwned) ? name + " left over\n" : "";
     }
     return text;
 }
@@ -32,11 +35,9 @@ std::string DescribeLeftovers(const Handheld& handheld) {
 
 Handheld* handheld = nullptr;
 
-Handheld::Handheld(std::span<const device_script::Step> steps, Address at, Core on)
-    : player(*this), core(on), base(at) {
-    player.trace.pointerBytes = sizeof(Address);
+Handheld::Handheld(Address at, Core on) : core(on), base(at) {
+    trace.pointerBytes = sizeof(Address);
     fakes::ResetSystem();
-    player.Run(steps);
 }
 
 void Handheld::RunThreads() {
@@ -48,36 +49,31 @@ void Handheld::RunThreads() {
 }
 
 uint64_t Handheld::Attach() {
-    const std::string library = std::getenv("QUORVANE_DEVICE_LIBRARY");
     handheld = this;
     OpenBed(core);
-    bed->trace = &player.trace;
+    bed->trace = &trace;
     MapRegion(kMemory, kPageBytes, UC_PROT_READ | UC_PROT_WRITE);
     memory = At<uint8_t>(kMemory);
     memory[kRecordEnabled] = 1;
     for (const auto& table : {WindowStandIns(), SystemStandIns(), NetworkStandIns(), ScriptedStandIns()}) {
         for (const StandInRow& row : table) {
-            bed->standIns[row.name] = row.call;
+            bed->standIns[row.name] = [&state = failing[row.name], call = row.call](const uint64_t* words) {
+                const int nth = ++state.calls - state.first;
+                return nth >= 0 && nth < state.count ? 0 : call(words);
+            };
         }
     }
-    LoadLibraryIntoBed(library, base);
-    EXPECT_EQ(CallGuest(bed->entry, {bed->imageBase, kProcessAttach, 0}), 1u);
+    LoadLibraryIntoBed(std::getenv("QUORVANE_DEVICE_LIBRARY"), base);
+    EXPECT_EQ(CallGuest(bed->exports[0], {bed->imageBase, kProcessAttach, 0}), 1u);
     windows = {{kHost, {}}};
-    player.trace.names[kHost] = "host";
-    return CallGuest(bed->exports[240], {kMemory, kHost});
+    trace.names[kHost] = "host";
+    const uint32_t window = CallGuest(bed->exports[240], {kMemory, kHost});
+    trace.names[window] = "item";
+    return window;
 }
 
 void Handheld::Detach() {
-    CallGuest(bed->entry, {bed->imageBase, kProcessDetach, 0});
-    deepestStack = std::max(deepestStack, bed->figures.deepestStack);
-    faults += bed->faults + DescribeLeftovers(*this);
-}
-
-void Handheld::OpenOptions() {
-    player.RunDialog(OpenDialog("dialog 500", FindGuestResource(5, IDD_TODAY_OPTIONS), 0, bed->exports[241]));
-}
-
-int64_t Handheld::Send(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {
-    return SendToWindow(static_cast<uint32_t>(window), message, static_cast<uint32_t>(wParam),
-                        static_cast<uint32_t>(lParam));
+    CallGuest(bed->exports[0], {bed->imageBase, kProcessDetach, 0});
+    deepestStack = std::max(deepestStack, bed->deepestStack);
+    faults += bed->faults + DescribeLeftovers();
 }

@@ -8,65 +8,60 @@
 
 namespace {
 
-// The size-then-data protocol of most calls: true, and zeros, when there is the room that the data need.
-bool HasRoom(void* buffer, ULONG* size, size_t needed) {
-    const bool fits = buffer != nullptr && *size >= needed;
-    *size = static_cast<ULONG>(needed);
-    if (fits) {
-        memset(buffer, 0, needed);
-    }
-    return fits;
-}
-
-// IP_ADAPTER_INFO, texts and numbers by their places.
-constexpr uint32_t kAdapterBytes = 640;
-void WriteAdapter(uint8_t* info, const scripted::Adapter& a) {
-    const std::pair<uint32_t, std::string> texts[] = {{8, a.name},          {268, a.description},  {432, a.address},
-                                                      {448, a.mask},        {472, a.gateway},      {512, a.dhcpServer},
-                                                      {556, a.primaryWins}, {596, a.secondaryWins}};
-    const std::pair<uint32_t, uint64_t> numbers[] = {
-        {400, a.hardwareAddress.size()}, {412, a.index},       {416, a.type}, {420, a.dhcpEnabled}, {548, a.haveWins},
-        {632, a.leaseObtained},          {636, a.leaseExpires}};
-    for (const auto& [place, text] : texts) {
-        memcpy(info + place, text.data(), text.size());
-    }
+// A record of the guest: numbers and texts by their places.
+std::string Record(size_t bytes, const std::map<size_t, uint64_t>& numbers,
+                   const std::map<size_t, std::string>& texts) {
+    std::string record(bytes, 0);
     for (const auto& [place, number] : numbers) {
-        memcpy(info + place, &number, sizeof(uint32_t));
+        memcpy(&record[place], &number, sizeof(uint32_t));
     }
-    std::copy(a.hardwareAddress.begin(), a.hardwareAddress.end(), info + 404);
+    for (const auto& [place, text] : texts) {
+        record.replace(place, text.size(), text);
+    }
+    return record;
 }
 
-DWORD GetAdapters(uint8_t* buffer, ULONG* size) {
-    const auto& adapters = scripted::system.adapters;
-    if (adapters.empty()) {
-        return ERROR_NO_DATA;
+// The protocol of most calls: how much room the data need, and the data when there is as much.
+DWORD Give(const std::string& data, void* buffer, ULONG* size) {
+    const bool fits = buffer != nullptr && *size >= data.size();
+    *size = static_cast<ULONG>(data.size());
+    if (fits) {
+        memcpy(buffer, data.data(), data.size());
     }
-    if (!HasRoom(buffer, size, adapters.size() * kAdapterBytes)) {
-        return ERROR_BUFFER_OVERFLOW;
-    }
-    for (const scripted::Adapter& adapter : adapters) {
-        WriteAdapter(buffer, adapter);
-        const Address next = &adapter != &adapters.back() ? AddressAt(buffer + kAdapterBytes) : 0;
-        memcpy(buffer, &next, sizeof(next));
-        buffer += kAdapterBytes;
-    }
-    return NO_ERROR;
+    return fits ? NO_ERROR : ERROR_BUFFER_OVERFLOW;
 }
 
-// IP_INTERFACE_INFO: a count, then an index and 128 units of name each.
-DWORD GetInterfaces(uint32_t* buffer, ULONG* size) {
-    constexpr uint32_t kRowBytes = 260;
+// IP_ADAPTER_INFO, each with the address of the next one in front.
+DWORD GetAdapters(void* buffer, ULONG* size) {
+    constexpr size_t kBytes = 640;
     const auto& adapters = scripted::system.adapters;
-    if (!HasRoom(buffer, size, 4 + std::max<size_t>(adapters.size(), 1) * kRowBytes)) {
-        return ERROR_INSUFFICIENT_BUFFER;
+    std::string list;
+    for (const scripted::Adapter& a : adapters) {
+        const Address next = &a != &adapters.back() ? AddressAt(buffer) + list.size() + kBytes : 0;
+        // clang-format off
+        list += Record(kBytes,
+            {{0, next}, {400, a.hardwareAddress.size()}, {412, a.index}, {416, a.type}, {420, a.dhcpEnabled},
+             {548, a.haveWins}, {632, a.leaseObtained}, {636, a.leaseExpires}},
+            {{8, a.name}, {268, a.description}, {404, {a.hardwareAddress.begin(), a.hardwareAddress.end()}},
+             {432, a.address}, {448, a.mask}, {472, a.gateway}, {512, a.dhcpServer}, {556, a.primaryWins},
+             {596, a.secondaryWins}});
+        // clang-format on
     }
-    *buffer = static_cast<uint32_t>(adapters.size());
+    return adapters.empty() ? ERROR_NO_DATA : Give(list, buffer, size);
+}
+
+// IP_INTERFACE_INFO: a count, then an index and 128 units of name each. There is room for one more.
+DWORD GetInterfaces(void* buffer, ULONG* size) {
+    const auto& adapters = scripted::system.adapters;
+    std::string list = Record(4, {{0, adapters.size()}}, {});
     for (const scripted::Adapter& adapter : adapters) {
-        buffer[1] = adapter.index;
-        std::copy(adapter.name.begin(), adapter.name.end(), reinterpret_cast<char16_t*>(buffer + 2));
-        buffer += kRowBytes / sizeof(*buffer);
+        std::string wide;
+        for (const char letter : adapter.name) {
+            wide += {letter, 0};
+        }
+        list += Record(260, {{0, adapter.index}}, {{4, wide}});
     }
-    return NO_ERROR;
+    return Give(list + Record(260, {}, {}), buffer, size) == NO_ERROR ? NO_ERROR : ERROR_INSUFFICIENT_BUFFER;
 }
 
 // MIB_IFROW: letters of half the width come before what is alike.
@@ -80,24 +75,18 @@ DWORD GetInterfaceRow(uint8_t* row) {
 }
 
 // IP_PER_ADAPTER_INFO, whose list of name servers begins at 12; further ones stand behind it.
-DWORD GetNameServers(uint32_t index, uint8_t* buffer, ULONG* size) {
-    constexpr uint32_t kFirst = 12, kEntryBytes = 40;
-    const auto& adapters = scripted::system.adapters;
-    const auto found = std::find_if(adapters.begin(), adapters.end(), [&](const auto& a) { return a.index == index; });
-    if (found == adapters.end()) {
-        return ERROR_INVALID_PARAMETER;
+DWORD GetNameServers(uint32_t index, void* buffer, ULONG* size) {
+    for (const scripted::Adapter& adapter : scripted::system.adapters) {
+        std::string list = Record(12, {}, {});
+        for (const std::string& server : adapter.dnsServers) {
+            const Address next = server != adapter.dnsServers.back() ? AddressAt(buffer) + list.size() + 40 : 0;
+            list += Record(40, {{0, next}}, {{4, server}});
+        }
+        if (adapter.index == index) {
+            return Give(list, buffer, size);
+        }
     }
-    if (!HasRoom(buffer, size, kFirst + found->dnsServers.size() * kEntryBytes)) {
-        return ERROR_BUFFER_OVERFLOW;
-    }
-    uint8_t* entry = buffer + kFirst;
-    for (const std::string& server : found->dnsServers) {
-        const Address next = server != found->dnsServers.back() ? AddressAt(entry + kEntryBytes) : 0;
-        memcpy(entry, &next, sizeof(next));
-        memcpy(entry + 4, server.c_str(), server.size());
-        entry += kEntryBytes;
-    }
-    return NO_ERROR;
+    return ERROR_INVALID_PARAMETER;
 }
 
 // The binding's name behind a record of five words, or the value behind an identifier and the binding's name.
@@ -115,12 +104,6 @@ bool DeviceIoControl(uint64_t, uint32_t code, const uint32_t* in, uint32_t inByt
     return true;
 }
 
-uint32_t Connect(uint64_t, const char16_t* host) {
-    const std::string name = Narrow(host);
-    scripted::system.internet.hosts.emplace_back(name.begin(), name.end());
-    return NewHandle();
-}
-
 }  // namespace
 
 StandInTable NetworkStandIns() {
@@ -133,7 +116,6 @@ StandInTable NetworkStandIns() {
         {"GetIpNetTable", platform::GetIpNetTable},
         {"IpReleaseAddress", platform::IpReleaseAddress},
         {"IpRenewAddress", platform::IpRenewAddress},
-        {"IcmpCreateFile", NewHandle},
         {"IcmpSendEcho", platform::IcmpSendEcho},
         {"DeviceIoControl", DeviceIoControl},
         {"WSAStartup", [](uint32_t, uint8_t* data) { return memset(data, 0, 400), 0; }},
@@ -148,9 +130,8 @@ StandInTable NetworkStandIns() {
         {"ConnMgrConnectionStatus",
          [](uint32_t, DWORD* status) { return platform::ConnMgrConnectionStatus(nullptr, status); }},
         {"ConnMgrProviderMessage", [] { return E_NOINTERFACE; }},
-        {"InternetOpenW", NewHandle},
-        {"InternetConnectW", Connect},
-        {"HttpOpenRequestW", NewHandle},
+        {"InternetConnectW",
+         [](uint64_t, const wchar_t* host) { return scripted::system.internet.hosts.push_back(host), NewHandle(); }},
         {"InternetReadFile", platform::InternetReadFile},
     };
 }

@@ -1,275 +1,175 @@
 // Steps become the messages that a person, the host and the system cause.
 
 #include "tests/device/player.h"
-
-#include <algorithm>
-#include <array>
+#include "tests/support/wireless_values.h"
 
 using namespace device_script;
+using namespace device_script::steps;
 
 namespace {
 
 // Numbers of messages and notifications, the same on every Windows.
-constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kErase = 0x0014, kNotify = 0x004E, kSetCheck = 0x00F1,
-                   kCommand = 0x0111, kTimer = 0x0113, kColorStatic = 0x0138, kChooseEntry = 0x014E, kDropDown = 0x014F,
-                   kButtonUp = 0x0202, kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243, kSetDate = 0x1000 + 2,
+constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kNotify = 0x004E, kSetCheck = 0x00F1, kCommand = 0x0111,
+                   kTimer = 0x0113, kChooseEntry = 0x014E, kDropDown = 0x014F, kButtonUp = 0x0202,
+                   kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243, kSetDate = 0x1000 + 2,
                    kSetRowState = 0x1000 + 43;
 constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
 constexpr uint32_t kChosen = 1, kTickTimer = 11, kHighWord = 16;  // CBN_SELCHANGE; the item's timer; bits
 
-uint64_t ControlOf(Player& player, uint32_t number) {
-    return player.trace.HandleOf(player.trace.NameOf(player.top) + "/" + std::to_string(number));
+void SetClock(Player& p, const Step& s) {
+    const auto word = [](uint32_t value) { return static_cast<WORD>(value); };
+    p.time = {word(s.a), word(s.b), 0, word(s.c), word(s.d), 30, 15, 0};
 }
 
-template <class Data>
-void SendData(Player& player, uint64_t window, uint32_t message, uint64_t wParam, const Data& data) {
-    uint8_t* memory = player.system.memory + kRecordBytes;
-    memcpy(memory, std::data(data), std::size(data) * sizeof(data[0]));
-    player.system.Send(window, message, wParam, (uint64_t)memory);
-}
-
-// NMHDR has the control, its number and the code, each as long as a handle; `data` follow.
-void Notify(Player& player, uint32_t control, int32_t code, std::span<const uint32_t> data = {}) {
-    std::vector<uint32_t> notice;
-    for (const uint64_t field : {ControlOf(player, control), uint64_t{control}, static_cast<uint64_t>(code)}) {
-        for (uint32_t bits = 0; bits < 8 * player.trace.pointerBytes; bits += 32) {
-            notice.push_back(static_cast<uint32_t>(field >> bits));
+void RunTicks(Player& p, const Step& s) {
+    for (uint32_t i = 0; i < s.c; ++i) {
+        for (scripted::Adapter& adapter : scripted::system.adapters) {
+            adapter.received += s.a;
+            adapter.transmitted += s.b;
         }
-    }
-    notice.insert(notice.end(), data.begin(), data.end());
-    SendData(player, player.top, kNotify, control, notice);
-}
-
-void AskHostsQuestion(Player& player, uint32_t message) {
-    const int64_t result = player.system.Send(player.item, message, 0, (uint64_t)player.system.memory);
-    uint32_t height = 0;
-    memcpy(&height, player.system.memory + kRecordHeight, sizeof(height));
-    player.trace.Add("  result " + std::to_string(result) + " height " + std::to_string(height));
-}
-
-// What a dialog's procedure returns is not what the system returns, so that only the item's results count.
-void SendToTop(Player& player, uint32_t message, uint64_t wParam, uint64_t lParam) {
-    const uint64_t window = player.top;
-    const int64_t result = player.system.Send(window, message, wParam, lParam);
-    if (window == player.item) {
-        player.trace.Add("  result " + std::to_string(result));
+        p.tickCount += 2000;
+        p.Send(p.item, kTimer, kTickTimer, 0);
     }
 }
 
-uint64_t HostsContext(Player& player) {
-    constexpr uint64_t kContext = 1;
-    player.trace.names[kContext] = "the host's";
-    return kContext;
+void ChooseEntry(Player& p, const Step& s) {
+    p.SendToControl(s.a, kDropDown, 1);
+    p.SendToControl(s.a, kChooseEntry, s.b);
+    p.SendToTop(kCommand, s.a | kChosen << kHighWord, p.ControlOf(p.top, s.a));
+    p.SendToControl(s.a, kDropDown, 0);
 }
 
-void ShowPage(Player& player, uint32_t number) {
-    uint64_t& page = player.pages.at(number);
-    page = page != 0 ? page : player.system.OpenPage(number);
-    player.top = page;
-}
-
-void PerformNext(Player& player) {
-    const Step& step = player.steps[player.next++];
-    player.trace.Add("# " + std::to_string(player.next));
-    step.act(player, step);
-}
-
-// What is still posted when the dialog ends is lost with it.
-void DeliverPosted(Player& player, uint64_t window) {
-    while (!player.posted.empty() && player.posted.front().window == window && player.ended != window) {
-        const Player::Posted message = player.posted.front();
-        player.posted.pop_front();
-        player.system.Send(window, message.message, message.wParam, 0);
-    }
-}
-
-void Close(Player& player, uint64_t window) {
-    player.system.CloseWindow(window);
-    player.trace.Close(window);
-}
+const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
+    {Attach,
+     [](Player& p, const Step& s) {
+         p.screenWidth = s.a;
+         p.screenHeight = s.b;
+         p.trace.names.clear();
+         p.item = p.top = p.Attach();
+     }},
+    {Detach, [](Player& p, const Step&) { p.Detach(); }},
+    {Clock, SetClock},
+    {Adapters,
+     [](Player&, const Step& s) {
+         scripted::system.adapters = {kAdapters, kAdapters + s.a};
+         for (scripted::Adapter& adapter : scripted::system.adapters) {
+             adapter.index += s.b;
+         }
+     }},
+    {Radio,
+     [](Player&, const Step& s) {
+         scripted::system.wireless.present = s.a != 0;
+         scripted::system.wireless.values[OID_802_11_RSSI] = NdisFields({s.b});
+     }},
+    {Tick, RunTicks},
+    {Refresh, [](Player& p, const Step&) { p.Ask(kQueryRefresh); }},
+    {Clear, [](Player& p, const Step&) { p.Ask(kClearCache); }},
+    {Paint, [](Player& p, const Step&) { p.SendToTop(kPaint); }},
+    {Tap, [](Player& p, const Step& s) { p.SendToTop(kButtonUp, 0, s.a | s.b << kHighWord); }},
+    {Options, [](Player& p, const Step&) { p.OpenOptions(); }},
+    {Command, [](Player& p, const Step& s) { p.SendToTop(kCommand, s.a | s.b << kHighWord, p.ControlOf(p.top, s.a)); }},
+    {Timer, [](Player& p, const Step& s) { p.SendToTop(kTimer, s.a); }},
+    {Text,
+     [](Player& p, const Step& s) {
+         std::copy_n(s.text, strlen(s.text) + 1, reinterpret_cast<char16_t*>(p.memory + kRecordBytes));
+         p.SendToControl(s.a, kSetText, 0, WordOf(p.memory + kRecordBytes));
+     }},
+    {Choose, ChooseEntry},
+    {Date,
+     [](Player& p, const Step& s) {
+         const uint32_t month = s.b | s.c << kHighWord, day = s.d << kHighWord, noon = 12;
+         p.SendToControl(s.a, kSetDate, 0, p.Store({month, day, noon, 0}));
+         p.Notify(s.a, kDateChanged, {0, month, day, noon, 0});
+     }},
+    {Check, [](Player& p, const Step& s) { p.SendToControl(s.a, kSetCheck, s.b); }},
+    {Select,  // LVITEM
+     [](Player& p, const Step& s) {
+         p.SendToControl(s.a, kSetRowState, s.b, p.Store({0, 0, 0, 3, 3, 0}));
+     }},
+    {Row,
+     [](Player& p, const Step& s) {
+         p.Notify(s.a, kRowTapped, {s.b, 0});
+     }},  // NMLISTVIEW
+    {Answer, [](Player& p, const Step& s) { p.answer = s.a; }},
+    {Apply,
+     [](Player& p, const Step&) {
+         p.Notify(0, kPageLeft);
+         p.Notify(0, kPageApplied);
+         p.ended = p.top;
+     }},
+};
 
 }  // namespace
-
-namespace device_script::steps {
-
-void Attach(Player& player, const Step& step) {
-    player.screenWidth = step.a;
-    player.screenHeight = step.b;
-    player.item = player.top = player.system.Attach();
-}
-
-void Detach(Player& player, const Step&) {
-    player.trace.selected.clear();
-    player.system.Detach();
-    player.trace.Close(player.item);
-    player.item = player.top = 0;
-}
-
-void Clock(Player& player, const Step& step) {
-    const auto word = [](uint32_t value) { return static_cast<WORD>(value); };
-    player.time = {word(step.a), word(step.b), 0, word(step.c), word(step.d), 30, 15, 0};
-}
-
-void Counters(Player& player, const Step& step) {
-    player.adapters[step.a].received = step.b;
-    player.adapters[step.a].transmitted = step.c;
-    Publish(player);
-}
-
-void Adapter(Player& player, const Step& step) {
-    player.up[step.a] = step.b != 0;
-    player.adapters[step.a].index = step.c;
-    Publish(player);
-}
-
-void Radio(Player& player, const Step& step) {
-    player.radio = step.a != 0;
-    player.dbm = step.b;
-    player.associated = step.c != 0;
-    Publish(player);
-}
-
-void Tick(Player& player, const Step& step) {
-    for (uint32_t i = 0; i < step.d; ++i) {
-        player.adapters[step.a].received += step.b;
-        player.adapters[step.a].transmitted += step.c;
-        player.tickCount += 2000;
-        Publish(player);
-        player.system.Send(player.item, kTimer, kTickTimer, 0);
-    }
-}
-
-void Refresh(Player& player, const Step&) {
-    AskHostsQuestion(player, kQueryRefresh);
-}
-
-void Clear(Player& player, const Step&) {
-    AskHostsQuestion(player, kClearCache);
-}
-
-void Erase(Player& player, const Step&) {
-    SendToTop(player, kErase, HostsContext(player), 0);
-}
-
-void Paint(Player& player, const Step&) {
-    SendToTop(player, kPaint, 0, 0);
-}
-
-void Tap(Player& player, const Step& step) {
-    SendToTop(player, kButtonUp, 0, step.a | step.b << kHighWord);
-}
-
-void Options(Player& player, const Step&) {
-    player.system.OpenOptions();
-}
-
-void Command(Player& player, const Step& step) {
-    player.system.Send(player.top, kCommand, step.a | step.b << kHighWord, ControlOf(player, step.a));
-}
-
-void Timer(Player& player, const Step& step) {
-    player.system.Send(player.top, kTimer, step.a, 0);
-}
-
-void Text(Player& player, const Step& step) {
-    const std::string_view text = step.text;
-    std::u16string wide(text.begin(), text.end());
-    wide.push_back(0);
-    SendData(player, ControlOf(player, step.a), kSetText, 0, wide);
-}
-
-void Choose(Player& player, const Step& step) {
-    const uint64_t control = ControlOf(player, step.a);
-    player.system.Send(control, kDropDown, 1, 0);
-    player.system.Send(control, kChooseEntry, step.b, 0);
-    player.system.Send(player.top, kCommand, step.a | kChosen << kHighWord, control);
-    player.system.Send(control, kDropDown, 0, 0);
-}
-
-void Date(Player& player, const Step& step) {
-    const std::array<uint32_t, 6> date = {0, step.b | step.c << kHighWord, step.d << kHighWord, 12};
-    SendData(player, ControlOf(player, step.a), kSetDate, 0, std::span(date).subspan(1));
-    Notify(player, step.a, kDateChanged, date);
-}
-
-void Check(Player& player, const Step& step) {
-    player.system.Send(ControlOf(player, step.a), kSetCheck, step.b, 0);
-}
-
-void Select(Player& player, const Step& step) {
-    const std::array<uint32_t, 20> item = {0, 0, 0, 3, 3};  // LVITEM
-    SendData(player, ControlOf(player, step.a), kSetRowState, step.b, item);
-}
-
-void Row(Player& player, const Step& step) {
-    const std::array<uint32_t, 10> row = {step.b};  // NMLISTVIEW
-    Notify(player, step.a, kRowTapped, row);
-}
-
-void Answer(Player& player, const Step& step) {
-    player.answers.push_back(step.a);
-}
-
-void Page(Player& player, const Step& step) {
-    Notify(player, 0, kPageLeft);
-    ShowPage(player, step.a);
-}
-
-void Color(Player& player, const Step& step) {
-    const int64_t brush = player.system.Send(player.top, kColorStatic, HostsContext(player), ControlOf(player, step.a));
-    player.trace.Add("  " + player.trace.NameOf(static_cast<uint64_t>(brush)));
-}
-
-void Apply(Player& player, const Step&) {
-    Notify(player, 0, kPageLeft);
-    for (const uint64_t page : player.pages) {
-        if (page != 0) {
-            player.top = page;
-            Notify(player, 0, kPageApplied);
-        }
-    }
-    player.sheetEnded = true;
-}
-
-}  // namespace device_script::steps
 
 Player* player = nullptr;
 
 void Player::Run(std::span<const Step> toPerform) {
     player = this;
     steps = toPerform;
-    Publish(*this);
-    for (next = 0; next < steps.size();) {
-        PerformNext(*this);
+    next = 0;
+    PerformUntilEnd(0);
+}
+
+// What is still posted when the dialog ends is lost with it.
+void Player::PerformUntilEnd(uint64_t window) {
+    for (;;) {
+        while (!posted.empty() && posted.front()[0] == window && ended != window) {
+            const auto [to, message, wParam] = posted.front();
+            posted.pop_front();
+            Send(to, static_cast<uint32_t>(message), wParam, 0);
+        }
+        if (next == steps.size() || (window != 0 && ended == window)) {
+            break;
+        }
+        const Step& step = steps[next++];
+        trace.Add("# " + std::to_string(next));
+        kActs.at(step.act)(*this, step);
     }
+    ended = 0;
+    std::erase_if(posted, [&](const auto& message) { return message[0] == window; });
 }
 
 void Player::RunDialog(uint64_t window) {
-    const uint64_t before = top;
-    top = window;
-    DeliverPosted(*this, window);
-    while (ended != window && next < steps.size()) {
-        PerformNext(*this);
-        DeliverPosted(*this, window);
-    }
-    ended = 0;
-    std::erase_if(posted, [&](const Posted& message) { return message.window == window; });
+    const uint64_t before = std::exchange(top, window);
+    PerformUntilEnd(window);
     top = before;
-    Close(*this, window);
+    CloseWindow(window);
+    const std::string name = trace.NameOf(window) + "/";
+    std::erase_if(trace.names, [&](const auto& entry) { return (entry.second + "/").starts_with(name); });
 }
 
-void Player::RunSheet(size_t pageCount) {
-    const uint64_t before = top;
-    sheetEnded = false;
-    pages.assign(pageCount, 0);
-    ShowPage(*this, 0);
-    while (!sheetEnded && next < steps.size()) {
-        PerformNext(*this);
+uint64_t Player::Store(std::initializer_list<uint32_t> words) {
+    std::copy(words.begin(), words.end(), reinterpret_cast<uint32_t*>(memory + kRecordBytes));
+    return WordOf(memory + kRecordBytes);
+}
+
+void Player::Ask(uint32_t message) {
+    const int64_t result = Send(item, message, 0, WordOf(memory));
+    uint32_t height = 0;
+    memcpy(&height, memory + kRecordHeight, sizeof(height));
+    trace.Add("  result " + std::to_string(result) + " height " + std::to_string(height));
+}
+
+// What a dialog's procedure returns is not what the system returns, so that only the item's results count.
+void Player::SendToTop(uint32_t message, uint64_t wParam, uint64_t lParam) {
+    const uint64_t window = top;
+    const int64_t result = Send(window, message, wParam, lParam);
+    if (window == item) {
+        trace.Add("  result " + std::to_string(result));
     }
-    top = before;
-    for (const uint64_t page : pages) {
-        if (page != 0) {
-            Close(*this, page);
-        }
+}
+
+void Player::SendToControl(uint32_t number, uint32_t message, uint64_t wParam, uint64_t lParam) {
+    Send(ControlOf(top, number), message, wParam, lParam);
+}
+
+// NMHDR has the control, its number and the code, each as long as a handle; `data` follow.
+void Player::Notify(uint32_t control, int32_t code, std::initializer_list<uint32_t> data) {
+    uint8_t* at = memory + kRecordBytes;
+    for (const uint64_t field : {ControlOf(top, control), uint64_t{control}, static_cast<uint64_t>(code)}) {
+        memcpy(at, &field, trace.pointerBytes);
+        at += trace.pointerBytes;
     }
+    std::copy(data.begin(), data.end(), reinterpret_cast<uint32_t*>(at));
+    SendToTop(kNotify, control, WordOf(memory + kRecordBytes));
 }

@@ -7,7 +7,6 @@
 #include <sanitizer/asan_interface.h>
 
 #include <algorithm>
-#include <cstring>
 
 // Null in a program without the address sanitizer.
 extern "C" __attribute__((weak)) void* __asan_region_is_poisoned(void* begin, size_t bytes);
@@ -15,11 +14,10 @@ extern "C" __attribute__((weak)) void* __asan_region_is_poisoned(void* begin, si
 namespace {
 
 constexpr Address kTrapBase = 0x7F000000;
-constexpr uint32_t kTraps = 1024;
-constexpr Address kReturnTrap = kTrapBase + (kTraps - 1) * 4;
+constexpr Address kReturnTrap = kTrapBase + kPageBytes - 4;
 constexpr uint32_t kPoison = 0xDEAD0000;     // what a call leaves in registers that it need not preserve
 constexpr uint32_t kPreserved = 0x5AFE0000;  // what callee-saved registers hold on entry
-constexpr uint32_t kFlags = 0xF0000000;      // N, Z, C, V of the status register
+constexpr uint32_t kFlags = 0xF0000000, kThumbState = 0x20;  // N, Z, C, V and T of the status register
 // The stacks of the user interface and of a worker. Nothing is mapped below them.
 constexpr Address kStackTops[] = {0x30000000 + kStackBytes, 0x30100000 + kStackBytes};
 
@@ -53,102 +51,82 @@ void Kill(const std::string& fault) {
     uc_emu_stop(bed->engine);
 }
 
-void OnInstruction(uc_engine*, uint64_t, uint32_t, void*) {
-    ++bed->figures.instructions;
-}
-
-void OnTrap(uc_engine* engine, uint64_t address, uint32_t, void*) {
-    bed->trap = static_cast<Address>(address);
-    uc_emu_stop(engine);
-}
-
-// The handheld gives a stack its next page when the page above has been used.
-void TouchStack(size_t stack, Address address) {
-    Address& lowest = bed->lowestPage[stack];
-    if (address / kPageBytes + 1 < lowest) {
-        Kill("access beyond the stack's guard page, " + Hex(address));
+void OnInstruction(uc_engine* engine, uint64_t address, uint32_t, void*) {
+    if (address >= kTrapBase) {
+        uc_emu_stop(engine);
+    } else {
+        ++bed->instructions;
     }
-    lowest = std::min(lowest, address / kPageBytes);
-    bed->figures.deepestStack = std::max(bed->figures.deepestStack, kStackTops[stack] - address);
 }
 
 void OnAccess(uc_engine*, uc_mem_type type, uint64_t where, int size, int64_t, void*) {
     const auto address = static_cast<Address>(where);
-    const char* access = type == UC_MEM_WRITE ? "store" : "load";
+    const std::string access = type == UC_MEM_WRITE ? "store" : "load";
     if (address % static_cast<uint32_t>(size) != 0) {
-        Kill(std::string("unaligned ") + access + " of " + std::to_string(size) + " bytes, " + Hex(address));
+        Kill("unaligned " + access + " of " + std::to_string(size) + " bytes, " + Hex(address));
     }
     if (__asan_region_is_poisoned != nullptr && __asan_region_is_poisoned(At<void>(address), size) != nullptr) {
-        Kill(std::string(access) + " outside a block of the heap, " + Hex(address));
+        Kill(access + " outside a block of the heap, " + Hex(address));
     }
     for (size_t stack = 0; stack < std::size(kStackTops); ++stack) {
-        if (kStackTops[stack] - address <= kStackBytes) {
-            TouchStack(stack, address);
+        if (const uint32_t depth = kStackTops[stack] - address; depth <= kStackBytes) {
+            // The handheld gives a stack its next page when the page above has been used.
+            if (depth > bed->stackDepths[stack] / kPageBytes * kPageBytes + 2 * kPageBytes) {
+                Kill("access beyond the stack's guard page, " + Hex(address));
+            }
+            bed->stackDepths[stack] = std::max(bed->stackDepths[stack], depth);
+            bed->deepestStack = std::max(bed->deepestStack, depth);
         }
     }
 }
 
-void CallStandIn() {
-    const std::string name = bed->trapNames.at((bed->trap - kTrapBase) / 4);
-    const StandIn& standIn = bed->standIns.at(name);
-    Registers registers = ReadRegisters();
+void CallStandIn(Registers registers) {
+    const std::string name = bed->trapNames.at((registers[kPc] - kTrapBase) / 4);
+    const auto found = bed->standIns.find(name);
+    const StandIn standIn = found != bed->standIns.end() ? found->second : [](const uint64_t*) { return NewHandle(); };
     uint64_t words[kMostArguments];
     for (size_t i = 0; i < kMostArguments; ++i) {
         words[i] = i < 4 ? registers[i] : At<uint32_t>(registers[kSp])[i - 4];
     }
-    ++bed->figures.imports;
+    ++bed->imports;
     const uint64_t result = bed->trace != nullptr ? bed->trace->Call(name, words, standIn) : standIn(words);
-    registers[0] = static_cast<uint32_t>(result);
     // What any function may leave behind.
     registers[kPc] = registers[kLr];
     for (const uint32_t i : {1, 2, 3, static_cast<int>(kR12), static_cast<int>(kLr)}) {
         registers[i] = kPoison + i;
     }
+    registers[0] = static_cast<uint32_t>(result);
     registers[kStatus] ^= kFlags;
     WriteRegisters(registers);
 }
 
 // Until the call returns, its thread ends or something is wrong.
 void RunToReturn() {
-    constexpr uint32_t kThumbState = 0x20;
     while (!bed->dead && !bed->threadEnds) {
-        bed->trap = 0;
         const uc_err error = uc_emu_start(bed->engine, ReadRegisters()[kPc], kReturnTrap, 0, 0);
-        if (error != UC_ERR_OK) {
-            return Kill(uc_strerror(error));
-        }
         const Registers registers = ReadRegisters();
-        if (((registers[kStatus] & kThumbState) != 0) != (bed->systemMode != 0)) {
-            return Kill("enters the system in the wrong instruction set");
-        }
-        if (registers[kPc] == kReturnTrap || bed->trap == kReturnTrap || bed->dead) {
+        if (error != UC_ERR_OK) {
+            Kill(uc_strerror(error));
+        } else if (((registers[kStatus] & kThumbState) != 0) != (bed->systemMode != 0)) {
+            Kill("enters the system in the wrong instruction set");
+        } else if (registers[kPc] == kReturnTrap) {
             return;
+        } else if (!bed->dead) {
+            CallStandIn(registers);
         }
-        CallStandIn();
     }
-}
-
-Registers EntryRegisters(Address function, Address stack, std::span<const uint32_t> arguments) {
-    Registers registers = ReadRegisters();
-    for (uint32_t i = 0; i < kSp; ++i) {
-        registers[i] = (i < kR4 || i == kR12 ? kPoison : kPreserved) + i;
-    }
-    const size_t inRegisters = std::min<size_t>(arguments.size(), 4);
-    stack = (stack - static_cast<uint32_t>(arguments.size() - inRegisters) * 4) & ~7u;
-    std::copy_n(arguments.begin(), inRegisters, registers.begin());
-    std::copy(arguments.begin() + inRegisters, arguments.end(), At<uint32_t>(stack));
-    registers[kSp] = stack;
-    registers[kLr] = kReturnTrap + bed->systemMode;
-    registers[kPc] = function;
-    return registers;
 }
 
 uint32_t CallOnStack(Address function, Address stack, std::span<const uint32_t> arguments) {
-    if (bed->dead) {
-        return 0;
-    }
     const Registers outer = ReadRegisters();
-    const Registers entry = EntryRegisters(function, stack, arguments);
+    Registers entry = outer;
+    for (uint32_t i = 0; i < kSp; ++i) {
+        entry[i] = (i < kR4 || i == kR12 ? kPoison : kPreserved) + i;
+    }
+    std::copy(arguments.begin(), arguments.end(), entry.begin());
+    entry[kSp] = stack & ~7u;
+    entry[kLr] = kReturnTrap + bed->systemMode;
+    entry[kPc] = function;
     WriteRegisters(entry);
     ++bed->depth;
     RunToReturn();
@@ -171,17 +149,13 @@ void OpenBed(Core core) {
     uc_open(UC_ARCH_ARM, UC_MODE_ARM, &bed->engine);
     uc_ctl_set_cpu_model(bed->engine, core == Core::StrongArm ? UC_CPU_ARM_SA1110 : UC_CPU_ARM_TI925T);
     bed->systemMode = core == Core::Arm925ThumbSystem ? 1 : 0;
-    constexpr uint32_t kNoOperation = 0xE1A00000;
-    MapRegion(kTrapBase, kTraps * 4, UC_PROT_READ | UC_PROT_EXEC);
-    std::fill_n(At<uint32_t>(kTrapBase), kTraps, kNoOperation);
-    for (size_t stack = 0; stack < std::size(kStackTops); ++stack) {
-        MapRegion(kStackTops[stack] - kStackBytes, kStackBytes + kPageBytes, UC_PROT_READ | UC_PROT_WRITE);
-        bed->lowestPage[stack] = kStackTops[stack] / kPageBytes - 1;
+    MapRegion(kTrapBase, kPageBytes, UC_PROT_READ | UC_PROT_EXEC);
+    for (const Address top : kStackTops) {
+        MapRegion(top - kStackBytes, kStackBytes + kPageBytes, UC_PROT_READ | UC_PROT_WRITE);
     }
     MapHeap();
     uc_hook hook = 0;
-    uc_hook_add(bed->engine, &hook, UC_HOOK_CODE, (void*)OnTrap, nullptr, kTrapBase, kReturnTrap);
-    uc_hook_add(bed->engine, &hook, UC_HOOK_CODE, (void*)OnInstruction, nullptr, 0, kTrapBase - 1);
+    uc_hook_add(bed->engine, &hook, UC_HOOK_CODE, (void*)OnInstruction, nullptr, 1, 0);
     uc_hook_add(bed->engine, &hook, UC_HOOK_MEM_READ | UC_HOOK_MEM_WRITE, (void*)OnAccess, nullptr, 1, 0);
 }
 
@@ -191,7 +165,7 @@ uint32_t CallGuest(Address function, std::initializer_list<uint32_t> arguments) 
 }
 
 void CallGuestThread(Address function, uint32_t argument) {
-    bed->lowestPage[1] = kStackTops[1] / kPageBytes - 1;
+    bed->stackDepths[1] = 0;
     CallOnStack(function, kStackTops[1], {&argument, 1});
     bed->threadEnds = false;
 }

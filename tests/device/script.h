@@ -8,14 +8,38 @@
 #include "resources/resource_ids.h"
 #include "tests/fakes/scripted_platform.h"
 
-struct Player;
-
 namespace device_script {
 
-struct Step;
-using Act = void(Player& player, const Step& step);
+namespace steps {
+enum Act {
+    Attach,    // the library is loaded anew with a screen of a x b pixels; files and registry stay
+    Detach,    // window destroyed, library unloaded
+    Clock,     // local time: a year, b month, c day, d hour; always minute 30, second 15
+    Adapters,  // the first a adapters are up, with counters at 0 and interface indices greater by b
+    Radio,     // a 1: the driver is there; b dBm (two's complement)
+    Tick,      // c times: a received and b transmitted are added to the counters, 2 s later the item's timer
+    Refresh,   // the host's refresh query
+    Clear,     // the host's clear-cache message
+    Erase,     // background
+    Paint,     // of the topmost window
+    Tap,       // pen up at (a, b) of the topmost window
+    Options,   // the host opens template 500 with ordinal 241
+    // The rest is for dialogs; a is the control's number.
+    Command,  // WM_COMMAND with notification code b
+    Timer,    // timer number a
+    Text,     // the control's text becomes `text`
+    Choose,   // entry b of a drop-down list is chosen while it is dropped down, with CBN_SELCHANGE
+    Date,     // the date picker's date becomes b-c-d, with DTN_DATETIMECHANGE
+    Check,    // b is the new check state
+    Select,   // row b of a list view is selected
+    Row,      // row b of a list view is tapped (NM_CLICK)
+    Answer,   // the next message box is answered with button a
+    Apply,    // the sheet's page is left and applied (PSN_KILLACTIVE, PSN_APPLY); the next one is shown
+};
+}  // namespace steps
+
 struct Step {
-    Act* act;
+    steps::Act act;
     uint32_t a = 0;
     uint32_t b = 0;
     uint32_t c = 0;
@@ -23,36 +47,7 @@ struct Step {
     const char* text = "";  // ASCII
 };
 
-namespace steps {
-Act Attach;    // the library is loaded anew with a screen of a x b pixels; files and registry stay
-Act Detach;    // window destroyed, library unloaded
-Act Clock;     // local time: a year, b month, c day, d hour; always minute 30, second 15
-Act Counters;  // of adapter a: b octets received, c transmitted
-Act Adapter;   // adapter a is b (1 up, 0 down and gone from every list) and has interface index c
-Act Radio;     // a 1: the driver is there; b dBm (two's complement); c 1: associated
-Act Tick;      // d times: b received and c transmitted are added to adapter a's counters, 2 s later the item's timer
-Act Refresh;   // the host's refresh query
-Act Clear;     // the host's clear-cache message
-Act Erase;     // background
-Act Paint;     // of the topmost window
-Act Tap;       // pen up at (a, b) of the topmost window
-Act Options;   // the host opens template 500 with ordinal 241
-// The rest is for dialogs; a is the control's number.
-Act Command;  // WM_COMMAND with notification code b
-Act Timer;    // timer number a
-Act Text;     // the control's text becomes `text`
-Act Choose;   // entry b of a drop-down list is chosen while it is dropped down, with CBN_SELCHANGE
-Act Date;     // the date picker's date becomes b-c-d, with DTN_DATETIMECHANGE
-Act Check;    // b is the new check state
-Act Select;   // row b of a list view is selected
-Act Row;      // row b of a list view is tapped (NM_CLICK)
-Act Answer;   // the next message box is answered with button a
-Act Page;     // page a of the sheet is shown, the one before it left (PSN_KILLACTIVE)
-Act Color;    // WM_CTLCOLORSTATIC of the control
-Act Apply;    // the sheet is closed: PSN_KILLACTIVE of the page shown, then PSN_APPLY of all that were shown
-}  // namespace steps
-
-// The network. Adapter 0 is up from the start, adapter 1 is not.
+// The network. The first adapter is up from the start.
 // clang-format off
 inline const scripted::Adapter kAdapters[] = {
     {.name = "WLAN1", .description = "Built-in wireless adapter", .index = 3,
@@ -70,14 +65,13 @@ struct Host {
     uint8_t lastByte;  // of the address, and of the hardware address
     uint32_t roundTripMs;
     bool isInArpTable;
-    const char* name;     // of its NetBIOS node status (one name, suffix 0), or null: its port is closed
-    const char* dnsName;  // gethostbyname knows it by this name, or null
+    const char* name = nullptr;  // of its NetBIOS node status (one name, suffix 0); null: its port is closed
 };
 inline constexpr Host kHosts[] = {
-    {1, 2, true, nullptr, "router"},
-    {20, 14, true, "PRINTER", nullptr},
-    {33, 0, false, "HANDHELD", nullptr},
-    {250, 120, true, nullptr, nullptr},
+    {1, 2, true},
+    {20, 14, true, "PRINTER"},
+    {33, 0, false, "HANDHELD"},
+    {250, 120, true},
 };
 inline constexpr char kEchoBody[] = "203.0.113.77\n";  // every HTTP answer, in one piece
 
@@ -92,20 +86,19 @@ namespace steps {
 // clang-format off
 inline const Step kScript[] = {
     // A day of traffic on a screen of 240 x 320.
-    {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4, 1},  // -60 dBm
-    {Counters, 0, 5000, 3000}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Erase}, {Paint}, {Tick, 0, 0, 0, 1},
-    {Paint}, {Tick, 0, 1500, 700, 1}, {Paint}, {Refresh}, {Tick, 0, 40000, 9000, 3}, {Tick, 0, 0, 0, 2},
-    {Radio, 1, 0xFFFFFFAB, 1},  // -85 dBm
-    {Tick, 0, 900000, 250000, 2}, {Refresh}, {Paint}, {Clock, 2026, 1, 31, 23}, {Tick, 0, 3000000, 20000, 16},
+    {Clock, 2026, 1, 31, 22}, {Radio, 1, 0xFFFFFFC4},  // -60 dBm
+    {Tick, 5000, 3000, 1}, {Attach, 240, 320}, {Refresh}, {Refresh}, {Paint}, {Tick, 0, 0, 1},
+    {Paint}, {Tick, 1500, 700, 1}, {Paint}, {Refresh}, {Tick, 40000, 9000, 3}, {Tick, 0, 0, 2},
+    {Radio, 1, 0xFFFFFFAB},  // -85 dBm
+    {Tick, 900000, 250000, 2}, {Refresh}, {Paint}, {Clock, 2026, 1, 31, 23}, {Tick, 3000000, 20000, 16},
     {Paint}, {Clock, 2026, 2, 1, 0},  // hour, day and month at once
-    {Tick, 0, 700, 600, 3}, {Counters, 0, 0xFFFFFF00, 0xFFFFFFF0},  // a jump of more than 2^31 counts nothing
-    {Tick, 0, 0, 0, 1}, {Tick, 0, 0x200, 0x20, 2},  // the counters wrap
-    {Counters, 0, 10, 10},  // and fall
-    {Tick, 0, 0, 0, 1}, {Adapter, 0, 0, 3},  // no adapter at all
-    {Radio, 0}, {Tick, 0, 0, 0, 2}, {Refresh}, {Adapter, 0, 1, 7},  // back under another index
-    {Counters, 0, 100000, 50000}, {Radio, 1, 0xFFFFFFBA, 0},  // heard, not associated
-    {Tick, 0, 1024, 2048, 3}, {Adapter, 1, 1, 9},  // a second one changes nothing
-    {Tick, 0, 5, 0, 2}, {Radio, 1, 0xFFFFFFC9, 1}, {Clock, 2026, 2, 28, 13}, {Tick, 0, 120000, 80000, 4}, {Paint},
+    {Tick, 700, 600, 3}, {Tick, 0U - 50000000, 0U - 50000000, 1},  // a fall, below 0, counts nothing
+    {Tick, 100000, 50000000, 1},  // the counters wrap
+    {Adapters, 0},  // no adapter at all
+    {Radio, 0}, {Tick, 0, 0, 2}, {Refresh}, {Adapters, 1, 4},  // back under another index
+    {Radio, 1, 0xFFFFFFBA},
+    {Tick, 1024, 2048, 3}, {Adapters, 2, 4},  // a second one changes nothing
+    {Tick, 5, 0, 2}, {Radio, 1, 0xFFFFFFC9}, {Clock, 2026, 2, 28, 13}, {Tick, 120000, 80000, 4}, {Paint},
     // The tools.
     {Tap, kTapSignal, kIconTop}, {Paint}, {Timer, 13}, {Command, kOk}, {Tap, kTapUsage, kIconTop}, {Paint},
     {Date, IDC_USAGE_DATE, 2026, 1, 31}, {Paint}, {Choose, IDC_USAGE_MODE, 1}, {Paint}, {Tap, 40, 50},  // table
@@ -122,7 +115,7 @@ inline const Step kScript[] = {
     {Text, IDC_PING_HOST, 0, 0, 0, "Router"}, {Command, IDC_PING_PING}, {Timer, 10},
     {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.77"}, {Answer, kNo}, {Command, IDC_PING_DELETE},
     {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.77"}, {Answer, kYes}, {Command, IDC_PING_DELETE},
-    {Command, IDC_PING_KEYBOARD}, {Command, kCancel}, {Tap, kTapAdapter, kIconTop}, {Command, kOk},
+    {Command, kCancel}, {Tap, kTapAdapter, kIconTop}, {Command, kOk},
     {Tap, kTapScanner, kIconTop}, {Select, IDC_SCANNER_LIST, 1}, {Row, IDC_SCANNER_LIST, 1}, {Timer, 7},
     {Command, kOk}, {Tap, kTapCard, kIconTop}, {Command, kOk}, {Tap, kTapDetector, kIconTop},
     {Command, IDC_DETECTOR_DETECT}, {Timer, 14}, {Answer, kYes}, {Row, IDC_DETECTOR_HOSTS, 0},  // safe
@@ -130,36 +123,24 @@ inline const Step kScript[] = {
     {Command, IDC_DETECTOR_EXPORT}, {Answer, kYes}, {Row, IDC_DETECTOR_HOSTS, 1},  // no longer safe
     {Command, IDC_DETECTOR_EXPORT}, {Command, kOk}, {Tap, kTapFirstApplet, kIconTop},
     {Tap, kTapSecondApplet, kIconTop}, {Tap, kTapGraph, kIconTop}, {Paint}, {Timer, 12}, {Command, kOk}, {Options},
-    {Paint}, {Color, IDC_PAGE_HEADER}, {Page, 1}, {Paint}, {Color, IDC_PAGE_HEADER},
+    {Paint}, {Apply}, {Paint},
     {Text, IDC_OPTIONS_X_LOCATION, 0, 0, 0, "130"}, {Check, IDC_OPTIONS_SHOW_ICON, 0}, {Check, IDC_OPTIONS_AM_PM, 0},
     {Check, IDC_OPTIONS_MILITARY, 1}, {Select, IDC_OPTIONS_LOGS, 0}, {Answer, kCancel}, {Command, IDC_OPTIONS_DELETE},
-    {Page, 2}, {Paint}, {Apply}, {Tick, 0, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
-    // The same at double scale, and then held sideways.
-    {Attach, 480, 640}, {Refresh}, {Refresh}, {Paint}, {Tick, 0, 60000, 350000, 24}, {Refresh}, {Paint},
-    // A month with two pages of days.
-    {Clock, 2026, 3, 2, 9}, {Tick, 0, 11200, 124, 1}, {Clock, 2026, 3, 3, 9}, {Tick, 0, 56700, 279, 1},
-    {Clock, 2026, 3, 4, 9}, {Tick, 0, 179200, 496, 1}, {Clock, 2026, 3, 5, 9}, {Tick, 0, 437500, 775, 1},
-    {Clock, 2026, 3, 6, 9}, {Tick, 0, 907200, 1116, 1}, {Clock, 2026, 3, 7, 9}, {Tick, 0, 1680700, 1519, 1},
-    {Clock, 2026, 3, 8, 9}, {Tick, 0, 2867200, 1984, 1}, {Clock, 2026, 3, 9, 9}, {Tick, 0, 4592700, 2511, 1},
-    {Clock, 2026, 3, 10, 9}, {Tick, 0, 7000000, 3100, 1}, {Clock, 2026, 3, 11, 9}, {Tick, 0, 10248700, 3751, 1},
-    {Tap, 2 * kTapUsage, kIconTop}, {Paint}, {Tap, 80, 100}, {Paint}, {Tap, 320, 420}, {Paint}, {Tap, 370, 420},
-    {Paint}, {Tap, 340, 100}, {Command, kCancel}, {Command, kOk},
+    {Apply}, {Paint}, {Apply}, {Tick, 2000, 1000, 1}, {Paint}, {Clear}, {Detach},
+    // The same at double scale.
+    {Attach, 480, 640}, {Refresh}, {Refresh}, {Paint}, {Tick, 60000, 350000, 24}, {Refresh}, {Paint},
+    {Tap, 2 * kTapUsage, kIconTop}, {Paint}, {Tap, 80, 100}, {Paint}, {Tap, 340, 100}, {Command, kCancel}, {Command, kOk},
     // Without adapter and radio.
-    {Adapter, 0, 0, 3}, {Radio, 0}, {Tick, 0, 0, 0, 1}, {Tap, 2 * kTapDhcp, kIconTop}, {Command, IDC_DHCP_RELEASE},
+    {Adapters, 0}, {Radio, 0}, {Tick, 0, 0, 1}, {Tap, 2 * kTapDhcp, kIconTop}, {Command, IDC_DHCP_RELEASE},
     {Command, IDC_DHCP_RENEW}, {Command, kCancel}, {Tap, 2 * kTapAdapter, kIconTop}, {Command, kOk},
     {Tap, 2 * kTapScanner, kIconTop}, {Timer, 7}, {Command, kCancel}, {Tap, 2 * kTapCard, kIconTop}, {Command, kOk},
     {Tap, 2 * kTapDetector, kIconTop}, {Command, IDC_DETECTOR_DETECT}, {Command, kCancel},
     {Tap, 2 * kTapPing, kIconTop}, {Text, IDC_PING_HOST, 0, 0, 0, "192.168.7.250"}, {Command, IDC_PING_PING},
-    {Timer, 10}, {Command, kOk}, {Adapter, 0, 1, 3}, {Radio, 1, 0xFFFFFFC9, 1}, {Tick, 0, 0, 0, 2},
+    {Timer, 10}, {Command, kOk}, {Adapters, 1}, {Radio, 1, 0xFFFFFFC9}, {Tick, 0, 0, 2},
     {Tap, 2 * kTapGraph, kIconTop}, {Paint}, {Command, kOk}, {Tap, 2 * kTapSignal, kIconTop}, {Command, kOk},
-    {Options}, {Page, 1}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
-    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Tick, 0, 1, 1, 2}, {Clear},
+    {Options}, {Apply}, {Paint}, {Command, IDC_OPTIONS_DELETE}, {Answer, kCancel},
+    {Command, IDC_OPTIONS_DELETE_ALL}, {Check, IDC_OPTIONS_SHOW_ICON, 1}, {Apply}, {Apply}, {Tick, 1, 1, 2}, {Clear},
     {Detach},
-    {Attach, 320, 240}, {Refresh}, {Refresh}, {Paint}, {Clock, 2026, 3, 1, 8}, {Tick, 0, 10, 10, 2},
-    {Tap, kTapUsage, kIconTop}, {Paint}, {Tap, 40, 50}, {Paint}, {Command, kOk}, {Tap, kTapPing, kIconTop},
-    {Command, kOk}, {Tap, kTapAdapter, kIconTop}, {Command, kOk}, {Tap, kTapScanner, kIconTop}, {Command, kOk},
-    {Options}, {Page, 1}, {Paint}, {Answer, kOk}, {Select, IDC_OPTIONS_LOGS, 2}, {Command, IDC_OPTIONS_DELETE},
-    {Apply}, {Clear}, {Detach},
 };
 // clang-format on
 }  // namespace steps

@@ -5,8 +5,6 @@
 #include "tests/support/node_status_reply.h"
 #include "tests/support/wireless_values.h"
 
-#include <strings.h>
-
 #include <algorithm>
 
 using namespace device_script;
@@ -58,15 +56,6 @@ int DrawOrMeasure(uint64_t, const char16_t* text, int, int32_t* area, uint32_t f
     return kHeight;
 }
 
-uint32_t AnswerMessageBox() {
-    if (player->answers.empty()) {
-        return kOk;
-    }
-    const uint32_t answer = player->answers.front();
-    player->answers.pop_front();
-    return answer;
-}
-
 // A closed port answers with an error, which the exceptional set would tell.
 const char* AskedName() {
     const Host* host = FindHost(player->askedHost);
@@ -78,22 +67,6 @@ int SendTo(uint64_t, const void*, int bytes, int, const uint8_t* address) {
     return bytes;
 }
 
-// The record of pointers, a kind and a size lies behind what messages point to, as it is until the next call.
-void* GetHostByName(const char* name) {
-    const auto* host = std::find_if(std::begin(kHosts), std::end(kHosts), [&](const Host& candidate) {
-        return candidate.dnsName != nullptr && strcasecmp(name, candidate.dnsName) == 0;
-    });
-    uint8_t* entry = player->system.memory + 2 * kRecordBytes;
-    const uint64_t place = (uint64_t)entry, pointer = player->trace.pointerBytes;
-    const uint64_t address = host != std::end(kHosts) ? AddressOf(*host) : 0;
-    for (const uint64_t field : {uint64_t{0}, uint64_t{0}, uint64_t{0x00040002}, place + 4 * pointer,
-                                 place + 6 * pointer, uint64_t{0}, address}) {
-        memcpy(entry, &field, pointer);
-        entry += pointer;
-    }
-    return host != std::end(kHosts) ? FromWord<void*>(place) : nullptr;
-}
-
 size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
     const std::vector<uint8_t> reply = NodeStatusReply({AskedName()});
     std::copy(reply.begin(), reply.end(), buffer);
@@ -102,14 +75,10 @@ size_t ReceiveFrom(uint64_t, uint8_t* buffer) {
 
 }  // namespace
 
-void Publish(const Player& player) {
+Player::Player() {
     scripted::Reset();
     scripted::Platform& system = scripted::system;
-    for (size_t i = 0; i < std::size(player.adapters); ++i) {
-        if (player.up[i]) {
-            system.adapters.push_back(player.adapters[i]);
-        }
-    }
+    system.adapters = {kAdapters[0]};
     for (const Host& host : kHosts) {
         if (host.isInArpTable) {
             system.arp.push_back({AddressOf(host), {2, 0, 0, 0, 7, host.lastByte}});
@@ -120,8 +89,8 @@ void Publish(const Player& player) {
         system.internet.answers[server].pieces = {kEchoBody};
     }
     UseWireless();
-    system.wireless.present = player.radio;
     system.wireless.values = {
+        {OID_802_11_BSSID, {2, 0, 0, 0, 0, 1}},
         {OID_802_11_SSID, SsidValue("Office & Lab", 12)},
         {OID_802_11_INFRASTRUCTURE_MODE, NdisFields({1})},
         {OID_802_11_AUTHENTICATION_MODE, NdisFields({4})},
@@ -131,11 +100,8 @@ void Publish(const Player& player) {
         {OID_802_11_CONFIGURATION, NdisFields({32, 100, 10, 2437000, 0, 0, 0, 0})},
         {OID_802_11_BSSID_LIST,
          AccessPointListBuilder().Add("Office & Lab", 1, -52, 1).Add("guest", 2, -81, 0, 2462000).Value()},
-        {OID_802_11_RSSI, NdisFields({player.dbm})},
     };
-    if (player.associated) {
-        system.wireless.values[OID_802_11_BSSID] = {2, 0, 0, 0, 0, 1};
-    }
+    system.wireless.present = false;
 }
 
 StandInTable ScriptedStandIns() {
@@ -148,8 +114,7 @@ StandInTable ScriptedStandIns() {
         {"GetTextFaceW", [](uint64_t, int, char16_t* face) { return memcpy(face, u"Tahoma", 14), 7; }},
         {"GetTickCount", [] { return player->tickCount; }},
         {"GetTimeZoneInformation", [](uint8_t* zone) { return memset(zone, 0, 172), 0; }},  // UTC, no daylight saving
-        {"KillTimer", [] {}},
-        {"MessageBoxW", AnswerMessageBox},
+        {"MessageBoxW", [] { return std::exchange(player->answer, kOk); }},
         {"PostMessageW",
          [](uint64_t window, uint32_t message, uint64_t wParam) {
              player->posted.push_back({window, message, wParam});
@@ -158,7 +123,7 @@ StandInTable ScriptedStandIns() {
         {"SHGetSpecialFolderPathW", GetSpecialFolder},
         {"Sleep", [] {}},
         // Peers that are asked for their names, one at a time.
-        {"gethostbyname", GetHostByName},
+        {"gethostbyname", [] { return 0; }},
         {"socket", [] { return 0x50C; }},
         {"closesocket", [] { return 0; }},
         {"ioctlsocket", [] { return 0; }},

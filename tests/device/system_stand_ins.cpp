@@ -9,101 +9,44 @@
 namespace {
 
 // Pointers of this process that the guest knows by numbers.
-std::map<uint32_t, void*> handles;
+std::map<uint64_t, const void*> handles;
 
-uint32_t HandleOf(void* pointer) {
-    if (pointer == INVALID_HANDLE_VALUE || pointer == nullptr) {
-        return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(pointer));
-    }
-    const uint32_t handle = NewHandle();
-    handles[handle] = pointer;
-    return handle;
+uint32_t NewClosable() {
+    return static_cast<uint32_t>(WordOf(new fakes::Closable));
 }
 
-// A word of the guest as a fake takes it: a number, a pointer, what a handle stands for, or a text of wider letters.
-class GuestWord {
-  public:
-    explicit GuestWord(uint64_t value) : word(value) {}
-    operator const wchar_t*() {
-        const std::u16string_view letters = FromWord<const char16_t*>(word);
-        text.assign(letters.begin(), letters.end());
-        return text.c_str();
+uint64_t OpenFile(const uint64_t* words) {
+    if (At<char16_t>(static_cast<Address>(words[0])) != std::u16string_view(u"UIO1:")) {
+        return TakeWords(CreateFileW)(words);
     }
-    template <class Value>
-    operator Value*() {
-        const auto found = handles.find(static_cast<uint32_t>(word));
-        return found != handles.end() ? static_cast<Value*>(found->second) : FromWord<Value*>(word);
-    }
-    template <std::integral Value>
-    operator Value() {
-        return static_cast<Value>(word);
-    }
-
-  private:
-    uint64_t word;
-    std::wstring text;
-};
-
-template <class Result, class... Values>
-StandIn Forward(Result (*function)(Values...)) {
-    return [function](const uint64_t* words) -> uint64_t {
-        const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
-            return function(static_cast<Values>(GuestWord(words[I]))...);
-        };
-        if constexpr (std::is_pointer_v<Result>) {
-            return HandleOf(call(std::index_sequence_for<Values...>{}));
-        } else {
-            return static_cast<uint64_t>(call(std::index_sequence_for<Values...>{}));
-        }
-    };
-}
-
-uint32_t CreateFileWithDriver(const uint64_t* words) {
-    if (FromWord<const char16_t*>(words[0]) != std::u16string_view(u"UIO1:")) {
-        return static_cast<uint32_t>(Forward(CreateFileW)(words));
-    }
-    return scripted::system.wireless.present ? HandleOf(new fakes::Closable) : HandleOf(INVALID_HANDLE_VALUE);
-}
-
-uint64_t ReadUnlessFailing(const uint64_t* words) {
-    return handheld->failingReads > 0 && handheld->failingReads-- > 0 ? 0 : Forward(ReadFile)(words);
+    return scripted::system.wireless.present ? NewClosable() : WordOf(INVALID_HANDLE_VALUE);
 }
 
 // WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
-void WriteFound(const WIN32_FIND_DATAW& found, uint8_t* record) {
+template <auto* find>
+auto Find(Word where, uint8_t* record) {
+    WIN32_FIND_DATAW found = {};
+    const auto result = find(where, &found);
     memset(record, 0, 560);
     memcpy(record, &found.dwFileAttributes, sizeof(found.dwFileAttributes));
     std::copy_n(found.cFileName, wcslen(found.cFileName), reinterpret_cast<char16_t*>(record + 40));
-}
-
-uint32_t FindFirst(uint64_t pattern, uint8_t* record) {
-    WIN32_FIND_DATAW found = {};
-    const uint32_t search = HandleOf(FindFirstFileW(GuestWord(pattern), &found));
-    WriteFound(found, record);
-    return search;
-}
-
-BOOL FindNext(uint64_t search, uint8_t* record) {
-    WIN32_FIND_DATAW found = {};
-    const BOOL isFound = FindNextFileW(GuestWord(search), &found);
-    WriteFound(found, record);
-    return isFound;
+    return result;
 }
 
 template <bool creates>
 uint64_t OpenKey(const uint64_t* words) {
     HKEY key = nullptr;
-    GuestWord name(words[1]);
+    Word name(words[1]);
     const LONG result = creates ? RegCreateKeyExW(nullptr, name, 0, nullptr, 0, 0, nullptr, &key, nullptr)
                                 : RegOpenKeyExW(nullptr, name, 0, 0, &key);
-    *FromWord<uint32_t*>(words[creates ? 7 : 4]) = HandleOf(key);
+    *At<uint32_t>(static_cast<Address>(words[creates ? 7 : 4])) = static_cast<uint32_t>(WordOf(key));
     return static_cast<uint64_t>(result);
 }
 
 uint32_t LocalAllocate(uint32_t flags, uint32_t bytes) {
     constexpr uint32_t kZeroed = 0x40;
     constexpr uint8_t kUnset = 0xCD;
-    const Address block = ++handheld->allocations == handheld->failingAllocation ? 0 : Allocate(bytes);
+    const Address block = Allocate(bytes);
     if (block != 0 && (flags & kZeroed) == 0) {
         memset(At<void>(block), kUnset, bytes);
     }
@@ -127,21 +70,12 @@ void FreeModule(uint32_t module) {
     }
 }
 
-size_t GetModulePath(uint32_t, char16_t* path) {
-    path[kPath.copy(path, kPath.size())] = 0;
-    return kPath.size();
-}
-
 uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
-    if (handheld->failingThreads > 0) {
-        --handheld->failingThreads;
-        return 0;
-    }
     handheld->waitingThreads.emplace_back(function, argument);
     if (!handheld->threadsWait) {
         handheld->RunThreads();
     }
-    return HandleOf(new fakes::Closable);
+    return NewClosable();
 }
 
 // Both ways: code page, flags, source, its units, target, its room (0: asks for it). Between 0x80 and 0x9F a handheld
@@ -162,34 +96,50 @@ using Text = const char16_t*;
 
 }  // namespace
 
+uint64_t WordOf(const void* pointer) {
+    const auto place = reinterpret_cast<uintptr_t>(pointer);
+    if (pointer == INVALID_HANDLE_VALUE || place >> 32 == 0) {
+        return static_cast<uint32_t>(place);
+    }
+    const uint32_t handle = NewHandle();
+    handles[handle] = pointer;
+    return handle;
+}
+
+void* PointerOf(uint64_t word) {
+    const auto found = handles.find(word);
+    return found != handles.end() ? const_cast<void*>(found->second) : reinterpret_cast<void*>(word);
+}
+
 StandInTable SystemStandIns() {
     return {
-        {"CreateFileW", StandIn(CreateFileWithDriver)},
-        {"ReadFile", StandIn(ReadUnlessFailing)},
-        {"WriteFile", Forward(WriteFile)},
-        {"GetFileSize", Forward(GetFileSize)},
-        {"SetFilePointer", Forward(SetFilePointer)},
-        {"CloseHandle", Forward(CloseHandle)},
-        {"DeleteFileW", Forward(DeleteFileW)},
-        {"MoveFileW", Forward(MoveFileW)},
-        {"CreateDirectoryW", Forward(CreateDirectoryW)},
-        {"FindFirstFileW", FindFirst},
-        {"FindNextFileW", FindNext},
-        {"FindClose", Forward(FindClose)},
-        {"GetLastError", Forward(GetLastError)},
-        {"FileTimeToSystemTime", Forward(FileTimeToSystemTime)},
+        {"CreateFileW", StandIn(OpenFile)},
+        {"ReadFile", ReadFile},
+        {"WriteFile", WriteFile},
+        {"GetFileSize", GetFileSize},
+        {"SetFilePointer", SetFilePointer},
+        {"CloseHandle", CloseHandle},
+        {"DeleteFileW", DeleteFileW},
+        {"MoveFileW", MoveFileW},
+        {"CreateDirectoryW", CreateDirectoryW},
+        {"FindFirstFileW", Find<FindFirstFileW>},
+        {"FindNextFileW", Find<FindNextFileW>},
+        {"FindClose", FindClose},
+        {"GetLastError", GetLastError},
+        {"FileTimeToSystemTime", FileTimeToSystemTime},
         {"RegOpenKeyExW", StandIn(OpenKey<false>)},
         {"RegCreateKeyExW", StandIn(OpenKey<true>)},
-        {"RegQueryValueExW", Forward(RegQueryValueExW)},
-        {"RegSetValueExW", Forward(RegSetValueExW)},
-        {"RegCloseKey", Forward(RegCloseKey)},
+        {"RegQueryValueExW", RegQueryValueExW},
+        {"RegSetValueExW", RegSetValueExW},
+        {"RegCloseKey", RegCloseKey},
         {"LocalAlloc", LocalAllocate},
         {"LocalFree", [](Address block) { return block != 0 ? Free(block) : void(), 0; }},
         {"LoadLibraryW", LoadModule},
         {"FreeLibrary", FreeModule},
         {"FreeLibraryAndExitThread", [](uint32_t module) { return bed->threadEnds = true, FreeModule(module); }},
         {"GetModuleHandleW", [](Text name) { return Narrow(name) == "quorvane.dll" ? bed->imageBase : 0; }},
-        {"GetModuleFileNameW", GetModulePath},
+        {"GetModuleFileNameW",
+         [](uint32_t, char16_t* path) { return *std::copy(kPath.begin(), kPath.end(), path) = 0, kPath.size(); }},
         {"GetProcAddressW", [](uint32_t, Text name) { return StandInAddress(Narrow(name)); }},
         {"CreateThread", StartThread},
         {"WaitForSingleObject", [] { return 0; }},
@@ -198,7 +148,7 @@ StandInTable SystemStandIns() {
         {"InterlockedExchange", [](uint32_t* value, uint32_t now) { return std::exchange(*value, now); }},
         {"MultiByteToWideChar", Translate<uint8_t, char16_t>},
         {"WideCharToMultiByte", Translate<char16_t, uint8_t>},
-        {"_wcsicmp", Forward(_wcsicmp)},
+        {"_wcsicmp", _wcsicmp},
         {"wcscmp", [](Text left, Text right) { return std::u16string_view(left).compare(right); }},
         {"wcslen", [](Text text) { return std::u16string_view(text).size(); }},
         {"wcsrchr", FindLast},

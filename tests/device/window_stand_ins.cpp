@@ -1,6 +1,7 @@
 // Windows, dialogs, property sheets and drawing. A window of the guest's class hears messages in its procedure, a
-// dialog in its dialog procedure, a control in controls.cpp. There is no queue: the script sends what a person, the
-// clock and the host cause. Drawing is only written down, and nothing that is compared depends on where a window is.
+// dialog in its dialog procedure. A control only keeps its text and what was chosen, and otherwise answers as the
+// desktop's answered. There is no queue: the script sends what a person, the clock and the host cause.
+// Drawing is only written down, and nothing that is compared depends on where a window is.
 
 #include "tests/device/handheld.h"
 
@@ -8,211 +9,147 @@
 
 namespace {
 
-constexpr uint32_t kDialogResource = 5, kSetText = 0x000C;
-
-// What contexts hold before anything is selected, and the dialogs' font, by the first letter of its kind.
-constexpr uint32_t kSelectedAtFirst = 0x0BAD0000;
+constexpr uint32_t kSetText = 0x000C, kDialog = 5;
 
 uint32_t CreateWindow(uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t, uint32_t parent) {
     const uint32_t window = NewHandle();
     handheld->windows[window] = {.parent = parent, .procedure = handheld->itemProcedure};
-    bed->trace->names[window] = "item";
     return window;
 }
 
-uint32_t FindControl(uint32_t dialog, uint32_t id) {
-    return static_cast<uint32_t>(bed->trace->HandleOf(bed->trace->NameOf(dialog) + "/" + std::to_string(id)));
+int64_t SendToControl(uint32_t dialog, uint32_t id, uint32_t message, uint32_t wParam, uint32_t lParam) {
+    return handheld->Send(handheld->ControlOf(dialog, id), message, wParam, lParam);
 }
 
 size_t GetItemText(uint32_t dialog, uint32_t id, char16_t* buffer, uint32_t room) {
-    const std::u16string& text = handheld->windows[FindControl(dialog, id)].text;
+    const std::u16string& text = handheld->windows[handheld->ControlOf(dialog, id)].text;
     const size_t units = text.copy(buffer, room - 1);
     buffer[units] = 0;
     return units;
 }
 
-bool StartProgram(const char16_t* program) {
-    if (Narrow(program) != "\\Windows\\ctlpnl.exe") {
-        AddFault("starts another program than the control panel");
-    }
-    return false;
-}
-
-// A drop-down list tells its dialog (CBN_SETFOCUS); nothing else minds.
-void SetFocus(uint32_t handle) {
-    constexpr uint32_t kCommand = 0x0111, kFocused = 3;
-    const Window& window = handheld->windows[handle];
-    if (window.isComboBox) {
-        SendToWindow(window.parent, kCommand, static_cast<uint32_t>(window.id) | kFocused << 16, handle);
-    }
-}
-
-// Of a template: a text, or a number behind 0xFFFF.
-std::string TakeText(const char16_t*& at) {
-    if (*at == 0xFFFF) {
-        at += 2;
-        return std::to_string(at[-1]);
-    }
-    const std::string text = Narrow(at);
-    at += text.size() + 1;
-    return text;
-}
-
-// DLGITEMTEMPLATE: styles, area and number, class, text, more bytes.
-void AddControl(const char16_t*& at, uint32_t dialog) {
-    constexpr uint32_t kComboBox = 0x85;
-    at = FromWord<const char16_t*>(((uint64_t)at + 3) & ~uint64_t{3});
-    Window control = {.parent = dialog, .id = at[8]};
-    at += 9;
-    control.isComboBox = TakeText(at) == std::to_string(kComboBox);
-    const uint32_t handle = NewHandle();
-    bed->trace->Open(handle, bed->trace->NameOf(dialog) + "/" + std::to_string(control.id), TakeText(at));
-    at += 1 + *at / 2;
-    handheld->windows[handle] = control;
-}
-
-// DLGTEMPLATE: styles, the number of controls, area, menu, class, title, and size and name of the font.
-void AddControls(const char16_t* at, uint32_t dialog) {
-    constexpr uint32_t kSetFont = 0x40, kExtended = 0xFFFF;
-    if (at[1] == kExtended) {
-        return AddFault("a dialog template that a handheld does not know");
-    }
-    const bool hasFont = (at[0] & kSetFont) != 0;
-    const int controls = at[4];
-    at += 9;
-    for (int i = 0; i < 3; ++i) {
-        TakeText(at);
-    }
-    if (hasFont) {
-        TakeText(++at);
-    }
-    for (int i = 0; i < controls; ++i) {
-        AddControl(at, dialog);
-    }
-}
-
 // The handle of a resource is its address, and so is what it is loaded as.
-Address FindResource(uint64_t, uint32_t number, uint32_t kind) {
-    handheld->templateNumber = number;
-    return FindGuestResource(kind, number);
-}
-
-void RunDialog(uint64_t, Address dialogTemplate, uint32_t owner, Address procedure) {
-    const std::string name = "dialog " + std::to_string(handheld->templateNumber);
-    player->RunDialog(OpenDialog(name, dialogTemplate, owner, procedure));
+const uint8_t* FindResource(uint64_t, uint32_t number, uint32_t kind) {
+    const std::span<const uint8_t> bytes = FindGuestResource(kind, number);
+    handheld->templates[AddressAt(bytes.data())] = {number, bytes};
+    return bytes.data();
 }
 
 // PROPSHEETHEADER and PROPSHEETPAGE of the first common controls, 40 bytes each.
 void RunSheet(const std::array<uint32_t, 10>* header) {
-    using Words = std::array<uint32_t, 10>;
-    constexpr uint32_t kGetVersion = 3, kVersion = 524;
+    constexpr uint32_t kGetVersion = 3, kVersion = 524, kSize = 0x0005;
     const auto [size, flags, owner, module, icon, caption, pages, start, records, callback] = *header;
-    const uint32_t sheet = handheld->sheet = NewHandle();
+    const uint32_t sheet = NewHandle();
     handheld->windows[sheet] = {.parent = owner};
-    if (size != sizeof(Words) || CallGuest(callback, {sheet, kGetVersion, 0}) != kVersion) {
+    if (size != sizeof(*header) || CallGuest(callback, {sheet, kGetVersion, 0}) != kVersion) {
         AddFault("a sheet of another version");
     }
-    handheld->pages = {At<Words>(records), At<Words>(records) + pages};
-    player->RunSheet(pages);
+    for (const auto& page : std::span(At<std::array<uint32_t, 10>>(records), pages)) {
+        const uint32_t dialog = handheld->OpenDialog(AddressAt(FindResource(0, page[3], kDialog)), sheet, page[6]);
+        handheld->Send(dialog, kSize, 0, 0);
+        handheld->RunDialog(dialog);
+    }
     if (handheld->windows.count(sheet) != 0) {
         AddFault("the sheet was not closed");
     }
 }
 
-// SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
-void InitDialog(const std::array<uint32_t, 3>* record) {
-    const auto [mask, dialog, flags] = *record;
-    if (mask != 1 || flags != 0x0D) {
-        AddFault("the shell is given another record");
-    }
-    bed->trace->NoteKeyboard(dialog, false);
-}
-
-uint32_t SelectObject(uint32_t context, uint32_t object) {
-    const std::string name = bed->trace->NameOf(object);
-    const uint32_t kind = object - kSelectedAtFirst < 0x100 ? object - kSelectedAtFirst
-                          : name[0] == 'f'                  ? 'f'
-                          : name.rfind("pen", 0) == 0       ? 'p'
-                                                            : 'b';
-    return std::exchange(handheld->held.try_emplace({context, kind}, kSelectedAtFirst + kind).first->second, object);
+// What the desktop's frame would be sent.
+void AskForKeyboard(uint64_t window, bool isRaised) {
+    const uint64_t words[kMostArguments] = {handheld->windows.begin()->first, 0x8001, isRaised, window};
+    handheld->trace.Call("SendMessageW", words, [](const uint64_t*) { return 0; });
 }
 
 }  // namespace
 
 StandInTable WindowStandIns() {
-    StandInTable table;
-    for (const CallShape& shape : TracedCalls()) {
-        table.push_back({shape.name, shape.makes[0] != 0 ? StandIn([](const uint64_t*) { return NewHandle(); })
-                                                         : StandIn([](const uint64_t*) { return 1; })});
-    }
-    for (const char* function :
-         {"GetSysColorBrush", "InitCommonControlsEx", "LoadCursorW", "MapDialogRect", "MapWindowPoints", "MessageBeep",
-          "MoveWindow", "SetCursor", "SetWindowLongW", "SetWindowPos", "UnregisterClassW", "FindWindowW", "WSACleanup",
-          "IcmpCloseHandle", "ConnMgrReleaseConnection", "HttpSendRequestW", "InternetCloseHandle"}) {
-        table.push_back({function, [] {}});
-    }
-    const StandInTable others = {
+    return {
         {"BeginPaint", [](uint64_t, uint32_t* paint) { return *paint = NewHandle(); }},
-        {"CreateProcessW", StartProgram},
+        {"CreateProcessW", [](const char16_t* program) { return bed->trace->Add(Narrow(program)), false; }},
         {"CreateWindowExW", CreateWindow},
         {"DestroyWindow", [](uint32_t window) { return handheld->windows.erase(window); }},
-        {"DialogBoxIndirectParamW", RunDialog},
+        {"DialogBoxIndirectParamW",
+         [](uint64_t, Address found, uint32_t owner, Address procedure) {
+             handheld->RunDialog(handheld->OpenDialog(found, owner, procedure));
+         }},
         {"FindResourceW", FindResource},
-        {"GetDlgCtrlID", [](uint32_t window) { return handheld->windows[window].id; }},
-        {"GetDlgItem", FindControl},
+        {"GetDlgItem", [](uint32_t dialog, uint32_t id) { return handheld->ControlOf(dialog, id); }},
         {"GetDlgItemTextW", GetItemText},
         {"GetParent", [](uint32_t window) { return handheld->windows[window].parent; }},
         {"GetSystemMetrics", [](uint32_t which) { return which == 0 ? player->screenWidth : player->screenHeight; }},
-        {"GetWindowRect", [](uint64_t, std::array<int32_t, 4>* area) { *area = {}; }},
         {"LoadResource", [](uint32_t, Address resource) { return resource; }},
         {"PropertySheetW", RunSheet},
         // WNDCLASSW, whose procedure is its second word.
         {"RegisterClassW", [](const uint32_t* record) { handheld->itemProcedure = record[1]; }},
-        {"SelectObject", SelectObject},
-        {"SendDlgItemMessageW",
-         [](uint32_t dialog, uint32_t id, uint32_t message, uint32_t wParam, uint32_t lParam) {
-             return SendToWindow(FindControl(dialog, id), message, wParam, lParam);
-         }},
-        {"SendMessageW", SendToWindow},
-        {"SetDlgItemTextW", [](uint32_t dialog, uint32_t id,
-                               Address text) { return SendToWindow(FindControl(dialog, id), kSetText, 0, text); }},
-        {"SetFocus", SetFocus},
-        {"SetWindowTextW", [](uint32_t window, Address text) { return SendToWindow(window, kSetText, 0, text); }},
-        {"SHInitDialog", InitDialog},
-        {"SHSipPreference", [](uint32_t window, uint32_t state) { bed->trace->NoteKeyboard(window, state == 0); }},
+        {"SendDlgItemMessageW", SendToControl},
+        {"SendMessageW", [](uint32_t window, uint32_t message, uint32_t wParam,
+                            uint32_t lParam) { return handheld->Send(window, message, wParam, lParam); }},
+        {"SetDlgItemTextW",
+         [](uint32_t dialog, uint32_t id, Address text) { return SendToControl(dialog, id, kSetText, 0, text); }},
+        {"SetWindowTextW", [](uint32_t window, Address text) { return handheld->Send(window, kSetText, 0, text); }},
+        // SHINITDLGINFO: a mask for its flags, the dialog, done button with full screen and the keyboard down.
+        {"SHInitDialog", [](const uint32_t* info) { AskForKeyboard(info[1], info[0] != 1 || info[2] != 0x0D); }},
+        {"SHSipPreference", [](uint32_t window, uint32_t state) { AskForKeyboard(window, state == 0); }},
     };
-    table.insert(table.end(), others.begin(), others.end());
-    return table;
 }
 
-uint32_t OpenDialog(const std::string& name, Address dialogTemplate, uint32_t parent, Address procedure) {
+// LVITEMW has text, image and data from its sixth word on. What is not written down gets 1.
+int32_t Window::Answer(uint32_t message, uint32_t wParam, uint32_t lParam) {
+    constexpr uint32_t kGetChosen = 0x0147, kChoose = 0x014E, kGetItem = 0x104B, kGetCell = 0x1073;
+    const std::string answer = bed->trace->reference.empty() ? "" : bed->trace->reference.front();
+    int32_t result = 1, image = 0, data = 0;
+    sscanf(answer.c_str(), "= %d ( null %d %d", &result, &image, &data);
+    if (message == kSetText) {
+        text = At<char16_t>(lParam);
+    } else if (message == kChoose || message == kGetChosen) {
+        return chosen = message == kChoose ? static_cast<int32_t>(wParam) : chosen;
+    } else if (message == kGetItem) {
+        At<int32_t>(lParam)[7] = image;
+        At<int32_t>(lParam)[8] = data;
+    } else if (const size_t quote = answer.find('"'); message == kGetCell && quote < answer.size()) {
+        *std::copy_n(answer.begin() + quote + 1, result, At<char16_t>(At<uint32_t>(lParam)[5])) = 0;
+    }
+    return result;
+}
+
+uint32_t Handheld::OpenDialog(Address found, uint32_t parent, Address procedure) {
     constexpr uint32_t kInitDialog = 0x0110;
-    const uint32_t handle = NewHandle();
-    handheld->windows[handle] = {.parent = parent, .procedure = procedure};
-    bed->trace->Open(handle, name, "");
-    AddControls(At<char16_t>(dialogTemplate), handle);
-    SendToWindow(handle, kInitDialog, 0, 0);
-    return handle;
+    constexpr uint16_t kExtended = 0xFFFF;
+    const uint32_t dialog = NewHandle();
+    const auto& [number, bytes] = templates.at(found);
+    windows[dialog] = {.parent = parent, .procedure = procedure};
+    trace.Open(dialog, number, bytes);
+    if (At<uint16_t>(found)[1] == kExtended) {
+        AddFault("a dialog template that a handheld does not know");
+    }
+    Send(dialog, kInitDialog, 0, 0);
+    return dialog;
 }
 
-uint64_t Handheld::OpenPage(uint32_t number) {
-    constexpr uint32_t kSize = 0x0005;
-    const auto& page = pages.at(number);
-    const uint32_t window =
-        OpenDialog("page " + std::to_string(number), FindGuestResource(kDialogResource, page[3]), sheet, page[6]);
-    SendToWindow(window, kSize, 0, 0);
-    return window;
+void Handheld::OpenOptions() {
+    RunDialog(OpenDialog(AddressAt(FindResource(0, IDD_TODAY_OPTIONS, kDialog)), 0, bed->exports[241]));
 }
 
-uint32_t SendToWindow(uint32_t handle, uint32_t message, uint32_t wParam, uint32_t lParam) {
-    constexpr uint32_t kGetFont = 0x0031;
-    const auto found = handheld->windows.find(handle);
-    if (found == handheld->windows.end()) {
+uint64_t Handheld::ControlOf(uint64_t dialog, uint32_t number) {
+    uint32_t& control = controls[{dialog, number}];
+    if (control == 0) {
+        control = NewHandle();
+        trace.names[control] = trace.NameOf(dialog) + "/" + std::to_string(number);
+        windows[control] = {.parent = static_cast<uint32_t>(dialog)};
+    }
+    return control;
+}
+
+int64_t Handheld::Send(uint64_t handle, uint32_t message, uint64_t wParam, uint64_t lParam) {
+    constexpr uint32_t kGetFont = 0x0031, kSomeFont = 0xF0;
+    if (windows.count(handle) == 0) {
         return 0;
     }
-    if (found->second.procedure == 0) {
-        return SendToControl(found->second, message, wParam, lParam);
+    const auto window = static_cast<uint32_t>(handle), first = static_cast<uint32_t>(wParam),
+               second = static_cast<uint32_t>(lParam);
+    if (windows[handle].procedure == 0) {
+        return windows[handle].Answer(message, first, second);
     }
-    const uint32_t result = CallGuest(found->second.procedure, {handle, message, wParam, lParam});
-    return message == kGetFont && result == 0 ? kSelectedAtFirst + 'f' : result;
+    const uint32_t result = CallGuest(windows[handle].procedure, {window, message, first, second});
+    return message == kGetFont && result == 0 ? kSomeFont : result;
 }
