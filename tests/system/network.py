@@ -8,6 +8,7 @@ import contextlib
 import ctypes
 import dataclasses
 import glob
+import itertools
 import json
 import os
 import re
@@ -20,6 +21,8 @@ import tempfile
 import threading
 import time
 
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+BUILD = f"{ROOT}/build"
 CLONE_NEWNET = 0x40000000
 ECHO_REQUEST = 8
 _libc = ctypes.CDLL(None, use_errno=True)
@@ -64,43 +67,29 @@ class Host:
         return f"02:51:56:00:00:{self.number:02x}"
 
 
-class Network:
+class Network(contextlib.ExitStack):
     """with Network(hosts) as net: net.run("device", ["ping", net.address(10)]). A place is "device", "gateway", "lan"
-    (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address."""
-    _count = 0
+    (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address.
+    What is put on the stack (net.callback) ends with the network, whose files are in net.folder."""
+    _numbers = itertools.count()
 
     device_mac, gateway_mac = "02:51:56:01:00:01", "02:51:56:01:00:fe"
 
     def __init__(self, hosts=(), device_number=33):
+        super().__init__()
         self.hosts = {host.number: host for host in hosts}
         self.device_number = device_number
-        self.prefix = f"qn{os.getpid()}n{Network._count}-"
+        self.prefix = f"qn{os.getpid()}n{next(self._numbers)}-"
         self.resolver = f"/etc/netns/{self.prefix}device/resolv.conf"
-        Network._count += 1
-        self._stack = contextlib.ExitStack()
-
-    # Life
 
     def __enter__(self):
         remove_remains()
-        self.at_close(_remove, self.prefix)
+        self.callback(_remove, self.prefix)
         atexit.register(self.close)
-        self.folder = tempfile.mkdtemp(prefix=self.prefix)
-        try:
-            self._build()
-        except BaseException:
-            self.close()
-            raise
+        # Beside the finished Wine prefix, whose files are linked into it.
+        self.folder = tempfile.mkdtemp(prefix=self.prefix, dir=BUILD)
+        self._build()
         return self
-
-    def __exit__(self, *_):
-        self.close()
-
-    def close(self):
-        self._stack.close()
-
-    def at_close(self, action, *arguments):
-        self._stack.callback(action, *arguments)
 
     def _build(self):
         places = ["lan", "device", "gateway", *self.hosts]
@@ -160,7 +149,7 @@ class Network:
         # Some daemons end when a pipe on their standard input does.
         options = {"stdin": subprocess.DEVNULL, **options}
         process = subprocess.Popen(["ip", "netns", "exec", self.namespace(place), *command], **options)
-        self.at_close(stop, process)
+        self.callback(stop, process)
         return process
 
     def run(self, place, command, timeout=30, **options):
@@ -193,20 +182,12 @@ class Network:
         self.ip("device", f"link add eth0 {chosen} address {self.device_mac} up type veth"
                           f" peer name pdevice netns {self.namespace('lan')}")
         self.ip("lan", "link set pdevice master bridge up")
-        self._wait_for_bridge()
+        self.wait_for_bridge()
         if self.device_number:
             self.ip("device", f"addr add {self.address('device')}/24 dev eth0",
                     f"route add default via {self.address('gateway')}")
 
-    def detach_device(self):
-        self.ip("lan", "link del pdevice")
-
-    def switch_device(self, up):
-        self.ip("device", f"link set eth0 {'up' if up else 'down'}")
-        if up:
-            self._wait_for_bridge()
-
-    def _wait_for_bridge(self):
+    def wait_for_bridge(self):
         """The bridge hears of a link that came up a moment later, and drops what comes before."""
 
         def forwards():
@@ -228,16 +209,13 @@ def _answer_late(link, delay):
             link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
 
 
-def stop(process, patience=3):
+def stop(process):
     """Ends a started program: politely, then by force."""
-    process.terminate()
-    try:
-        process.wait(patience)
-    except subprocess.TimeoutExpired:
+    with process:
+        process.terminate()
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            process.wait(3)
         process.kill()
-        process.wait()
-    if process.stdout:
-        process.stdout.close()
 
 
 def _names():
@@ -246,7 +224,7 @@ def _names():
 
 def remove_remains():
     """Clears away what networks of dead owners left; others may do so, too."""
-    found = filter(None, (re.match(r"qn(\d+)n\d+-", name) for name in _names()))
+    found = filter(None, (re.match(r"qn(\d+)n\d+-", name) for name in [*_names(), *os.listdir(BUILD)]))
     for prefix in {match[0] for match in found if not os.path.exists(f"/proc/{match[1]}")}:
         _remove(prefix)
 
@@ -265,7 +243,7 @@ def _remove(prefix):
         wait_until(lambda: end_inhabitants(name), 5, f"processes of {name} end")
         subprocess.run(["ip", "netns", "del", name], stderr=subprocess.DEVNULL)
         shutil.rmtree(f"/etc/netns/{name}", ignore_errors=True)
-    for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
+    for folder in glob.glob(f"{BUILD}/{prefix}*"):
         shutil.rmtree(folder, ignore_errors=True)
 
 

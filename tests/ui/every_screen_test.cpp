@@ -23,7 +23,12 @@ void UseWidestNetwork() {
                                   .secondaryWins = "252.255.255.255"}};
     scripted::system.internet.answers[L"ip1.quorvane.net"] = {{"203.113.113.200\r\n"}};
     scripted::system.arp = {{inet_addr("222.222.222.222"), {0xDC, 0xDC, 0xDC, 0xDC, 0xDC, 0xDC}}};
-    AnswerEchoes("222.222.222.222", 4999);
+    scripted::system.echo = [](uint32_t, DWORD) {
+        platform::EchoReply reply = {};
+        reply.address = inet_addr("222.222.222.222");
+        reply.roundTripTime = 4999;
+        return std::optional(reply);
+    };
 }
 
 void UseWidestRadio() {
@@ -51,17 +56,14 @@ void Ping(HWND dialog) {
 
 void TapSecondAccessPoint(HWND dialog) {
     HWND list = GetDlgItem(dialog, IDC_SCANNER_LIST);
-    EXPECT_EQ(ImagesOf(list), (std::vector<int>{9, 6, 5, 3, 0, 7, 8, 1}));
-    EXPECT_EQ(RowsOf(list, 2), (Texts{L"=Workshop", L"=Workshop", L"=", L"=" + std::wstring(32, L'W'), L"=Cafe",
-                                      L"=Harbour", L"=Guest", L"=x"}));
     EXPECT_EQ(GetWindowLongW(list, GWL_STYLE) & WS_HSCROLL, 0) << "the columns fit";
     RECT area = {};
     ListView_GetItemRect(list, 1, &area, LVIR_BOUNDS);
-    Tap(list, area.left + 45 * ScreenScale(), (area.top + area.bottom) / 2);
+    TapPixel(list, area.left + 45 * ScreenScale(), (area.top + area.bottom) / 2);
 }
 
 struct Row {
-    ToolPlace tool;
+    uint32_t tool;
     const char* picture;
     Step use;
     std::wstring texts;           // of all controls, each behind its id if it has one
@@ -91,12 +93,17 @@ const Row kRows[] = {
      L"", IDC_PING_HOST},
     {kScannerTool, "scanner", TapSecondAccessPoint,
      L"802.11 Scanner|Associated SSID:|1039=Office & Workshop, second floor|Associated BSSID:|1040=DC:DC:DC:DC:DC:DC|"
-     L"Access Point List|1059=|Signal:|1045=-70dBm|WEP:|1044=disabled|BSSID:|1042=02:00:00:00:00:02|Channel:|1043=6|"
-     L"Mode:|1046=infrastructure|Type:|1047=FDM24|Supported Rates:|1048=6,9,12,18,24,36,48,54 Mbps|1=OK|",
+     L"Access Point List|1059=9||Workshop;6||Workshop;5||;3||" +
+         std::wstring(32, L'W') +
+         L";0||Cafe;7||Harbour;8||Guest;1||x;|Signal:|1045=-70dBm|WEP:|1044=disabled|BSSID:|1042=02:00:00:00:00:02|"
+         L"Channel:|1043=6|"
+         L"Mode:|1046=infrastructure|Type:|1047=FDM24|Supported Rates:|1048=6,9,12,18,24,36,48,54 Mbps|1=OK|",
      L"802.11 Scanner|Associated SSID:|1039=Office & Workshop, second floor|Associated BSSID:|1040=DC:DC:DC:DC:DC:DC|"
-     L"Access Point List|1059=|Signal:|1045=-70dBm|WEP:|1044=disabled|Mode:|1046=infrastructure|"
-     L"BSSID:|1042=02:00:00:00:00:02|Type:|1047=FDM24|Channel:|1043=6|"
-     L"Supported Rates:|1048=6,9,12,18,24,36,48,54 Mbps|1=OK|",
+     L"Access Point List|1059=9||Workshop;6||Workshop;5||;3||" +
+         std::wstring(32, L'W') +
+         L";0||Cafe;7||Harbour;8||Guest;1||x;|Signal:|1045=-70dBm|WEP:|1044=disabled|Mode:|1046=infrastructure|"
+         L"BSSID:|1042=02:00:00:00:00:02|Type:|1047=FDM24|Channel:|1043=6|"
+         L"Supported Rates:|1048=6,9,12,18,24,36,48,54 Mbps|1=OK|",
      IDC_SCANNER_SSID},
     {kCardTool, "wireless-details", nullptr,
      L"Wireless Card Details|Details|Beacon:|1049=65535 Kusec|ATIM window:|1050=65535 Kusec|"
@@ -105,11 +112,13 @@ const Row kRows[] = {
 
 std::wstring AllTexts(HWND dialog) {
     std::wstring texts;
-    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child : ChildrenOf(dialog)) {
         const int id = GetDlgCtrlID(child);
-        wchar_t text[200] = {};
-        GetWindowTextW(child, text, 200);
-        texts += (id == 0xFFFF ? L"" : std::to_wstring(id) + L"=") + text + L"|";
+        texts += (id == 0xFFFF ? L"" : std::to_wstring(id) + L"=") + TextOf(child);
+        for (const std::wstring& row : IsOfClass(child, WC_LISTVIEWW) ? RowsOf(dialog, id) : Texts{}) {
+            texts += row + L";";
+        }
+        texts += L"|";
     }
     return texts;
 }

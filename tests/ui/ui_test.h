@@ -28,7 +28,9 @@ inline constexpr SIZE kScreenSizes[] = {{240, 320}, {320, 240}, {480, 640}, {640
 inline constexpr COLORREF kWatermark = RGB(200, 224, 240);
 inline constexpr COLORREF kTaskbar = RGB(40, 60, 90);
 inline constexpr COLORREF kRed = RGB(255, 0, 0);
+inline constexpr COLORREF kGreen = RGB(0, 255, 0);
 inline constexpr COLORREF kBlue = RGB(0, 0, 255);
+inline constexpr COLORREF kBlack = RGB(0, 0, 0);
 
 // A frame with taskbar, alone on the screen; itemState knows its size from the start. It answers a watermark request
 // with kWatermark. One at a time.
@@ -59,11 +61,17 @@ void SaveScreen(const TodayFrame& frame, const std::string& name);
 // its whole text. `cutControl` is one that may be cut at its right or lower edge.
 void ExpectReadable(HWND dialog, const TodayFrame& frame, int cutControl = 0);
 
-// A pixel of the window's client area, its children included.
-COLORREF PixelAt(HWND window, int x, int y);
+// Paints over whatever the window and its children show there.
+void FillWindow(HWND window, const RECT& area, COLORREF color);
 
-// Whether anything of that colour is in the area.
-bool HasColor(const Picture& picture, const RECT& area, COLORREF color);
+// A drawing on a plain ground of that size.
+Picture Drawn(SIZE size, COLORREF ground, const std::function<void(HDC)>& draw);
+
+// Whether the picture has all pixels of the part at that place.
+bool IsAt(const Picture& picture, int x, int y, const Picture& part);
+
+// What pixels show, from one place on in one direction: R, G or B for the pure colour, K for black, '.' for any other.
+std::string Colors(const Picture& picture, int x, int y, int stepX, int stepY, int count);
 
 // Dialogs.
 
@@ -75,41 +83,21 @@ using Texts = std::vector<std::wstring>;
 
 // Calls `open`, which runs a modal dialog, and drives it by `steps`; a dialog that is open after the last one is closed
 // with OK. Message boxes do not count as dialogs: each is answered by the next of `answers` (IDOK, IDCANCEL, ...) while
-// the steps wait, and described in order: "Caption: text", "?" or "!" for such an icon, and its buttons unless there is
-// only OK. It is a failure when the dialog ends before the last step or brings a message
-// box too many or too few; one that does not close with OK ends the program.
+// the steps wait, and described in order: "Caption|text|buttons", with "?" or "!" for an icon. It is a failure when the
+// dialog ends before the last step or brings a message box too many or too few.
 Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
                       const std::vector<int>& answers = {});
 
 // Where the strip is tapped for a tool, in logical pixels.
-enum ToolPlace {
-    kLiveGraphTool = 10,
-    kSignalTool = 55,
-    kUsageTool = 75,
-    kDhcpTool = 95,
-    kPingTool = 110,
-    kAdapterTool = 130,
-    kScannerTool = 150,
-    kCardTool = 170,
-    kDetectorTool = 190
-};
+inline constexpr uint32_t kLiveGraphTool = 10, kSignalTool = 55, kUsageTool = 75, kDhcpTool = 95, kPingTool = 110,
+                          kAdapterTool = 130, kScannerTool = 150, kCardTool = 170, kDetectorTool = 190;
 
 // Opens a tool by a tap and drives it; see RunDialogScript.
 template <class... Steps>
-Texts RunTool(const TodayFrame& frame, ToolPlace place, const std::vector<int>& answers, const Steps&... steps) {
+Texts RunTool(const TodayFrame& frame, uint32_t place, const std::vector<int>& answers, const Steps&... steps) {
     CreatePens();
     const auto scale = static_cast<uint32_t>(ScreenScale());
     return RunDialogScript([&] { DispatchTap(frame.window, place * scale, 10 * scale); }, {steps...}, answers);
-}
-
-// Every echo request is answered by that host.
-inline void AnswerEchoes(const char* host, uint32_t roundTripMs) {
-    scripted::system.echo = [=](uint32_t, DWORD) {
-        platform::EchoReply reply = {};
-        reply.address = inet_addr(host);
-        reply.roundTripTime = roundTripMs;
-        return std::optional(reply);
-    };
 }
 
 // Lets the dialog live (its timers, its threads' results) until `done` says so; a failure after 15 s.
@@ -118,28 +106,25 @@ void WaitUntil(const std::function<bool()>& done);
 // Clicks the button, which must be there, shown and enabled.
 void Press(HWND dialog, int id);
 
-// The pen at a client point of the window: down and up at once; in logical pixels.
-void Tap(HWND window, int x, int y);
-inline void TapScaled(HWND dialog, int x, int y) {
-    Tap(dialog, x * ScreenScale(), y * ScreenScale());
+// The pen at a client point of the window, down and up at once, in pixels; Tap in logical ones.
+void TapPixel(HWND window, int x, int y);
+inline void Tap(HWND dialog, int x, int y) {
+    TapPixel(dialog, x * ScreenScale(), y * ScreenScale());
 }
 
-std::wstring TextOf(HWND dialog, int id);
-Texts TextsOf(HWND dialog, const std::vector<int>& ids);
+std::vector<HWND> ChildrenOf(HWND window);
+std::wstring TextOf(HWND window);
+std::wstring TextOf(HWND dialog, std::initializer_list<int> ids);  // with "|" between them
 void TypeInto(HWND dialog, int id, const std::wstring& text);  // replaces the text, with the notifications of typing
 inline bool IsEnabled(HWND dialog, int id) {
     return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE;
 }
 bool IsOfClass(HWND window, const wchar_t* name);
 
-// A list view's columns, "=" between them, row by row; and the rows' images.
-Texts RowsOf(HWND list, int columns);
-std::vector<int> ImagesOf(HWND list);
+// The rows of a list view: number of the image, and the columns, with "|" between them.
+Texts RowsOf(HWND dialog, int list);
 
 // Sets a date picker as a person does: the value and its notification.
-void PickDate(HWND dialog, int picker, const SYSTEMTIME& date, DWORD validity = GDT_VALID);
-
-// Whether the window shows the text in black on white in its own font, uncut.
-bool ShowsText(HWND window, const std::wstring& text);
+void PickDate(HWND dialog, int picker, WORD year, WORD month, WORD day, DWORD validity = GDT_VALID);
 
 }  // namespace ui
