@@ -1,10 +1,9 @@
-"""Real peers for a Network: NetBIOS names, DHCP with DNS, the echo server, transfers of a known size."""
+"""Real peers for a Network: NetBIOS names, DHCP with DNS, the echo server."""
 import os
 import re
-import socket
 import subprocess
 
-from network import ROOT, inside, stop, wait_until
+from network import ROOT, stop, wait_until
 
 QUIET = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
@@ -51,8 +50,8 @@ class DhcpServer:
                    f"--dhcp-option=3,{gateway}", f"--dhcp-option=6,{gateway}", f"--dhcp-option=44,{net.address(2)}"]
         command += [f"--address=/{name}/{address}" for name, address in (names or {}).items()]
         self.process = net.start("gateway", command, **QUIET)
-        _wait_for_listener(net, "-u", 67)
-        _wait_for_listener(net, "-u", 53)
+        wait_for_listener(net, "-u", 67)
+        wait_for_listener(net, "-u", 53)
 
     def addresses(self):
         """Those it has leased."""
@@ -110,28 +109,13 @@ class EchoServer:
             file.write(f"daemon off; master_process off; user root; pid {net.folder}/nginx.pid; events {{ }}\n"
                        f"http {{ access_log {self.log}; server {{ listen 80; {location} }} }}\n")
         net.start("gateway", ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
-        _wait_for_listener(net, "-t", 80)
+        wait_for_listener(net, "-t", 80)
 
     def requests(self):
         with open(self.log) as file:
             return file.read().splitlines()
 
 
-def transfer(net, source, target, size):
-    """Sends `size` payload octets in datagrams from one place to another, and returns when they have arrived."""
-    with inside(net.namespace(target)):
-        inlet = socket.socket(type=socket.SOCK_DGRAM)
-    with inside(net.namespace(source)):
-        outlet = socket.socket(type=socket.SOCK_DGRAM)
-    with inlet, outlet:
-        inlet.bind(("", 4999))
-        inlet.settimeout(5)
-        outlet.connect((net.address(target), 4999))
-        for sent in range(0, size, 1400):
-            outlet.send(b"q" * min(1400, size - sent))
-            inlet.recv(65536)
-
-
-def _wait_for_listener(net, protocol, port):
+def wait_for_listener(net, protocol, port, place="gateway"):
     ask = ["ss", "-Hln", protocol, f"sport = :{port}"]
-    wait_until(lambda: f":{port} " in net.run("gateway", ask).stdout, 5, f"somebody listens at port {port}")
+    wait_until(lambda: f":{port} " in net.run(place, ask).stdout, 5, f"somebody listens at port {port}")

@@ -83,10 +83,6 @@ class Tool:
 
     # Acting
 
-    def press(self, number):
-        """Presses a button without waiting for what it does; the next reading waits for it."""
-        self.probe("press", number)
-
     def click(self, x, y):
         # Inside the namespace: displays of several namespaces may have the same number.
         self.wine.net.run("device", ["xdotool", "mousemove", str(x), str(y), "click", "1"],

@@ -1,8 +1,9 @@
 // A thread timer drives the script: its messages come only when nothing else waits, paints included, and in whatever
-// modal loop runs at that moment.
+// modal loop runs at that moment. Message boxes are answered without being shown: the system's function is replaced.
 
 #include <chrono>
 
+#include "platform/format_text.h"
 #include "tests/ui/ui_test.h"
 
 namespace ui {
@@ -33,34 +34,16 @@ HWND FrontDialog() {
     return front;
 }
 
-// The system makes message boxes and property sheets itself.
-bool IsMessageBox(HWND dialog) {
-    const auto owner = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(dialog, GWLP_HINSTANCE));
-    return owner != GetModuleHandleW(nullptr) && FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr) == nullptr;
-}
-
-std::wstring Describe(HWND box) {
-    std::wstring shown = TextOf(box);
-    for (HWND child : ChildrenOf(box)) {
-        const LRESULT icon = IsOfClass(child, L"Static") ? SendMessageW(child, STM_GETICON, 0, 0) : 0;
-        const std::wstring part = icon == 0                                                             ? TextOf(child)
-                                  : icon == reinterpret_cast<LRESULT>(LoadIconW(nullptr, IDI_QUESTION)) ? L"?"
-                                  : icon == reinterpret_cast<LRESULT>(LoadIconW(nullptr, IDI_WARNING))  ? L"!"
-                                                                                                        : L"other icon";
-        shown += part.empty() ? L"" : L"|" + part;
+int WINAPI AnswerMessageBox(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style) {
+    EXPECT_EQ(GetAncestor(owner, GA_ROOT), FrontDialog());
+    wchar_t shown[400];
+    FormatText(shown, L"%s|%s|%X", caption, text, style);
+    script->messageBoxes.push_back(shown);
+    if (duringMessageBox) {
+        duringMessageBox();
     }
-    return shown;
-}
-
-void Answer(HWND box) {
     const size_t number = script->messageBoxes.size();
-    script->messageBoxes.push_back(Describe(box));
-    int button = number < script->answers.size() ? script->answers[number] : 0;
-    if (GetDlgItem(box, button) == nullptr) {
-        ADD_FAILURE() << "no answer " << button << " to " << testing::PrintToString(script->messageBoxes.back());
-        button = GetDlgItem(box, IDCANCEL) != nullptr ? IDCANCEL : IDOK;
-    }
-    SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    return number <= script->answers.size() ? script->answers[number - 1] : IDCANCEL;
 }
 
 void Advance() {
@@ -68,9 +51,7 @@ void Advance() {
     if (front == nullptr || front == script->busyDialog) {
         return;  // the step waits for something
     }
-    if (IsMessageBox(front)) {
-        Answer(front);
-    } else if (script->nextStep < script->steps.size()) {
+    if (script->nextStep < script->steps.size()) {
         HWND outerDialog = std::exchange(script->busyDialog, front);
         script->steps[script->nextStep++](front);
         script->busyDialog = outerDialog;
@@ -80,6 +61,10 @@ void Advance() {
 }
 
 }  // namespace
+
+extern "C" decltype(&MessageBoxW) __imp_MessageBoxW = AnswerMessageBox;  // what calls of it are linked to
+
+std::function<void()> duringMessageBox;
 
 Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
                       const std::vector<int>& answers) {
@@ -108,7 +93,6 @@ void WaitUntil(const std::function<bool()>& done) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&message);
             DispatchMessageW(&message);
         }
     }

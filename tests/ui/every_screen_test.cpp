@@ -123,21 +123,21 @@ std::wstring AllTexts(HWND dialog) {
     return texts;
 }
 
-TEST(EveryScreen, Shows_the_widest_texts_whole) {
-    ForEachScreen([](TodayFrame& frame) {
-        UseEmptyDataFolder();
-        UseWidestNetwork();
-        UseWidestRadio();
-        for (const Row& row : kRows) {
-            SCOPED_TRACE(row.picture);
-            const auto use = [&](HWND dialog) { row.use ? row.use(dialog) : void(); };
-            RunTool(frame, row.tool, {}, use, [&](HWND dialog) {
-                EXPECT_EQ(AllTexts(dialog), ::IsLandscape() && !row.landscape.empty() ? row.landscape : row.texts);
-                ExpectReadable(dialog, frame, row.cutControl);
-                SaveScreen(frame, row.picture);
-            });
-        }
-    });
+using EveryScreen = UiTest;
+INSTANTIATE_TEST_SUITE_P(Screen, EveryScreen, kEveryScreen);
+
+TEST_P(EveryScreen, Shows_the_widest_texts_whole) {
+    UseWidestNetwork();
+    UseWidestRadio();
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.picture);
+        const auto use = [&](HWND dialog) { row.use ? row.use(dialog) : void(); };
+        RunTool(row.tool, {}, use, [&](HWND dialog) {
+            EXPECT_EQ(AllTexts(dialog), ::IsLandscape() && !row.landscape.empty() ? row.landscape : row.texts);
+            ExpectReadable(dialog, row.cutControl);
+            SaveScreen(row.picture);
+        });
+    }
 }
 
 }  // namespace

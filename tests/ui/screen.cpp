@@ -11,21 +11,6 @@
 namespace ui {
 namespace {
 
-LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* frame = reinterpret_cast<TodayFrame*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == TODAYM_DRAWWATERMARK) {
-        frame->watermark = *reinterpret_cast<const TODAYDRAWWATERMARKINFO*>(lParam);
-        FillRect(frame->watermark.hdc, &frame->watermark.rc,
-                 reinterpret_cast<HBRUSH>(GetClassLongPtrW(window, GCLP_HBRBACKGROUND)));
-        return TRUE;
-    }
-    if (message == platform::kFrameKeyboardMessage) {
-        frame->keyboard += wParam != 0 ? '+' : '-';
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
 void RegisterFrameClass(const wchar_t* name, WNDPROC procedure, COLORREF ground) {
     WNDCLASSW frame = {};
     frame.lpfnWndProc = procedure;
@@ -35,10 +20,6 @@ void RegisterFrameClass(const wchar_t* name, WNDPROC procedure, COLORREF ground)
     if (RegisterClassW(&frame) == 0) {
         DeleteObject(frame.hbrBackground);  // it is there already
     }
-}
-
-std::string NameOf(SIZE screen) {
-    return std::to_string(screen.cx) + "x" + std::to_string(screen.cy);
 }
 
 bool Contains(const RECT& outer, const RECT& inner) {
@@ -88,44 +69,48 @@ bool ShowsWholeText(HWND control) {
 
 }  // namespace
 
-TodayFrame::TodayFrame(SIZE screen) {
+LRESULT CALLBACK UiTest::FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* test = reinterpret_cast<UiTest*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == TODAYM_DRAWWATERMARK) {
+        const auto& asked = *reinterpret_cast<const TODAYDRAWWATERMARKINFO*>(lParam);
+        FillRect(asked.hdc, &asked.rc, reinterpret_cast<HBRUSH>(GetClassLongPtrW(window, GCLP_HBRBACKGROUND)));
+        return TRUE;
+    }
+    if (message == platform::kFrameKeyboardMessage) {
+        test->keyboard += wParam != 0 ? '+' : '-';
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void UiTest::SetUp() {
     RegisterFrameClass(platform::kFrameClass, FrameProc, kWatermark);
     RegisterFrameClass(platform::kTaskbarClass, DefWindowProcW, kTaskbar);
-    window = CreateWindowExW(0, platform::kFrameClass, L"Today", WS_POPUP | WS_CLIPCHILDREN, 0, 0, screen.cx, screen.cy,
-                             nullptr, nullptr, itemState.instance, nullptr);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    int width = 0;
+    int height = 0;
+    ASSERT_EQ(sscanf(GetParam(), "%dx%d", &width, &height), 2);
+    frame = CreateWindowExW(0, platform::kFrameClass, L"Today", WS_POPUP | WS_CLIPCHILDREN, 0, 0, width, height,
+                            nullptr, nullptr, itemState.instance, nullptr);
+    SetWindowLongPtrW(frame, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     RefreshScreenSize();
-    EXPECT_EQ(NameOf({itemState.screenWidth, itemState.screenHeight}), NameOf(screen));
-    HWND taskbar = CreateWindowExW(0, platform::kTaskbarClass, nullptr, WS_CHILD | WS_VISIBLE, 0, 0, screen.cx,
-                                   FrameTaskbarHeight(), window, nullptr, itemState.instance, nullptr);
-    ShowWindow(window, SW_SHOW);
-    UpdateWindow(window);
+    EXPECT_EQ(std::pair(itemState.screenWidth, itemState.screenHeight), std::pair(width, height));
+    HWND taskbar = CreateWindowExW(0, platform::kTaskbarClass, nullptr, WS_CHILD | WS_VISIBLE, 0, 0, width,
+                                   FrameTaskbarHeight(), frame, nullptr, itemState.instance, nullptr);
+    ShowWindow(frame, SW_SHOW);
+    UpdateWindow(frame);
     UpdateWindow(taskbar);
 }
 
-TodayFrame::~TodayFrame() {
-    DestroyWindow(window);
-}
-
-void ForEachScreen(const std::function<void(TodayFrame& frame)>& body) {
-    for (const SIZE screen : kScreenSizes) {
-        SCOPED_TRACE(NameOf(screen));
-        TodayFrame frame(screen);
-        body(frame);
-    }
-}
-
-void SaveScreen(const TodayFrame& frame, const std::string& name) {
+void UiTest::SaveScreen(const std::string& name) const {
     if (const char* folder = std::getenv("QUORVANE_SCREENSHOTS")) {
-        const std::string size = NameOf({itemState.screenWidth, itemState.screenHeight});
         // A Linux path is reached through drive Z:.
-        const std::string path = std::string(folder[0] == '/' ? "Z:" : "") + folder + "/" + name + "-" + size + ".bmp";
-        EXPECT_TRUE(SavePicture(TakeScreenPicture(frame.window), std::wstring(path.begin(), path.end()).c_str()));
+        const std::string path = (folder[0] == '/' ? "Z:" : "") + (folder + ("/" + name)) + "-" + GetParam() + ".bmp";
+        EXPECT_TRUE(SavePicture(TakeScreenPicture(frame), std::wstring(path.begin(), path.end()).c_str()));
     }
 }
 
-void ExpectReadable(HWND dialog, const TodayFrame& frame, int cutControl) {
-    RECT screen = ClientAreaOf(frame.window);
+void UiTest::ExpectReadable(HWND dialog, int cutControl) const {
+    RECT screen = ClientAreaOf(frame);
     screen.top = AreaOf(platform::FindTaskbar()).bottom;
     EXPECT_TRUE(Contains(screen, AreaOf(dialog))) << "the dialog reaches beyond the screen";
     std::vector<HWND> before;

@@ -1,6 +1,5 @@
-// tests/ui/ui_test.h - the Today screen of a UI test, a frame of any size whose client area is the screen, and modal
-// dialogs over it, driven as a person would: the dialog runs in its own message loop while steps act on it one after
-// the other.
+// tests/ui/ui_test.h - a Today screen of each size, whose client area is the screen, and modal dialogs over it, driven
+// as a person would: the dialog runs in its own message loop while steps act on it one after the other.
 #pragma once
 
 #include "item/item_state.h"
@@ -22,9 +21,6 @@
 
 namespace ui {
 
-// The screen.
-
-inline constexpr SIZE kScreenSizes[] = {{240, 320}, {320, 240}, {480, 640}, {640, 480}, {480, 480}};
 inline constexpr COLORREF kWatermark = RGB(200, 224, 240);
 inline constexpr COLORREF kTaskbar = RGB(40, 60, 90);
 inline constexpr COLORREF kRed = RGB(255, 0, 0);
@@ -32,34 +28,64 @@ inline constexpr COLORREF kGreen = RGB(0, 255, 0);
 inline constexpr COLORREF kBlue = RGB(0, 0, 255);
 inline constexpr COLORREF kBlack = RGB(0, 0, 0);
 
-// A frame with taskbar, alone on the screen; itemState knows its size from the start. It answers a watermark request
-// with kWatermark. One at a time.
-struct TodayFrame {
-    HWND window = nullptr;
-    TODAYDRAWWATERMARKINFO watermark = {};  // the last one asked for
-    std::string keyboard;                   // '+' for each request to raise the soft keyboard, '-' to lower it
+// One act on the foremost dialog, called when that dialog is shown and has painted. A step that opens a second dialog
+// (by pressing a button) stays on the stack until that one has ended; the next steps act on the second one meanwhile.
+using Step = std::function<void(HWND dialog)>;
 
-    explicit TodayFrame(SIZE screen = kScreenSizes[0]);
-    TodayFrame(const TodayFrame&) = delete;
-    TodayFrame& operator=(const TodayFrame&) = delete;
-    ~TodayFrame();
+using Texts = std::vector<std::wstring>;
+
+// Calls `open`, which runs a modal dialog, and drives it by `steps`; a dialog that is open after the last one is closed
+// with OK. A message box is answered by the next of `answers` (IDOK, IDCANCEL, ...) instead of being shown, and
+// described as "caption|text|style", the style as a hexadecimal number. It is a failure when the dialog ends before the
+// last step or brings a message box too many or too few.
+Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
+                      const std::vector<int>& answers);
+
+// Called before a message box is answered.
+extern std::function<void()> duringMessageBox;
+
+// Where the strip is tapped for a tool, in logical pixels.
+inline constexpr uint32_t kLiveGraphTool = 10, kSignalTool = 55, kUsageTool = 75, kDhcpTool = 95, kPingTool = 110,
+                          kAdapterTool = 130, kScannerTool = 150, kCardTool = 170, kDetectorTool = 190;
+
+// A frame of the parameter's size with taskbar, alone on the screen; itemState knows the size from the start. The frame
+// answers a watermark request with kWatermark.
+class UiTest : public testing::TestWithParam<const char*> {
+  protected:
+    HWND frame = nullptr;
+    std::string keyboard;  // '+' for each request to raise the soft keyboard, '-' to lower it
+
+    void SetUp() override;
+    void TearDown() override { DestroyWindow(frame); }
+
+    // Opens a tool by a tap and drives it; see RunDialogScript.
+    template <class... Steps>
+    Texts RunTool(uint32_t place, const std::vector<int>& answers, const Steps&... steps) const {
+        CreatePens();
+        const auto scale = static_cast<uint32_t>(ScreenScale());
+        return RunDialogScript([&] { DispatchTap(frame, place * scale, 10 * scale); }, {steps...}, answers);
+    }
+
+    // Writes what the screen shows now to NAME-WIDTHxHEIGHT.bmp in the folder that the environment variable
+    // QUORVANE_SCREENSHOTS names (a Linux path will do). Does nothing without the variable.
+    void SaveScreen(const std::string& name) const;
+
+    // Fails unless the dialog lies on the screen and below the taskbar, every control lies within the dialog, no two
+    // controls overlap (but group frames, which go around others, and up-down arrows), and every label and button shows
+    // its whole text. `cutControl` is one that may be cut at its right or lower edge.
+    void ExpectReadable(HWND dialog, int cutControl = 0) const;
+
+  private:
+    static LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 };
+
+// For INSTANTIATE_TEST_SUITE_P.
+inline const auto kEveryScreen = testing::Values("240x320", "320x240", "480x640", "640x480", "480x480");
+inline const auto kOneScreen = testing::Values("240x320");
 
 inline int FrameTaskbarHeight() {
     return 26 * ScreenScale();
 }
-
-// Runs `body` with a frame of each of kScreenSizes in turn.
-void ForEachScreen(const std::function<void(TodayFrame& frame)>& body);
-
-// Writes what the screen shows now to NAME-WIDTHxHEIGHT.bmp in the folder that the environment variable
-// QUORVANE_SCREENSHOTS names (a Linux path will do). Does nothing without the variable.
-void SaveScreen(const TodayFrame& frame, const std::string& name);
-
-// Fails unless the dialog lies on the frame's screen and below its taskbar, every control lies within the dialog, no
-// two controls overlap (but group frames, which go around others, and up-down arrows), and every label and button shows
-// its whole text. `cutControl` is one that may be cut at its right or lower edge.
-void ExpectReadable(HWND dialog, const TodayFrame& frame, int cutControl = 0);
 
 // Paints over whatever the window and its children show there.
 void FillWindow(HWND window, const RECT& area, COLORREF color);
@@ -72,33 +98,6 @@ bool IsAt(const Picture& picture, int x, int y, const Picture& part);
 
 // What pixels show, from one place on in one direction: R, G or B for the pure colour, K for black, '.' for any other.
 std::string Colors(const Picture& picture, int x, int y, int stepX, int stepY, int count);
-
-// Dialogs.
-
-// One act on the foremost dialog, called when that dialog is shown and has painted. A step that opens a second dialog
-// (by pressing a button) stays on the stack until that one has ended; the next steps act on the second one meanwhile.
-using Step = std::function<void(HWND dialog)>;
-
-using Texts = std::vector<std::wstring>;
-
-// Calls `open`, which runs a modal dialog, and drives it by `steps`; a dialog that is open after the last one is closed
-// with OK. Message boxes do not count as dialogs: each is answered by the next of `answers` (IDOK, IDCANCEL, ...) while
-// the steps wait, and described in order: "Caption|text|buttons", with "?" or "!" for an icon. It is a failure when the
-// dialog ends before the last step or brings a message box too many or too few.
-Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>& steps,
-                      const std::vector<int>& answers = {});
-
-// Where the strip is tapped for a tool, in logical pixels.
-inline constexpr uint32_t kLiveGraphTool = 10, kSignalTool = 55, kUsageTool = 75, kDhcpTool = 95, kPingTool = 110,
-                          kAdapterTool = 130, kScannerTool = 150, kCardTool = 170, kDetectorTool = 190;
-
-// Opens a tool by a tap and drives it; see RunDialogScript.
-template <class... Steps>
-Texts RunTool(const TodayFrame& frame, uint32_t place, const std::vector<int>& answers, const Steps&... steps) {
-    CreatePens();
-    const auto scale = static_cast<uint32_t>(ScreenScale());
-    return RunDialogScript([&] { DispatchTap(frame.window, place * scale, 10 * scale); }, {steps...}, answers);
-}
 
 // Lets the dialog live (its timers, its threads' results) until `done` says so; a failure after 15 s.
 void WaitUntil(const std::function<bool()>& done);
