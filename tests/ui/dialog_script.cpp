@@ -20,7 +20,7 @@ struct Script {
 
 Script* script = nullptr;
 
-// The foremost dialog or message box, if it is shown and takes input.
+// The foremost dialog, if it is shown and takes input.
 HWND FrontDialog() {
     HWND front = nullptr;
     const auto takeFirst = [](HWND window, LPARAM result) -> BOOL {
@@ -62,7 +62,10 @@ void Advance() {
 
 }  // namespace
 
-extern "C" decltype(&MessageBoxW) __imp_MessageBoxW = AnswerMessageBox;  // what calls of it are linked to
+// What calls of it are linked to.
+extern "C" {
+decltype(&MessageBoxW) __imp_MessageBoxW = AnswerMessageBox;
+}
 
 std::function<void()> duringMessageBox;
 

@@ -153,11 +153,11 @@ LRESULT Progress(HWND dialog) {
 // Hosts that speak no NetBIOS take 5 s.
 void DetectHosts(HWND dialog) {
     Press(dialog, IDC_DETECTOR_DETECT);
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
     EXPECT_EQ(Hosts(dialog), Texts{});
     EXPECT_FALSE(IsEnabled(dialog, IDC_DETECTOR_EXPORT));
     EXPECT_EQ(Progress(dialog), 0);
     WaitUntil([&] { return Hosts(dialog) == kDiscovered; });
-    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
     EXPECT_TRUE(IsEnabled(dialog, IDC_DETECTOR_EXPORT) && IsEnabled(dialog, IDC_DETECTOR_DETECT));
     EXPECT_EQ(Progress(dialog), 99);
 }
