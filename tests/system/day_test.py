@@ -22,8 +22,7 @@ LEASE_SECONDS = 7200
 
 
 def as_text(seconds):
-    parts = time.gmtime(seconds + AHEAD)
-    return time.strftime("%a. %b ", parts) + str(parts.tm_mday) + time.strftime(", %Y %H:%M:%S", parts)
+    return time.strftime("%a. %b %-d, %Y %H:%M:%S", time.gmtime(seconds + AHEAD))
 
 
 class DayTest(unittest.TestCase):

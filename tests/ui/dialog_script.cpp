@@ -20,18 +20,10 @@ struct Script {
 
 Script* script = nullptr;
 
-// The foremost dialog, if it is shown and takes input.
+// The one that is shown and takes input.
 HWND FrontDialog() {
-    HWND front = nullptr;
-    const auto takeFirst = [](HWND window, LPARAM result) -> BOOL {
-        if (!IsOfClass(window, L"#32770") || !IsWindowVisible(window) || !IsWindowEnabled(window)) {
-            return TRUE;
-        }
-        *reinterpret_cast<HWND*>(result) = window;
-        return FALSE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), takeFirst, reinterpret_cast<LPARAM>(&front));
-    return front;
+    HWND active = GetActiveWindow();
+    return IsOfClass(active, L"#32770") && IsWindowVisible(active) && IsWindowEnabled(active) ? active : nullptr;
 }
 
 int WINAPI AnswerMessageBox(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style) {
@@ -169,14 +161,12 @@ Texts RowsOf(HWND dialog, int list) {
     return rows;
 }
 
-void PickDate(HWND dialog, int picker, WORD year, WORD month, WORD day, DWORD validity) {
+void PickDate(HWND dialog, int picker, WORD year, WORD month, WORD day) {
     NMDATETIMECHANGE change = {};
     change.nmhdr = {GetDlgItem(dialog, picker), static_cast<UINT_PTR>(picker), static_cast<UINT>(DTN_DATETIMECHANGE)};
-    change.dwFlags = validity;
+    change.dwFlags = GDT_VALID;
     change.st = {year, month, 0, day, 0, 0, 0, 0};
-    if (validity == GDT_VALID) {
-        SendDlgItemMessageW(dialog, picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&change.st));
-    }
+    SendDlgItemMessageW(dialog, picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&change.st));
     SendMessageW(dialog, WM_NOTIFY, static_cast<WPARAM>(picker), reinterpret_cast<LPARAM>(&change));
     UpdateWindow(dialog);
 }

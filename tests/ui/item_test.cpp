@@ -2,6 +2,7 @@
 
 #include "item/item_window.h"
 #include "item/settings.h"
+#include "item/taskbar_icon.h"
 #include "item/tick.h"
 #include "tests/ui/ui_test.h"
 
@@ -47,13 +48,9 @@ struct ItemOnScreen {
     }
 };
 
-int IconSide() {
-    return 16 * ScreenScale();
-}
-
 // The icon on a plain ground.
 Picture IconOn(COLORREF ground, int icon) {
-    const int side = IconSide();
+    const int side = TaskbarIconSide();
     return Drawn({side, side}, ground, [&](HDC context) {
         HANDLE loaded = LoadImageW(itemState.instance, MAKEINTRESOURCEW(icon), IMAGE_ICON, side, side, LR_SHARED);
         EXPECT_TRUE(DrawIconEx(context, 0, 0, static_cast<HICON>(loaded), side, side, 0, nullptr, DI_NORMAL)) << icon;
@@ -96,11 +93,9 @@ TEST_P(Strip, Graph_has_its_lines_to_the_pixel_and_none_whose_pen_is_missing) {
 }
 
 TEST_P(Strip, Icons_stand_at_their_places_and_the_graph_leaves_the_rest_alone) {
-    struct Place {
-        int x, normal, hiRes;
-    };
-    const Place places[] = {{50, 163, 200},  {69, 103, 192},  {88, 101, 189},  {107, 104, 193}, {126, 102, 191},
-                            {145, 125, 201}, {164, 126, 202}, {183, 188, 190}, {202, 106, 195}, {221, 105, 194}};
+    const std::array<int, 3> places[] = {{50, 163, 200},  {69, 103, 192},  {88, 101, 189},  {107, 104, 193},
+                                         {126, 102, 191}, {145, 125, 201}, {164, 126, 202}, {183, 188, 190},
+                                         {202, 106, 195}, {221, 105, 194}};
     const int scale = ScreenScale();
     ItemOnScreen item(frame);
     itemState.SignalDbm = -75;
@@ -111,9 +106,8 @@ TEST_P(Strip, Icons_stand_at_their_places_and_the_graph_leaves_the_rest_alone) {
     // screen's surface.
     EXPECT_FALSE(item.Send(WM_TODAYCUSTOM_QUERYREFRESHCACHE));
     const Picture strip = TakePicture(item.window);
-    for (const Place& place : places) {
-        const int icon = scale == 2 ? place.hiRes : place.normal;
-        EXPECT_TRUE(IsAt(strip, place.x * scale, 4, IconOn(kWatermark, icon))) << icon;
+    for (const auto& [x, normal, hiRes] : places) {
+        EXPECT_TRUE(IsAt(strip, x * scale, 4, IconOn(kWatermark, scale == 2 ? hiRes : normal))) << normal;
     }
     const RECT graph = IsHiResScreen() ? RECT{3, 3, 91, 36} : RECT{3, 1, 47, 23};
     EXPECT_NE(strip.At(graph.left, graph.top), kWatermark) << "which the host painted";
@@ -124,7 +118,7 @@ TEST_P(Strip, Icons_stand_at_their_places_and_the_graph_leaves_the_rest_alone) {
 }
 
 TEST_P(Strip, Taskbar_icon_comes_with_the_second_tick_replaces_the_one_before_it_and_goes_with_the_cache) {
-    const int side = IconSide();
+    const int side = TaskbarIconSide();
     const RECT square = {75, 5 * ScreenScale(), 75 + side, 5 * ScreenScale() + side};
     const auto shows = [&](const Picture& part) { return IsAt(TakePicture(frame), 75, square.top, part); };
     const auto icon = [](COLORREF ground, int normal, int hiRes) {

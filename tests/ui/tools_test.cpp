@@ -14,7 +14,7 @@ namespace {
 
 using Tools = UiTest;
 using Detector = UiTest;
-INSTANTIATE_TEST_SUITE_P(Screen, Tools, kOneScreen);
+INSTANTIATE_TEST_SUITE_P(Screen, Tools, testing::Values("240x320"));
 INSTANTIATE_TEST_SUITE_P(Screen, Detector, kEveryScreen);
 
 void Cancel(HWND dialog) {

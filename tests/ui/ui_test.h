@@ -81,7 +81,6 @@ class UiTest : public testing::TestWithParam<const char*> {
 
 // For INSTANTIATE_TEST_SUITE_P.
 inline const auto kEveryScreen = testing::Values("240x320", "320x240", "480x640", "640x480", "480x480");
-inline const auto kOneScreen = testing::Values("240x320");
 
 inline int FrameTaskbarHeight() {
     return 26 * ScreenScale();
@@ -124,6 +123,6 @@ bool IsOfClass(HWND window, const wchar_t* name);
 Texts RowsOf(HWND dialog, int list);
 
 // Sets a date picker as a person does: the value and its notification.
-void PickDate(HWND dialog, int picker, WORD year, WORD month, WORD day, DWORD validity = GDT_VALID);
+void PickDate(HWND dialog, int picker, WORD year, WORD month, WORD day);
 
 }  // namespace ui
