@@ -9,7 +9,7 @@ import re
 import time
 import unittest
 
-from network import Host, Network, wait_until
+from network import Host, Network, stop, wait_until
 from peers import DhcpClient, DhcpServer, EchoServer
 from tool import (ADAPTER, CARD, DHCP, GRAPH, OK, PING, SCANNER, SCREEN_BOTTOM, SIGNAL, USAGE, Tool)
 from wine import Clock, WineSession, read_log
@@ -134,7 +134,7 @@ class DayTest(unittest.TestCase):
 
     def renew_at_another_server(self):
         """The first one goes, and nothing can be renewed; the network's addresses are others then."""
-        self.server.stop()
+        stop(self.server.process)
         os.unlink(self.server.lease_file)
         self.see_lease()
         self.tool.tap(1006)
@@ -221,7 +221,7 @@ class DayTest(unittest.TestCase):
         self.tool.probe("set", 1073, r"C:\day.csv")
         self.tool.close()
         self.tool.close()
-        with open(f"{self.wine.folder}/drive_c/day.csv") as file:
+        with open(f"{self.wine.root}/day.csv") as file:
             day = next(line for line in file if line.startswith('"Feb 28, 2027"'))
         transmitted, received = [float(text.removesuffix("KB")) for text in re.findall(r'"([\d.]+KB)"', day)[:2]]
         for shown, side in ((received, 0), (transmitted, 1)):

@@ -3,7 +3,7 @@ import os
 import re
 import subprocess
 
-from network import ROOT, stop, wait_until
+from network import ROOT, wait_until
 
 QUIET = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
@@ -57,9 +57,6 @@ class DhcpServer:
         """Those it has leased."""
         with open(self.lease_file) as file:
             return [line.split()[2] for line in file]
-
-    def stop(self):
-        stop(self.process)
 
 
 DHCLIENT_SCRIPT = """#!/bin/sh

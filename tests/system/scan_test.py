@@ -1,5 +1,5 @@
-"""The intruder detector on a LAN of hosts whose names and hardware addresses are known, scanned again and again; and the
-library unloaded, while a scan runs and a thousand times."""
+"""The intruder detector on a LAN of hosts whose names and hardware addresses are known, scanned again and again; and
+the library unloaded, while a scan runs and a thousand times."""
 import contextlib
 import os
 import time

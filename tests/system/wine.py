@@ -36,7 +36,8 @@ class WineSession:
 
     def __init__(self, net, **environment):
         self.net, self.folder = net, f"{net.folder}/wine"
-        self.data = f"{self.folder}/drive_c/Program Files/Ostrik/Quorvane"
+        self.root = f"{self.folder}/drive_c"
+        self.data = f"{self.root}/Program Files/Ostrik/Quorvane"
         display = _prefix_tool("start", self.folder, before=["ip", "netns", "exec", net.namespace("device")])
         net.callback(_prefix_tool, "stop", self.folder)
         self.variables = {**os.environ, "WINEPREFIX": self.folder, "HOME": f"{self.folder}/home", "DISPLAY": display,
@@ -46,11 +47,12 @@ class WineSession:
 
     def run(self, *command, timeout=60, **options):
         """Runs a Windows program to its end; the completed process has its text output."""
-        return self.net.run("device", ["wine", *command], timeout=timeout, env=self.variables, **options)
+        return self.net.run("device", ["wine", *command], timeout=timeout, cwd=self.root, env=self.variables,
+                            **options)
 
     def start_host(self, *arguments, **environment):
         """The process returned is the Windows process itself, so killing it is a crash."""
-        return self.net.start("device", ["wine", HOST, *map(str, arguments)], cwd=f"{self.folder}/drive_c",
+        return self.net.start("device", ["wine", HOST, *map(str, arguments)], cwd=self.root,
                               env={**self.variables, **environment})
 
     def start_helper(self):

@@ -2,6 +2,7 @@
 // modal loop runs at that moment. Message boxes are answered without being shown: the system's function is replaced.
 
 #include <chrono>
+#include <cstdlib>
 
 #include "platform/format_text.h"
 #include "tests/ui/ui_test.h"
@@ -70,7 +71,10 @@ Texts RunDialogScript(const std::function<void()>& open, const std::vector<Step>
             Advance();
         }
     });
+    // A dialog that does not close ends the program.
+    const UINT_PTR watchdog = SetTimer(nullptr, 0, 120000, [](HWND, UINT, UINT_PTR, DWORD) { std::abort(); });
     open();
+    KillTimer(nullptr, watchdog);
     KillTimer(nullptr, timer);
     script = nullptr;
     EXPECT_EQ(run.nextStep, steps.size()) << "the dialog ended (or never came) before its last step";

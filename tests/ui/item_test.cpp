@@ -99,6 +99,7 @@ TEST_P(Strip, Icons_stand_at_their_places_and_the_graph_leaves_the_rest_alone) {
     const int scale = ScreenScale();
     ItemOnScreen item(frame);
     itemState.SignalDbm = -75;
+    FillWindow(item.window, {0, 0, itemState.screenWidth, 40}, kMarker);  // the host's background replaces it
     item.Repaint();
     FillWindow(item.window, {50 * scale, 4, 66 * scale, 4 + 16 * scale}, kWatermark);
     itemState.SignalDbm = -50;
