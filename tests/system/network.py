@@ -5,24 +5,20 @@ clears away what one of an owner that is gone left. Needs root.
 """
 import atexit
 import contextlib
-import ctypes
 import dataclasses
 import glob
+import itertools
 import json
 import os
 import re
 import shutil
 import signal
-import socket
-import struct
 import subprocess
 import tempfile
-import threading
 import time
 
-CLONE_NEWNET = 0x40000000
-ECHO_REQUEST = 8
-_libc = ctypes.CDLL(None, use_errno=True)
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+BUILD = f"{ROOT}/build"
 
 
 def wait_until(condition, seconds, what, interval=0.02):
@@ -35,72 +31,40 @@ def wait_until(condition, seconds, what, interval=0.02):
     return value
 
 
-@contextlib.contextmanager
-def inside(namespace):
-    """The calling thread works in the namespace; a socket made here stays in it wherever it is used."""
-
-    def enter(file):
-        if _libc.setns(file.fileno(), CLONE_NEWNET):
-            raise OSError(ctypes.get_errno(), f"setns {file.name}")
-
-    with open("/proc/thread-self/ns/net") as home, open(f"/run/netns/{namespace}") as there:
-        enter(there)
-        try:
-            yield
-        finally:
-            enter(home)
-
-
 @dataclasses.dataclass(frozen=True)
 class Host:
-    """behaviour: answers; drops (no echo reply, all else works); blackhole (answers ARP, nothing else);
-    late (echo replies after `delay` seconds)."""
+    """behaviour: answers; drops (no echo reply, all else works); blackhole (answers ARP, nothing else)."""
     number: int
     behaviour: str = "answers"
-    delay: float = 0.0
 
     @property
     def hardware(self):
         return f"02:51:56:00:00:{self.number:02x}"
 
 
-class Network:
+class Network(contextlib.ExitStack):
     """with Network(hosts) as net: net.run("device", ["ping", net.address(10)]). A place is "device", "gateway", "lan"
-    (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address."""
-    _count = 0
+    (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address.
+    What is put on the stack (net.callback) ends with the network, whose files are in net.folder."""
+    _numbers = itertools.count()
 
     device_mac, gateway_mac = "02:51:56:01:00:01", "02:51:56:01:00:fe"
 
     def __init__(self, hosts=(), device_number=33):
+        super().__init__()
         self.hosts = {host.number: host for host in hosts}
         self.device_number = device_number
-        self.prefix = f"qn{os.getpid()}n{Network._count}-"
+        self.prefix = f"qn{os.getpid()}n{next(self._numbers)}-"
         self.resolver = f"/etc/netns/{self.prefix}device/resolv.conf"
-        Network._count += 1
-        self._stack = contextlib.ExitStack()
-
-    # Life
 
     def __enter__(self):
         remove_remains()
-        self.at_close(_remove, self.prefix)
+        self.callback(_remove, self.prefix)
         atexit.register(self.close)
-        self.folder = tempfile.mkdtemp(prefix=self.prefix)
-        try:
-            self._build()
-        except BaseException:
-            self.close()
-            raise
+        # Beside the finished Wine prefix, whose files are linked into it.
+        self.folder = tempfile.mkdtemp(prefix=self.prefix, dir=BUILD)
+        self._build()
         return self
-
-    def __exit__(self, *_):
-        self.close()
-
-    def close(self):
-        self._stack.close()
-
-    def at_close(self, action, *arguments):
-        self._stack.callback(action, *arguments)
 
     def _build(self):
         places = ["lan", "device", "gateway", *self.hosts]
@@ -114,7 +78,10 @@ class Network:
         self._set("gateway", "net.ipv4.ip_forward=1", "net.ipv4.icmp_ratemask=0")
         for host in self.hosts.values():
             self._connect(host.number, host.number, host.hardware)
-            self._behave(host)
+            if host.behaviour == "drops":
+                self._set(host.number, "net.ipv4.icmp_echo_ignore_all=1")
+            if host.behaviour == "blackhole":
+                self.ip(host.number, f"route add blackhole {self.address('device')}/32")
         self.attach_device()
         # A file of its own from the start: programs that are running see later changes of it, never the machine's.
         self.set_resolver()
@@ -126,17 +93,6 @@ class Network:
         self.ip("lan", f"link add p{place} up master bridge type veth"
                        f" peer name eth0 address {mac} netns {self.namespace(place)}")
         self.ip(place, "link set eth0 up", f"addr add {self.address(number)}/24 dev eth0")
-
-    def _behave(self, host):
-        if host.behaviour in ("drops", "late"):
-            self._set(host.number, "net.ipv4.icmp_echo_ignore_all=1")
-        if host.behaviour == "blackhole":
-            self.ip(host.number, f"route add blackhole {self.address('device')}/32")
-        if host.behaviour == "late":
-            # This kernel need not have a delaying queue: replies are written by hand.
-            with inside(self.namespace(host.number)):
-                link = socket.socket(socket.AF_INET, socket.SOCK_RAW, socket.IPPROTO_ICMP)
-            threading.Thread(target=_answer_late, args=[link, host.delay], daemon=True).start()
 
     # Asking and telling
 
@@ -160,7 +116,7 @@ class Network:
         # Some daemons end when a pipe on their standard input does.
         options = {"stdin": subprocess.DEVNULL, **options}
         process = subprocess.Popen(["ip", "netns", "exec", self.namespace(place), *command], **options)
-        self.at_close(stop, process)
+        self.callback(stop, process)
         return process
 
     def run(self, place, command, timeout=30, **options):
@@ -193,20 +149,12 @@ class Network:
         self.ip("device", f"link add eth0 {chosen} address {self.device_mac} up type veth"
                           f" peer name pdevice netns {self.namespace('lan')}")
         self.ip("lan", "link set pdevice master bridge up")
-        self._wait_for_bridge()
+        self.wait_for_bridge()
         if self.device_number:
             self.ip("device", f"addr add {self.address('device')}/24 dev eth0",
                     f"route add default via {self.address('gateway')}")
 
-    def detach_device(self):
-        self.ip("lan", "link del pdevice")
-
-    def switch_device(self, up):
-        self.ip("device", f"link set eth0 {'up' if up else 'down'}")
-        if up:
-            self._wait_for_bridge()
-
-    def _wait_for_bridge(self):
+    def wait_for_bridge(self):
         """The bridge hears of a link that came up a moment later, and drops what comes before."""
 
         def forwards():
@@ -216,56 +164,38 @@ class Network:
         wait_until(forwards, 10, "the bridge forwards")
 
 
-def _answer_late(link, delay):
-    while packet := link.recv(2048):
-        header = (packet[0] & 15) * 4
-        kind, code, checksum = struct.unpack_from("!BBH", packet, header)
-        if kind == ECHO_REQUEST:
-            time.sleep(delay)
-            # One's complement: what the type loses, the sum gains.
-            checksum += ECHO_REQUEST << 8
-            reply = struct.pack("!BBH", 0, code, (checksum + (checksum >> 16)) & 0xFFFF) + packet[header + 4:]
-            link.sendto(reply, (socket.inet_ntoa(packet[12:16]), 0))
-
-
-def stop(process, patience=3):
+def stop(process):
     """Ends a started program: politely, then by force."""
-    process.terminate()
-    try:
-        process.wait(patience)
-    except subprocess.TimeoutExpired:
+    with process:
+        process.terminate()
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            process.wait(3)
         process.kill()
-        process.wait()
-    if process.stdout:
-        process.stdout.close()
-
-
-def _names():
-    return os.listdir("/run/netns") if os.path.isdir("/run/netns") else []
 
 
 def remove_remains():
     """Clears away what networks of dead owners left; others may do so, too."""
-    found = filter(None, (re.match(r"qn(\d+)n\d+-", name) for name in _names()))
-    for prefix in {match[0] for match in found if not os.path.exists(f"/proc/{match[1]}")}:
-        _remove(prefix)
+    for path in [*glob.glob("/run/netns/qn*"), *glob.glob(f"{BUILD}/qn*")]:
+        prefix, owner = re.match(r"(qn(\d+)n\d+-)", os.path.basename(path)).groups()
+        if not os.path.exists(f"/proc/{owner}"):
+            _remove(prefix)
 
 
 def _remove(prefix):
     """Ends every process inside the namespaces of a prefix, then deletes these and its files."""
 
-    def end_inhabitants(name):
-        found = subprocess.run(["ip", "netns", "pids", name], capture_output=True, text=True).stdout.split()
-        for process in found:
+    def has_ended(name):
+        pids = ["ip", "netns", "pids", name]
+        for process in subprocess.run(pids, capture_output=True, text=True).stdout.split():
             with contextlib.suppress(ProcessLookupError):
                 os.kill(int(process), signal.SIGKILL)
-        return not found
+        return not subprocess.run(pids, capture_output=True).stdout
 
-    for name in [name for name in _names() if name.startswith(prefix)]:
-        wait_until(lambda: end_inhabitants(name), 5, f"processes of {name} end")
+    for name in map(os.path.basename, glob.glob(f"/run/netns/{prefix}*")):
+        wait_until(lambda: has_ended(name), 5, f"processes of {name} end")
         subprocess.run(["ip", "netns", "del", name], stderr=subprocess.DEVNULL)
         shutil.rmtree(f"/etc/netns/{name}", ignore_errors=True)
-    for folder in glob.glob(f"{tempfile.gettempdir()}/{prefix}*"):
+    for folder in glob.glob(f"{BUILD}/{prefix}*"):
         shutil.rmtree(folder, ignore_errors=True)
 
 

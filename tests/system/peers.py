@@ -1,38 +1,11 @@
-"""Real and hostile peers for a Network: NetBIOS names, DHCP with DNS, web servers, transfers of a known size."""
-import contextlib
+"""Real peers for a Network: NetBIOS names, DHCP with DNS, the echo server."""
 import os
 import re
-import socket
-import socketserver
-import struct
 import subprocess
-import threading
-import time
 
-from network import inside, stop, wait_until
-from wine import ROOT
+from network import ROOT, wait_until
 
-QUESTION_NAME = b"\x20" + b"CK" + b"A" * 30 + b"\x00"
 QUIET = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
-
-
-def serve(net, place, kind, port, answer):
-    """A server of the module socketserver in a namespace, which calls answer(request, sender) in a thread of its own."""
-
-    class Handler(socketserver.BaseRequestHandler):
-        def handle(self):
-            with contextlib.suppress(OSError):
-                answer(self.request, self.client_address)
-
-    with inside(net.namespace(place)):
-        server = kind(("", port), Handler)
-    server.daemon_threads = True
-    threading.Thread(target=server.serve_forever, daemon=True).start()
-    net.at_close(server.server_close)
-    net.at_close(server.shutdown)
-
-
-# NetBIOS
 
 
 def start_netbios(net, names, seconds=30):
@@ -64,36 +37,6 @@ def _start_nmbd(net, number, name):
     return net.start(number, ["nmbd", "-F", "--no-process-group", "-s", f"{folder}/smb.conf"], **QUIET)
 
 
-def node_status_reply(request, name, count=1, tail=b"\x00" * 46):
-    """A reply as RFC 1002 draws it, or with a false count or another tail."""
-    data = bytes([count]) + name.encode().ljust(15) + b"\x00\x04\x00" + tail
-    return request[:2] + struct.pack("!5H", 0x8400, 0, 1, 0, 0) + QUESTION_NAME + \
-        struct.pack("!HHIH", 0x21, 1, 0, len(data)) + data
-
-
-# Each gives the datagrams to send for one request. The trusting reader's limits are 75 bytes and 57 + 18 x count.
-HOSTILE_REPLIES = {
-    "74 bytes": lambda request: [node_status_reply(request, "SHORT", tail=b"")[:74]],
-    "75 bytes": lambda request: [node_status_reply(request, "LEAST", tail=b"")[:75]],
-    "count 255": lambda request: [node_status_reply(request, "FALSE", count=255)],
-    "1024 bytes": lambda request: [node_status_reply(request, "LARGE", tail=b"L" * 2048)[:1024]],
-    "9000 bytes": lambda request: [node_status_reply(request, "HUGE", tail=b"H" * 9000)[:9000]],
-    "flood": lambda request: [node_status_reply(request, "FLOOD")] + [b"\xff" * 1000] * 5000,
-}
-
-
-def start_hostile_netbios(net, number, kind):
-    def answer(request, sender):
-        datagram, link = request
-        for reply in HOSTILE_REPLIES[kind](datagram):
-            link.sendto(reply, sender)
-
-    serve(net, number, socketserver.ThreadingUDPServer, 137, answer)
-
-
-# DHCP and DNS
-
-
 class DhcpServer:
     """dnsmasq in the gateway: DHCP with router, DNS and WINS servers, and DNS for {name: address}."""
 
@@ -107,15 +50,13 @@ class DhcpServer:
                    f"--dhcp-option=3,{gateway}", f"--dhcp-option=6,{gateway}", f"--dhcp-option=44,{net.address(2)}"]
         command += [f"--address=/{name}/{address}" for name, address in (names or {}).items()]
         self.process = net.start("gateway", command, **QUIET)
-        wait_until(lambda: _listens(net, "-u", 67) and _listens(net, "-u", 53), 5, "dnsmasq")
+        wait_for_listener(net, "-u", 67)
+        wait_for_listener(net, "-u", 53)
 
     def addresses(self):
         """Those it has leased."""
         with open(self.lease_file) as file:
             return [line.split()[2] for line in file]
-
-    def stop(self):
-        stop(self.process)
 
 
 DHCLIENT_SCRIPT = """#!/bin/sh
@@ -148,13 +89,10 @@ class DhcpClient:
         return ["dhclient", "-4", "-lf", self.lease_file, "-pf", f"{self.net.folder}/dhclient.pid",
                 "-sf", f"{self.net.folder}/dhclient-script", "-cf", f"{self.net.folder}/dhclient.conf", *options, "eth0"]
 
-    def address(self, with_mask=False):
+    def address(self):
         """The device's address now, or an empty text."""
-        shown = self.net.run("device", ["ip", "-4", "-o", "addr", "show", "eth0"]).stdout.split()
-        return "" if len(shown) < 4 else shown[3] if with_mask else shown[3].partition("/")[0]
-
-
-# Web servers
+        addresses = self.net.ask_ip("device", "addr", "show", "eth0")[0]["addr_info"]
+        return addresses[0]["local"] if addresses else ""
 
 
 class EchoServer:
@@ -163,68 +101,18 @@ class EchoServer:
     def __init__(self, net):
         with open(f"{ROOT}/docs/echo-server.md") as file:
             location = re.search(r"(?m)^    location = [^}]*}", file.read())[0]
-        folder = self.folder = f"{net.folder}/nginx"
-        os.mkdir(folder)
-        temporary = " ".join(f"{kind}_temp_path {folder}/{kind};"
-                             for kind in ("client_body", "proxy", "fastcgi", "uwsgi", "scgi"))
-        with open(f"{folder}/nginx.conf", "w") as file:
-            file.write(f"daemon off; master_process off; user root; pid {folder}/pid; events {{ }}\n"
-                       f"http {{ access_log {folder}/access.log; {temporary} server {{ listen 80; {location} }} }}\n")
-        net.start("gateway", ["nginx", "-c", f"{folder}/nginx.conf", "-e", f"{folder}/error.log"])
-        wait_until(lambda: _listens(net, "-t", 80), 5, "nginx listens")
+        self.log = f"{net.folder}/access.log"
+        with open(f"{net.folder}/nginx.conf", "w") as file:
+            file.write(f"daemon off; master_process off; user root; pid {net.folder}/nginx.pid; events {{ }}\n"
+                       f"http {{ access_log {self.log}; server {{ listen 80; {location} }} }}\n")
+        net.start("gateway", ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
+        wait_for_listener(net, "-t", 80)
 
     def requests(self):
-        with open(f"{self.folder}/access.log") as file:
+        with open(self.log) as file:
             return file.read().splitlines()
 
 
-def http_answer(body, length=None):
-    """A whole answer; `length` is what Content-Length claims."""
-    return (f"HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nConnection: close\r\n"
-            f"Content-Length: {len(body) if length is None else length}\r\n\r\n").encode() + body
-
-
-class ScriptedWebServer:
-    """What nginx cannot do: sends the given pieces, sleeping where a piece is a number of seconds, then closes.
-    A last piece "hold" keeps the connection open, "reset" cuts it. Keeps the requests it saw."""
-
-    def __init__(self, net, place, *pieces):
-        self.requests, self.pieces = [], pieces
-        serve(net, place, socketserver.ThreadingTCPServer, 80, self._answer)
-
-    def _answer(self, connection, _):
-        request = b""
-        while not request.endswith(b"\r\n\r\n"):
-            request += (piece := connection.recv(4096))
-            if not piece:
-                return
-        self.requests.append(request)
-        for piece in self.pieces:
-            if piece == "hold":
-                connection.recv(1)
-            elif piece == "reset":
-                connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
-                connection.close()
-            elif isinstance(piece, bytes):
-                connection.sendall(piece)
-            else:
-                time.sleep(piece)
-
-
-def transfer(net, source, target, size):
-    """Sends `size` payload octets in datagrams from one place to another, and returns when they have arrived."""
-    with inside(net.namespace(target)):
-        inlet = socket.socket(type=socket.SOCK_DGRAM)
-    with inside(net.namespace(source)):
-        outlet = socket.socket(type=socket.SOCK_DGRAM)
-    with inlet, outlet:
-        inlet.bind(("", 4999))
-        inlet.settimeout(5)
-        outlet.connect((net.address(target), 4999))
-        for sent in range(0, size, 1400):
-            outlet.send(b"q" * min(1400, size - sent))
-            inlet.recv(65536)
-
-
-def _listens(net, protocol, port):
-    return f":{port} " in net.run("gateway", ["ss", "-Hln", protocol, f"sport = :{port}"]).stdout
+def wait_for_listener(net, protocol, port, place="gateway"):
+    ask = ["ss", "-Hln", protocol, f"sport = :{port}"]
+    wait_until(lambda: f":{port} " in net.run(place, ask).stdout, 5, f"somebody listens at port {port}")

@@ -2,19 +2,19 @@
 import collections
 import subprocess
 
-from network import stop, wait_until
-from wine import ROOT
+from network import ROOT, stop, wait_until
 
 PROBE = f"{ROOT}/build/desktop/tests/probe.exe"
 OK, CANCEL = 1, 2
 STRIP_MIDDLE, SCREEN_BOTTOM = 62, 307
-USAGE, DHCP, PING, ADAPTER, SCANNER, CARD, DETECTOR = 77, 96, 115, 134, 153, 172, 191
-GRAPH, SIGNAL = 25, 58
+GRAPH, SIGNAL, USAGE, DHCP, PING, ADAPTER, SCANNER, CARD, DETECTOR = 25, 58, 77, 96, 115, 134, 153, 172, 191
 PATIENCE = 60
 
 
-# `middle` is a place on the monitor.
-Control = collections.namedtuple("Control", "kind enabled middle text")
+# A number of 0 stands for the host's own screen; x and y are where it begins on the monitor.
+Dialog = collections.namedtuple("Dialog", "number x y title controls")
+# x and y are its middle on the monitor; `rows` are those of a list view, each a list of its columns.
+Control = collections.namedtuple("Control", "kind enabled x y text rows")
 
 
 class Tool:
@@ -26,8 +26,8 @@ class Tool:
         self.arguments, self.environment = ("--size", size, "--seconds", seconds, *more), environment
 
     def __enter__(self):
-        self.host = self.wine.start_host(*self.arguments, env={**self.wine.variables, **self.environment})
-        wait_until(lambda: self.run("top", check=False).returncode == 0, PATIENCE, "the host's screen", 0.1)
+        self.host = self.wine.start_host(*self.arguments, **self.environment)
+        wait_until(lambda: self._run_probe("dump").returncode == 0, PATIENCE, "the host's screen", 0.1)
         self.corner = self.top()[1:]
         if self.icon:
             self.open(self.icon)
@@ -38,49 +38,50 @@ class Tool:
 
     # Looking
 
-    def run(self, *words, check=True):
+    def _run_probe(self, *words):
         # Once in some thousand starts Wine ends a program with 1 before its first line; the probe itself never does.
         for _ in range(3):
             done = self.wine.run(PROBE, *map(str, words), timeout=90, stderr=subprocess.PIPE, encoding="utf-8")
             if done.returncode != 1:
                 break
-        if check and done.returncode:
-            raise RuntimeError(f"probe {words}: {done.returncode} {done.stdout} {done.stderr}; host: {self.host.poll()}")
         return done
 
     def probe(self, *words):
-        return self.run(*words).stdout
+        done = self._run_probe(*words)
+        if done.returncode:
+            raise RuntimeError(f"probe {words}: {done.returncode} {done.stdout} {done.stderr}; host: {self.host.poll()}")
+        return done.stdout
 
-    def top(self):
-        """The dialog that takes input (0: none), and where it, or else the host's screen, begins on the monitor."""
-        return tuple(map(int, self.probe("top").split()))
-
-    def dialog(self, seconds=20):
-        """(title, {id: Control}) of the dialog that takes input, be it a message box; a repeated id keeps its first."""
-        title, *lines = self.probe("dump", seconds).splitlines()
+    def dialog(self):
+        """The one that takes input, be it a message box; of a repeated number its first control."""
+        head, *lines = self.probe("dump").splitlines()
+        number, x, y, title = head.split("\t")
         controls = {}
         for line in lines:
-            number, kind, enabled, x, y, text = line.split("\t", 5)
-            controls.setdefault(int(number), Control(kind, enabled == "enabled", (int(x), int(y)), text))
-        return title, controls
+            if line[0] == "\t":
+                control.rows.append(line[1:].split("\t"))
+                continue
+            name, kind, enabled, left, top, text = line.split("\t")
+            control = Control(kind, enabled == "1", int(left), int(top), text, [])
+            controls.setdefault(int(name), control)
+        return Dialog(int(number), int(x), int(y), title, controls)
+
+    def top(self):
+        """Number and place of the dialog that takes input."""
+        return self.dialog()[:3]
 
     def texts(self, *numbers):
-        controls = self.dialog()[1]
+        controls = self.dialog().controls
         return [controls[number].text if number in controls else None for number in numbers]
 
     def rows(self, number):
-        """The rows of a list view, each a list of its columns."""
-        return [line.split("\t") for line in self.probe("rows", number).splitlines()]
+        return self.dialog().controls[number].rows
 
     def wait_for(self, condition, what):
-        """Waits for a condition on the dialog that takes input."""
+        """Waits for a condition on the number of the dialog that takes input."""
         return wait_until(lambda: condition(self.top()[0]), PATIENCE, what, 0.1)
 
     # Acting
-
-    def press(self, number):
-        """Presses a button without waiting for what it does; the next reading waits for it."""
-        self.probe("press", number)
 
     def click(self, x, y):
         # Inside the namespace: displays of several namespaces may have the same number.
@@ -91,24 +92,25 @@ class Tool:
         self.click(self.corner[0] + x * self.scale, self.corner[1] + y * self.scale)
 
     def tap(self, number):
-        self.click(*self.dialog(PATIENCE)[1][number].middle)
+        control = self.dialog().controls[number]
+        self.click(control.x, control.y)
 
     def open(self, x, y=STRIP_MIDDLE):
         self.wait_for(lambda dialog: not dialog, "the screen is free")
         self.tap_screen(x, y)
         self.wait_for(lambda dialog: dialog, f"a dialog opens at {x}, {y}")
 
-    def close(self, number=OK):
+    def tap_away(self, number, what="it closes"):
         """Taps the button and waits until that dialog is not the topmost one."""
-        self.tap_away(number, "it closes")
-
-    def tap_away(self, number, what):
         before = self.top()[0]
         self.tap(number)
         self.wait_for(lambda dialog: dialog != before, f"{number}: {what}")
 
+    def close(self, number=OK):
+        self.tap_away(number)
+
     def answer(self, number=OK):
         """Closes the message box that has come up: its caption and text. Only a message box has a caption."""
-        caption, controls = wait_until(lambda: (shown := self.dialog(PATIENCE))[0] and shown, PATIENCE, "a message", 0.1)
+        box = wait_until(lambda: (shown := self.dialog()).number and shown.title and shown, PATIENCE, "a message", 0.1)
         self.close(number)
-        return caption, "".join(control.text for control in controls.values() if control.kind == "Static")
+        return box.title, "".join(control.text for control in box.controls.values() if control.kind == "Static")

@@ -7,9 +7,8 @@ import struct
 import subprocess
 import time
 
-from network import wait_until
+from network import ROOT
 
-ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 HOST = f"{ROOT}/build/desktop/todayhost.exe"
 HELPER = f"{ROOT}/build/release/platform/linux/quorvane-helper"
 ITEM_KEY = r"HKLM\Software\Microsoft\Today\Items\Quorvane"
@@ -36,54 +35,37 @@ class WineSession:
     """The processes of this session see the network of the device and nothing else. It ends with that network."""
 
     def __init__(self, net, **environment):
-        self.net, self.name = net, f"system-{net.prefix}device"
-        _remove_remains()
-        self.folder = _prefix_tool("make", self.name)
-        self.data = f"{self.folder}/drive_c/Program Files/Ostrik/Quorvane"
-        net.at_close(self._close)
-        display = _prefix_tool("start", self.name, before=["ip", "netns", "exec", net.namespace("device")])
+        self.net, self.folder = net, f"{net.folder}/wine"
+        self.root = f"{self.folder}/drive_c"
+        self.data = f"{self.root}/Program Files/Ostrik/Quorvane"
+        display = _prefix_tool("start", self.folder, before=["ip", "netns", "exec", net.namespace("device")])
+        net.callback(_prefix_tool, "stop", self.folder)
         self.variables = {**os.environ, "WINEPREFIX": self.folder, "HOME": f"{self.folder}/home", "DISPLAY": display,
                           "WINEARCH": "win64", "WINEDEBUG": "-all", "WINEDLLOVERRIDES": "mscoree,mshtml=", **environment}
 
-    def _close(self):
-        def removed():
-            # Server and programs still write a little while they end.
-            _prefix_tool("stop", self.name)
-            subprocess.run(["rm", "-rf", self.folder, f"{self.folder}.lock"], stderr=subprocess.DEVNULL)
-            return not os.path.isdir(self.folder)
-
-        wait_until(removed, 20, f"{self.folder} is gone", 0.1)
-
     # Programs
-
-    def _options(self, options):
-        return {"env": self.variables, "cwd": f"{self.folder}/drive_c", **options}
 
     def run(self, *command, timeout=60, **options):
         """Runs a Windows program to its end; the completed process has its text output."""
-        return self.net.run("device", ["wine", *command], timeout=timeout, **self._options(options))
+        return self.net.run("device", ["wine", *command], timeout=timeout, cwd=self.root, env=self.variables,
+                            **options)
 
-    def start(self, *command, **options):
-        """Starts a Windows program; the process returned is the Windows process itself, so killing it is a crash."""
-        return self.net.start("device", ["wine", *map(str, command)], **self._options(options))
-
-    def start_host(self, *arguments, **options):
-        return self.start(HOST, *arguments, **options)
+    def start_host(self, *arguments, **environment):
+        """The process returned is the Windows process itself, so killing it is a crash."""
+        return self.net.start("device", ["wine", HOST, *map(str, arguments)], cwd=self.root,
+                              env={**self.variables, **environment})
 
     def start_helper(self):
         """Starts the Linux helper in the session's namespace; programs started from now on find it."""
         helper = self.net.start("device", [HELPER], stdout=subprocess.PIPE, text=True)
         for name in ("QUORVANE_HELPER_PORT", "QUORVANE_HELPER_TOKEN"):
             self.variables[name] = helper.stdout.readline().strip().removeprefix(f"export {name}=")
-        return helper
 
     # Registry of the item
 
     def set_value(self, name, value):
         kind = "REG_DWORD" if isinstance(value, int) else "REG_SZ"
-        done = self.run("reg", "add", ITEM_KEY, "/v", name, "/t", kind, "/d", str(value), "/f")
-        if done.returncode:
-            raise RuntimeError(done.stdout)
+        self.run("reg", "add", ITEM_KEY, "/v", name, "/t", kind, "/d", str(value), "/f", check=True)
 
     def value(self, name):
         """A text, a number, or None where there is no such value."""
@@ -116,11 +98,3 @@ class Clock:
         """So many since 1970-01-01 UTC. Running programs have it at once."""
         with open(self.file, "r+b" if os.path.exists(self.file) else "wb") as file:
             file.write(struct.pack("<q", int(seconds) - int(time.time())))
-
-
-def _remove_remains():
-    """Deletes the prefixes of networks that are gone."""
-    for path in glob.glob(f"{ROOT}/build/wine*/system-qn*"):
-        owner = re.search(r"system-qn(\d+)n", path)[1]
-        if not os.path.exists(f"/proc/{owner}"):
-            subprocess.run(["rm", "-rf", path])

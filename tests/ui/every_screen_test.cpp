@@ -23,7 +23,12 @@ void UseWidestNetwork() {
                                   .secondaryWins = "252.255.255.255"}};
     scripted::system.internet.answers[L"ip1.quorvane.net"] = {{"203.113.113.200\r\n"}};
     scripted::system.arp = {{inet_addr("222.222.222.222"), {0xDC, 0xDC, 0xDC, 0xDC, 0xDC, 0xDC}}};
-    AnswerEchoes("222.222.222.222", 4999);
+    scripted::system.echo = [](uint32_t, DWORD) {
+        platform::EchoReply reply = {};
+        reply.address = inet_addr("222.222.222.222");
+        reply.roundTripTime = 4999;
+        return std::optional(reply);
+    };
 }
 
 void UseWidestRadio() {
@@ -51,17 +56,14 @@ void Ping(HWND dialog) {
 
 void TapSecondAccessPoint(HWND dialog) {
     HWND list = GetDlgItem(dialog, IDC_SCANNER_LIST);
-    EXPECT_EQ(ImagesOf(list), (std::vector<int>{9, 6, 5, 3, 0, 7, 8, 1}));
-    EXPECT_EQ(RowsOf(list, 2), (Texts{L"=Workshop", L"=Workshop", L"=", L"=" + std::wstring(32, L'W'), L"=Cafe",
-                                      L"=Harbour", L"=Guest", L"=x"}));
     EXPECT_EQ(GetWindowLongW(list, GWL_STYLE) & WS_HSCROLL, 0) << "the columns fit";
     RECT area = {};
     ListView_GetItemRect(list, 1, &area, LVIR_BOUNDS);
-    Tap(list, area.left + 45 * ScreenScale(), (area.top + area.bottom) / 2);
+    TapPixel(list, area.left + 45 * ScreenScale(), (area.top + area.bottom) / 2);
 }
 
 struct Row {
-    ToolPlace tool;
+    uint32_t tool;
     const char* picture;
     Step use;
     std::wstring texts;           // of all controls, each behind its id if it has one
@@ -70,7 +72,7 @@ struct Row {
 };
 
 const Row kRows[] = {
-    {kAdapterTool, "adapter-details", nullptr,
+    {kAdapterTool, "adapter-details", [](HWND) {},
      L"1014=Adapter - Wireless & wired adapter of the fifth generation, 5 GHz|Adapter Details|"
      L"MAC Address:|1015=DC:DC:DC:DC:DC:DC:DC:DC|Type:|1016=ethernet|Speed:|1017=100 Mbps|"
      L"IP Address:|1018=255.255.255.255|Subnet Mask:|1019=255.255.255.254|Gateway:|1020=255.255.255.253|"
@@ -91,44 +93,46 @@ const Row kRows[] = {
      L"", IDC_PING_HOST},
     {kScannerTool, "scanner", TapSecondAccessPoint,
      L"802.11 Scanner|Associated SSID:|1039=Office & Workshop, second floor|Associated BSSID:|1040=DC:DC:DC:DC:DC:DC|"
-     L"Access Point List|1059=|Signal:|1045=-70dBm|WEP:|1044=disabled|BSSID:|1042=02:00:00:00:00:02|Channel:|1043=6|"
+     L"Access Point List|1059=9||Workshop;6||Workshop;5||;3||WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW;0||Cafe;7||Harbour;"
+     L"8||Guest;1||x;|Signal:|1045=-70dBm|WEP:|1044=disabled|BSSID:|1042=02:00:00:00:00:02|Channel:|1043=6|"
      L"Mode:|1046=infrastructure|Type:|1047=FDM24|Supported Rates:|1048=6,9,12,18,24,36,48,54 Mbps|1=OK|",
      L"802.11 Scanner|Associated SSID:|1039=Office & Workshop, second floor|Associated BSSID:|1040=DC:DC:DC:DC:DC:DC|"
-     L"Access Point List|1059=|Signal:|1045=-70dBm|WEP:|1044=disabled|Mode:|1046=infrastructure|"
-     L"BSSID:|1042=02:00:00:00:00:02|Type:|1047=FDM24|Channel:|1043=6|"
-     L"Supported Rates:|1048=6,9,12,18,24,36,48,54 Mbps|1=OK|",
+     L"Access Point List|1059=9||Workshop;6||Workshop;5||;3||WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW;0||Cafe;7||Harbour;"
+     L"8||Guest;1||x;|Signal:|1045=-70dBm|WEP:|1044=disabled|Mode:|1046=infrastructure|BSSID:|1042=02:00:00:00:00:02|"
+     L"Type:|1047=FDM24|Channel:|1043=6|Supported Rates:|1048=6,9,12,18,24,36,48,54 Mbps|1=OK|",
      IDC_SCANNER_SSID},
-    {kCardTool, "wireless-details", nullptr,
+    {kCardTool, "wireless-details", [](HWND) {},
      L"Wireless Card Details|Details|Beacon:|1049=65535 Kusec|ATIM window:|1050=65535 Kusec|"
      L"Frequency:|1051=2484000 kHz|1057=(unknown channel)|Authentication:|1052=auto-switch|Network Type:|1053=DSSS|"
      L"Mode:|1055=infrastructure mode|WEP:|1056=key is not supported|1=OK|"}};
 
 std::wstring AllTexts(HWND dialog) {
     std::wstring texts;
-    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child : ChildrenOf(dialog)) {
         const int id = GetDlgCtrlID(child);
-        wchar_t text[200] = {};
-        GetWindowTextW(child, text, 200);
-        texts += (id == 0xFFFF ? L"" : std::to_wstring(id) + L"=") + text + L"|";
+        texts += (id == 0xFFFF ? L"" : std::to_wstring(id) + L"=") + TextOf(child);
+        for (const std::wstring& row : IsOfClass(child, WC_LISTVIEWW) ? RowsOf(dialog, id) : Texts{}) {
+            texts += row + L";";
+        }
+        texts += L"|";
     }
     return texts;
 }
 
-TEST(EveryScreen, Shows_the_widest_texts_whole) {
-    ForEachScreen([](TodayFrame& frame) {
-        UseEmptyDataFolder();
-        UseWidestNetwork();
-        UseWidestRadio();
-        for (const Row& row : kRows) {
-            SCOPED_TRACE(row.picture);
-            const auto use = [&](HWND dialog) { row.use ? row.use(dialog) : void(); };
-            RunTool(frame, row.tool, {}, use, [&](HWND dialog) {
-                EXPECT_EQ(AllTexts(dialog), ::IsLandscape() && !row.landscape.empty() ? row.landscape : row.texts);
-                ExpectReadable(dialog, frame, row.cutControl);
-                SaveScreen(frame, row.picture);
-            });
-        }
-    });
+using EveryScreen = UiTest;
+INSTANTIATE_TEST_SUITE_P(Screen, EveryScreen, kEveryScreen);
+
+TEST_P(EveryScreen, Shows_the_widest_texts_whole) {
+    UseWidestNetwork();
+    UseWidestRadio();
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.picture);
+        RunTool(row.tool, {}, row.use, [&](HWND dialog) {
+            EXPECT_EQ(AllTexts(dialog), ::IsLandscape() && !row.landscape.empty() ? row.landscape : row.texts);
+            ExpectReadable(dialog, row.cutControl);
+            SaveScreen(row.picture);
+        });
+    }
 }
 
 }  // namespace

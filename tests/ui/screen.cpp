@@ -1,5 +1,5 @@
 // The frame is a captionless popup, so that its client area has exactly the asked size on any monitor. Texts are
-// measured with the dialog's own font, and looked for as the system draws them.
+// measured with the dialog's own font.
 
 #include <cstdlib>
 
@@ -11,21 +11,6 @@
 namespace ui {
 namespace {
 
-LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* frame = reinterpret_cast<TodayFrame*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == TODAYM_DRAWWATERMARK) {
-        frame->watermark = *reinterpret_cast<const TODAYDRAWWATERMARKINFO*>(lParam);
-        FillRect(frame->watermark.hdc, &frame->watermark.rc,
-                 reinterpret_cast<HBRUSH>(GetClassLongPtrW(window, GCLP_HBRBACKGROUND)));
-        return TRUE;
-    }
-    if (message == platform::kFrameKeyboardMessage) {
-        frame->keyboard += wParam != 0 ? '+' : '-';
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
 void RegisterFrameClass(const wchar_t* name, WNDPROC procedure, COLORREF ground) {
     WNDCLASSW frame = {};
     frame.lpfnWndProc = procedure;
@@ -35,10 +20,6 @@ void RegisterFrameClass(const wchar_t* name, WNDPROC procedure, COLORREF ground)
     if (RegisterClassW(&frame) == 0) {
         DeleteObject(frame.hbrBackground);  // it is there already
     }
-}
-
-std::string NameOf(SIZE screen) {
-    return std::to_string(screen.cx) + "x" + std::to_string(screen.cy);
 }
 
 bool Contains(const RECT& outer, const RECT& inner) {
@@ -74,8 +55,6 @@ bool ShowsWholeText(HWND control) {
     if (StandsOnOthers(control) || (!label && !IsOfClass(control, L"Button"))) {
         return true;
     }
-    wchar_t text[400] = {};
-    GetWindowTextW(control, text, 400);
     const RECT area = AreaOf(control);
     const bool hasBox = ButtonKindOf(control) > BS_DEFPUSHBUTTON;
     const LONG room = area.right - area.left - (hasBox ? GetSystemMetrics(SM_CXMENUCHECK) + 4 : 0);
@@ -83,54 +62,59 @@ bool ShowsWholeText(HWND control) {
     const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
     const platform::ScopedSelection selectedFont(screen.context, font);
     RECT needed = {0, 0, room, 0};
-    DrawTextW(screen.context, text, -1, &needed, DT_CALCRECT | (label ? DT_WORDBREAK : DT_SINGLELINE));
+    DrawTextW(screen.context, TextOf(control).c_str(), -1, &needed,
+              DT_CALCRECT | (label ? DT_WORDBREAK : DT_SINGLELINE));
     return needed.right <= room && needed.bottom <= area.bottom - area.top;
 }
 
 }  // namespace
 
-TodayFrame::TodayFrame(SIZE screen) {
+LRESULT CALLBACK UiTest::FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* test = reinterpret_cast<UiTest*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == TODAYM_DRAWWATERMARK) {
+        const auto& asked = *reinterpret_cast<const TODAYDRAWWATERMARKINFO*>(lParam);
+        FillRect(asked.hdc, &asked.rc, reinterpret_cast<HBRUSH>(GetClassLongPtrW(window, GCLP_HBRBACKGROUND)));
+        return TRUE;
+    }
+    if (message == platform::kFrameKeyboardMessage) {
+        test->keyboard += wParam != 0 ? '+' : '-';
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void UiTest::SetUp() {
     RegisterFrameClass(platform::kFrameClass, FrameProc, kWatermark);
     RegisterFrameClass(platform::kTaskbarClass, DefWindowProcW, kTaskbar);
-    window = CreateWindowExW(0, platform::kFrameClass, L"Today", WS_POPUP | WS_CLIPCHILDREN, 0, 0, screen.cx, screen.cy,
-                             nullptr, nullptr, itemState.instance, nullptr);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    int width = 0;
+    int height = 0;
+    ASSERT_EQ(sscanf(GetParam(), "%dx%d", &width, &height), 2);
+    frame = CreateWindowExW(0, platform::kFrameClass, L"Today", WS_POPUP | WS_CLIPCHILDREN, 0, 0, width, height,
+                            nullptr, nullptr, itemState.instance, nullptr);
+    SetWindowLongPtrW(frame, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     RefreshScreenSize();
-    EXPECT_EQ(NameOf({itemState.screenWidth, itemState.screenHeight}), NameOf(screen));
-    HWND taskbar = CreateWindowExW(0, platform::kTaskbarClass, nullptr, WS_CHILD | WS_VISIBLE, 0, 0, screen.cx,
-                                   FrameTaskbarHeight(), window, nullptr, itemState.instance, nullptr);
-    ShowWindow(window, SW_SHOW);
-    UpdateWindow(window);
+    EXPECT_EQ(std::pair(itemState.screenWidth, itemState.screenHeight), std::pair(width, height));
+    HWND taskbar = CreateWindowExW(0, platform::kTaskbarClass, nullptr, WS_CHILD | WS_VISIBLE, 0, 0, width,
+                                   FrameTaskbarHeight(), frame, nullptr, itemState.instance, nullptr);
+    ShowWindow(frame, SW_SHOW);
+    UpdateWindow(frame);
     UpdateWindow(taskbar);
 }
 
-TodayFrame::~TodayFrame() {
-    DestroyWindow(window);
-}
-
-void ForEachScreen(const std::function<void(TodayFrame& frame)>& body) {
-    for (const SIZE screen : kScreenSizes) {
-        SCOPED_TRACE(NameOf(screen));
-        TodayFrame frame(screen);
-        body(frame);
-    }
-}
-
-void SaveScreen(const TodayFrame& frame, const std::string& name) {
+void UiTest::SaveScreen(const std::string& name) const {
     if (const char* folder = std::getenv("QUORVANE_SCREENSHOTS")) {
-        const std::string size = NameOf({itemState.screenWidth, itemState.screenHeight});
         // A Linux path is reached through drive Z:.
-        const std::string path = std::string(folder[0] == '/' ? "Z:" : "") + folder + "/" + name + "-" + size + ".bmp";
-        EXPECT_TRUE(SavePicture(TakeScreenPicture(frame.window), std::wstring(path.begin(), path.end()).c_str()));
+        const std::string path = (folder[0] == '/' ? "Z:" : "") + (folder + ("/" + name)) + "-" + GetParam() + ".bmp";
+        EXPECT_TRUE(SavePicture(TakeScreenPicture(frame), std::wstring(path.begin(), path.end()).c_str()));
     }
 }
 
-void ExpectReadable(HWND dialog, const TodayFrame& frame, int cutControl) {
-    RECT screen = ClientAreaOf(frame.window);
+void UiTest::ExpectReadable(HWND dialog, int cutControl) const {
+    RECT screen = ClientAreaOf(frame);
     screen.top = AreaOf(platform::FindTaskbar()).bottom;
     EXPECT_TRUE(Contains(screen, AreaOf(dialog))) << "the dialog reaches beyond the screen";
-    std::vector<HWND> controls;
-    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    std::vector<HWND> before;
+    for (HWND child : ChildrenOf(dialog)) {
         if (!IsWindowVisible(child)) {
             continue;
         }
@@ -138,59 +122,65 @@ void ExpectReadable(HWND dialog, const TodayFrame& frame, int cutControl) {
         const RECT area = AreaOf(child);
         EXPECT_TRUE(id == cutControl || Contains(ClientAreaOf(dialog), area)) << id << " reaches beyond the dialog";
         EXPECT_TRUE(id == cutControl || ShowsWholeText(child)) << id << " is cut";
-        for (HWND other : controls) {
+        for (HWND other : before) {
             const RECT otherArea = AreaOf(other);
             RECT common = {};
             EXPECT_FALSE(IntersectRect(&common, &area, &otherArea) && !StandsOnOthers(child) && !StandsOnOthers(other))
                 << id << " overlaps " << GetDlgCtrlID(other);
         }
-        controls.push_back(child);
+        before.push_back(child);
     }
 }
 
-COLORREF PixelAt(HWND window, int x, int y) {
-    return TakePicture(window).At(x, y);
+void FillWindow(HWND window, const RECT& area, COLORREF color) {
+    HDC context = GetDCEx(window, nullptr, DCX_CACHE);
+    const platform::ScopedObject brush(CreateSolidBrush(color));
+    FillRect(context, &area, static_cast<HBRUSH>(brush.object));
+    ReleaseDC(window, context);
 }
 
-bool HasColor(const Picture& picture, const RECT& area, COLORREF color) {
-    for (LONG y = area.top; y < area.bottom; ++y) {
-        for (LONG x = area.left; x < area.right; ++x) {
-            if (picture.At(x, y) == color) {
-                return true;
-            }
-        }
-    }
-    return false;
+Picture Drawn(SIZE size, COLORREF ground, const std::function<void(HDC)>& draw) {
+    HWND canvas =
+        CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, size.cx, size.cy, nullptr, nullptr, nullptr, nullptr);
+    ShowWindow(canvas, SW_SHOWNA);  // the focus stays where it is
+    UpdateWindow(canvas);
+    FillWindow(canvas, {0, 0, size.cx, size.cy}, ground);
+    HDC context = GetDC(canvas);
+    draw(context);
+    ReleaseDC(canvas, context);
+    const Picture picture = TakePicture(canvas);
+    DestroyWindow(canvas);
+    return picture;
 }
 
-bool ShowsText(HWND window, const std::wstring& text) {
-    const Picture shown = TakePicture(window);
-    const platform::ScopedWindowContext screen(window);
-    const platform::ScopedMemoryContext memory(screen.context);
-    RECT size = {};
-    const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0));
-    const platform::ScopedSelection selectedFont(memory.context, font);
-    DrawTextW(memory.context, text.c_str(), -1, &size, DT_CALCRECT);
-    const platform::ScopedObject bitmap(CreateCompatibleBitmap(screen.context, size.right, size.bottom));
-    const platform::ScopedSelection selectedBitmap(memory.context, bitmap.object);
-    FillRect(memory.context, &size, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    DrawTextW(memory.context, text.c_str(), -1, &size, 0);
-    const auto isAt = [&](int left, int top) {
-        for (int i = 0; i < size.right * size.bottom; ++i) {
-            const int x = i % size.right;
-            const int y = i / size.right;
-            if (shown.At(left + x, top + y) != GetPixel(memory.context, x, y)) {
-                return false;
-            }
-        }
-        return true;
-    };
-    for (int place = 0; place < shown.width * shown.height; ++place) {
-        if (isAt(place % shown.width, place / shown.width)) {
-            return true;
+bool IsAt(const Picture& picture, int x, int y, const Picture& part) {
+    for (int i = 0; i < part.width * part.height; ++i) {
+        const int column = i % part.width;
+        const int row = i / part.width;
+        if (picture.At(x + column, y + row) != part.At(column, row)) {
+            return false;
         }
     }
-    return false;
+    return true;
+}
+
+std::string Colors(const Picture& picture, int x, int y, int stepX, int stepY, int count) {
+    std::string colors;
+    for (int i = 0; i < count; ++i) {
+        const COLORREF color = picture.At(x + i * stepX, y + i * stepY);
+        colors += color == kRed ? 'R' : color == kGreen ? 'G' : color == kBlue ? 'B' : color == kBlack ? 'K' : '.';
+    }
+    return colors;
 }
 
 }  // namespace ui
+
+int main(int argumentCount, char** arguments) {
+    testing::InitGoogleTest(&argumentCount, arguments);
+    itemState.instance = GetModuleHandleW(nullptr);
+    // As the Today host does for every plug-in.
+    const INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
+    InitCommonControlsEx(&controls);
+    SetCurrentDirectoryW(L"C:\\");
+    return RUN_ALL_TESTS();
+}

@@ -1,18 +1,15 @@
-// probe.exe - reads and drives the dialogs of another program of the same session, for the system tests.
+// probe.exe - reads and drives the dialogs of the Today host in the same session, for the system tests.
 //
-//   probe dump [SECONDS]       waits for a dialog that takes input (the topmost one; a message box is one, too) and
-//                              prints its title, then for each control: id, class, "enabled" or "disabled", the x and
-//                              y of its middle on the monitor, text, by tabs
-//   probe press ID             presses a button of that dialog; returns at once
-//   probe set ID TEXT          puts a text into a control of it
-//   probe rows ID              the rows of a list view in it, columns by tabs
-//   probe top                  the dialog that takes input now (0: none), and where it, or else the Today host's
-//                              screen, begins on the monitor: x, y
-//   probe usage                what the Today host holds: handles, GDI objects; and the session's USER objects
+//   probe dump           the dialog that takes input now (the topmost one; a message box is one, too), or else the
+//                        host's screen: its number (0 for the screen), the x and y of its beginning on the monitor and
+//                        its title, by tabs. Then each control of a dialog: id, class, 1 if it is enabled, the x and y
+//                        of its middle on the monitor, text; behind a list view its rows, each column behind a tab
+//   probe press ID       presses a button of a dialog, for which it waits up to 10 s; returns at once
+//   probe set ID TEXT    puts a text into a control, for which it waits as long
+//   probe usage          what the host holds: handles, GDI objects; and the session's USER objects
 //
-// SECONDS is 10 without being given. Ends with 3 when what it asks for is not there, with 2 when it is called wrongly,
-// and never with 1, with which Wine ends programs that it failed to start. Line ends and tabs inside a text come out as
-// blanks.
+// Ends with 3 when what it asks for is not there, and never with 1, with which Wine ends programs that it failed to
+// start. Line ends and tabs inside a text come out as blanks.
 
 #include "platform/desktop/today_frame.h"
 
@@ -22,7 +19,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -31,22 +27,19 @@ namespace {
 constexpr int kNotThere = 3;
 
 std::string Utf8(std::wstring text) {
-    for (wchar_t& c : text) {
-        c = c < L' ' ? L' ' : c;
-    }
+    std::ranges::replace_if(
+        text, [](wchar_t c) { return c < L' '; }, L' ');
     const int length = static_cast<int>(text.size());
     std::string out(text.size() * 3, '\0');
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, text.c_str(), length, out.data(), static_cast<int>(out.size()),
                                           nullptr, nullptr);
-    out.resize(static_cast<size_t>(bytes));
-    return out;
+    return out.substr(0, static_cast<size_t>(bytes));
 }
 
 std::string TextOf(HWND window) {
     std::wstring text(4096, L'\0');
     const LRESULT length = SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<size_t>(length));
-    return Utf8(text);
+    return Utf8(text.substr(0, static_cast<size_t>(length)));
 }
 
 std::wstring ClassOf(HWND window) {
@@ -69,54 +62,23 @@ HWND ActiveDialog() {
     return found;
 }
 
-// Null after that time.
-HWND WaitForDialog(double seconds) {
-    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds * 1000);
-    HWND dialog = ActiveDialog();
-    while (dialog == nullptr && GetTickCount64() < end) {
-        Sleep(20);
-        dialog = ActiveDialog();
-    }
-    return dialog;
-}
-
-BOOL CALLBACK PrintControl(HWND control, LPARAM) {
-    RECT area = {};
-    GetWindowRect(control, &area);
-    printf("%d\t%s\t%s\t%ld\t%ld\t%s\n", GetDlgCtrlID(control), Utf8(ClassOf(control)).c_str(),
-           IsWindowEnabled(control) ? "enabled" : "disabled", (area.left + area.right) / 2,
-           (area.top + area.bottom) / 2, TextOf(control).c_str());
-    return TRUE;
-}
-
-// Also on the page of a property sheet.
-HWND FindControl(HWND dialog, int id) {
-    HWND found = GetDlgItem(dialog, id);
-    HWND page = nullptr;
-    while (found == nullptr && (page = FindWindowExW(dialog, page, L"#32770", nullptr)) != nullptr) {
-        found = IsWindowVisible(page) ? GetDlgItem(page, id) : nullptr;
+// Also on the page of a property sheet. Null if it does not come.
+HWND WaitForControl(int id) {
+    HWND found = nullptr;
+    for (int looks = 0; found == nullptr && looks < 500; ++looks) {
+        Sleep(looks > 0 ? 20 : 0);
+        HWND dialog = ActiveDialog();
+        found = GetDlgItem(dialog, id);
+        HWND page = nullptr;
+        while (found == nullptr && (page = FindWindowExW(dialog, page, L"#32770", nullptr)) != nullptr) {
+            found = IsWindowVisible(page) ? GetDlgItem(page, id) : nullptr;
+        }
     }
     return found;
 }
 
-int Dump(HWND dialog) {
-    // The dialog shows up before it has filled itself; a message that it answers itself waits for that.
-    SendMessageW(dialog, WM_NULL, 0, 0);
-    printf("%s\n", TextOf(dialog).c_str());
-    EnumChildWindows(dialog, PrintControl, 0);
-    return 0;
-}
-
-int Press(HWND button, int id) {
-    if (button == nullptr || !IsWindowEnabled(button)) {
-        return kNotThere;
-    }
-    PostMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
-    return 0;
-}
-
 // Cells are read through memory of the other process: list-view messages carry pointers as they are.
-int PrintRows(HWND list) {
+void PrintRows(HWND list) {
     struct Cell {
         LVITEMW item;
         wchar_t text[512];
@@ -126,12 +88,9 @@ int PrintRows(HWND list) {
     HANDLE access = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process);
     auto* remote =
         static_cast<Cell*>(VirtualAllocEx(access, nullptr, sizeof(Cell), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
-    if (remote == nullptr) {
-        return kNotThere;
-    }
     const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
     const LRESULT columns = SendMessageW(header, HDM_GETITEMCOUNT, 0, 0);
-    const LRESULT rows = SendMessageW(list, LVM_GETITEMCOUNT, 0, 0);
+    const LRESULT rows = remote != nullptr ? SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) : 0;
     for (WPARAM row = 0; row < static_cast<WPARAM>(rows); ++row) {
         for (int column = 0; column < columns; ++column) {
             Cell cell = {};
@@ -141,20 +100,37 @@ int PrintRows(HWND list) {
             WriteProcessMemory(access, remote, &cell, sizeof(cell), nullptr);
             SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(remote));
             ReadProcessMemory(access, remote, &cell, sizeof(cell), nullptr);
-            printf("%s%s", column > 0 ? "\t" : "", Utf8(cell.text).c_str());
+            printf("\t%s", Utf8(cell.text).c_str());
         }
         printf("\n");
     }
     VirtualFreeEx(access, remote, 0, MEM_RELEASE);
     CloseHandle(access);
-    return 0;
 }
 
-int ShowTop(HWND frame) {
+BOOL CALLBACK PrintControl(HWND control, LPARAM) {
+    RECT area = {};
+    GetWindowRect(control, &area);
+    printf("%d\t%s\t%d\t%ld\t%ld\t%s\n", GetDlgCtrlID(control), Utf8(ClassOf(control)).c_str(),
+           IsWindowEnabled(control), (area.left + area.right) / 2, (area.top + area.bottom) / 2,
+           TextOf(control).c_str());
+    if (ClassOf(control) == WC_LISTVIEWW) {
+        PrintRows(control);
+    }
+    return TRUE;
+}
+
+int Dump(HWND frame) {
     HWND dialog = ActiveDialog();
+    HWND window = dialog != nullptr ? dialog : frame;
+    // The dialog shows up before it has filled itself; a message that it answers itself waits for that.
+    SendMessageW(window, WM_NULL, 0, 0);
     POINT corner = {};
-    ClientToScreen(dialog != nullptr ? dialog : frame, &corner);
-    printf("%llu %ld %ld\n", reinterpret_cast<uintptr_t>(dialog), corner.x, corner.y);
+    ClientToScreen(window, &corner);
+    printf("%llu\t%ld\t%ld\t%s\n", reinterpret_cast<uintptr_t>(dialog), corner.x, corner.y, TextOf(window).c_str());
+    if (dialog != nullptr) {
+        EnumChildWindows(dialog, PrintControl, 0);
+    }
     return 0;
 }
 
@@ -230,30 +206,18 @@ int ShowUsage(HWND frame) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    constexpr double kPatience = 10;
     const std::wstring command = count > 1 ? arguments[1] : L"";
-    HWND frame = FindWindowW(platform::kFrameClass, nullptr);
-    if (command == L"top" || command == L"usage") {
-        return frame == nullptr ? kNotThere : command == L"top" ? ShowTop(frame) : ShowUsage(frame);
-    }
-    const bool dump = command == L"dump";
-    HWND dialog = WaitForDialog(dump && count > 2 ? wcstod(arguments[2], nullptr) : kPatience);
-    if (dialog == nullptr) {
-        return kNotThere;
-    }
-    if (dump) {
-        return Dump(dialog);
+    if (HWND frame = FindWindowW(platform::kFrameClass, nullptr); count == 2 && frame != nullptr) {
+        return command == L"usage" ? ShowUsage(frame) : Dump(frame);
     }
     const int id = count > 2 ? _wtoi(arguments[2]) : 0;
-    HWND control = FindControl(dialog, id);
-    if (command == L"press") {
-        return Press(control, id);
+    HWND control = count > 2 ? WaitForControl(id) : nullptr;
+    if (control == nullptr || !IsWindowEnabled(control)) {
+        return kNotThere;
     }
-    if (command == L"rows") {
-        return PrintRows(control);
-    }
-    if (command == L"set" && count > 3) {
+    if (count > 3) {
         return SendMessageW(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(arguments[3])) ? 0 : kNotThere;
     }
-    return 2;
+    PostMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(control));
+    return 0;
 }
