@@ -20,7 +20,6 @@ enum Act {
     Tick,      // c times: a received and b transmitted are added to the counters, 2 s later the item's timer
     Refresh,   // the host's refresh query
     Clear,     // the host's clear-cache message
-    Erase,     // background
     Paint,     // of the topmost window
     Tap,       // pen up at (a, b) of the topmost window
     Options,   // the host opens template 500 with ordinal 241

@@ -6,10 +6,10 @@
 
 namespace fakes {
 
-enum class Faults { Once, FromThereOn };
+enum class Faults { Once, FromThereOn, OfItsFunction };
 
 // Of the faked calls that this thread makes from now on, the n-th (1 is the next one; 0 is none) fails as that function
-// does, and so do all after it if the fault lasts. A write that fails writes nothing.
+// does, and so do all after it, or all of its function. A write that fails writes nothing.
 void FailCall(int nth, Faults faults);
 
 // All calls succeed again. Returns how many there were since FailCall.

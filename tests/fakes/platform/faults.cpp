@@ -10,7 +10,7 @@ namespace {
 thread_local struct {
     int calls;
     int nth;
-    bool lasts;
+    Faults faults;
     std::string failed;
 } countdown;
 std::atomic<int> resources = 0;
@@ -18,7 +18,7 @@ std::atomic<int> resources = 0;
 }  // namespace
 
 void FailCall(int nth, Faults faults) {
-    countdown = {0, nth, faults == Faults::FromThereOn, {}};
+    countdown = {0, nth, faults, {}};
 }
 
 int EndFaults() {
@@ -36,10 +36,14 @@ int OpenResources() {
 
 bool Fails(const char* function) {
     const int call = ++countdown.calls;
+    if (countdown.nth == 0 || call < countdown.nth) {
+        return false;
+    }
     if (call == countdown.nth) {
         countdown.failed = function;
     }
-    return countdown.nth != 0 && (call == countdown.nth || (call > countdown.nth && countdown.lasts));
+    return call == countdown.nth || countdown.faults == Faults::FromThereOn ||
+           (countdown.faults == Faults::OfItsFunction && countdown.failed == function);
 }
 
 void CountResource(int change) {

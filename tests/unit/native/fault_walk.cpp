@@ -78,18 +78,19 @@ std::string Outcome(std::string (*run)(), const Contents& before, int& calls) {
 void WalkFaults(const char* name, const Promise& promise, std::string (*run)()) {
     SCOPED_TRACE(name);
     const std::regex onFault(promise.onFault), again(promise.again);
+    constexpr const char* kKinds[] = {"once", "from there on", "all of its function"};
     int faults = 0;
     int calls = 0;
-    for (const fakes::Faults lasting : {fakes::Faults::Once, fakes::Faults::FromThereOn}) {
+    for (const int kind : {0, 1, 2}) {
         for (int nth = 1;; ++nth, ++faults) {
             ResetForTest();
             promise.prepare();
             const Contents before = LookAround();
             const std::ptrdiff_t resources = OpenResources();
-            fakes::FailCall(nth, lasting);
+            fakes::FailCall(nth, static_cast<fakes::Faults>(kind));
             const std::string outcome = Outcome(run, before, calls);
             const std::string fault = fakes::FailedCall() + ", call " + std::to_string(nth) +
-                                      (lasting == fakes::Faults::Once ? ", gives " : " and on, gives ") + outcome;
+                                      (", " + std::string(kKinds[kind])) + " gives " + outcome;
             EXPECT_EQ(OpenResources(), resources) << fault;
             if (calls < nth) {
                 EXPECT_EQ(outcome, promise.whole);

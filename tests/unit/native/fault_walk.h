@@ -1,4 +1,5 @@
-// tests/unit/native/fault_walk.h - every faked call of an operation fails once, alone and with all that follow it.
+// tests/unit/native/fault_walk.h - every faked call of an operation fails: alone, with all that follow it, with those
+// of its function.
 #pragma once
 
 #include <string>
