@@ -10,7 +10,7 @@ from peers import start_netbios
 from tool import DETECTOR, Tool
 from wine import WineSession
 
-LIST, DETECT = 1089, 1085
+LIST, DETECT, YES = 1089, 1085, 6
 LONGEST_SCAN = 15.0  # an echo of 5 s, then a name query of 5 s; the dialog looks once a second
 
 
@@ -41,6 +41,13 @@ class ScanTest(unittest.TestCase):
             # One a worker would be a thousand; Wine keeps a few for a while.
             wait_until(lambda: all(now - then < 20 for now, then in zip(held(tool), before)), 20,
                        f"about {before} handles, GDI objects and threads", 1)
+            # A tap on the second row and a yes: that host is safe.
+            hosts, dialog = tool.dialog().controls[LIST], tool.top()[0]
+            tool.click(hosts.x - 60, hosts.y - 17)
+            tool.wait_for(lambda shown: shown != dialog, "the question")
+            tool.tap_away(YES)
+            with open(f"{self.wine.data}/slist.dat", "rb") as file:
+                self.assertEqual(file.read().hex(":"), found[2])
             tool.close()
             self.assertEqual(self.end(tool), 0, "the last worker has let go of the library")
 
