@@ -16,31 +16,23 @@
 namespace scripted {
 
 struct Adapter {
-    std::string name = "{00000001-0000-0000-0000-000000000001}";
-    std::string description = "Test adapter";
-    uint32_t index = 1;
-    uint32_t type = MIB_IF_TYPE_ETHERNET;
+    std::string name = "{00000001-0000-0000-0000-000000000001}", description = "Test adapter";
+    uint32_t index = 1, type = MIB_IF_TYPE_ETHERNET;
     std::vector<uint8_t> hardwareAddress = {0x02, 0x00, 0x00, 0x00, 0x00, 0x01};
-    std::string address = "192.168.7.33";
-    std::string mask = "255.255.255.0";
-    std::string gateway = "192.168.7.1";
+    std::string address = "192.168.7.33", mask = "255.255.255.0", gateway = "192.168.7.1";
     std::vector<std::string> dnsServers = {};
     bool dhcpEnabled = false;
     std::string dhcpServer = {};
-    time_t leaseObtained = 0;
-    time_t leaseExpires = 0;
+    time_t leaseObtained = 0, leaseExpires = 0;
     bool haveWins = false;
-    std::string primaryWins = {};
-    std::string secondaryWins = {};
+    std::string primaryWins = {}, secondaryWins = {};
     uint32_t speed = 100000000;
-    uint32_t received = 0;  // octets
-    uint32_t transmitted = 0;
+    uint32_t received = 0, transmitted = 0;  // octets
 };
 
 struct Wireless {
-    bool present = false;  // the device opens
-    std::wstring bindingName;
-    std::vector<uint8_t> bindingAnswer;               // as the driver gives it, instead of one that holds the name
+    bool present = false;                             // the device opens
+    std::vector<uint8_t> bindingAnswer;               // its name, as the driver gives it
     std::map<uint32_t, std::vector<uint8_t>> values;  // by OID; one without a value fails
     std::vector<uint32_t> requests;                   // OIDs asked or set, in order
 };
@@ -56,7 +48,6 @@ struct ConnectionManager {
     HRESULT proxyResult = E_NOINTERFACE;
     std::u16string proxy;
     platform::ConnectionRequest request = {};
-    int open = 0;  // connections not yet released
     LONG releasedWith = 0;
 };
 

@@ -24,14 +24,15 @@ using scripted::system;
 
 namespace {
 
-template <size_t Size>
-void Copy(char (&out)[Size], const std::string& text) {
-    out[text.copy(out, Size - 1)] = 0;
-}
-
 const Adapter* FindAdapter(uint32_t index) {
     const auto found = std::ranges::find(system.adapters, index, &Adapter::index);
     return found == system.adapters.end() ? nullptr : &*found;
+}
+
+// Into a record of zeros, whose last one stays.
+template <size_t Size>
+void Copy(char (&out)[Size], const std::string& text) {
+    text.copy(out, Size - 1);
 }
 
 void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
@@ -56,12 +57,10 @@ void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
 }
 
 DWORD Result(const std::string& call, DWORD usual) {
-    return fakes::Fails(call.c_str())      ? ERROR_GEN_FAILURE
-           : system.results.contains(call) ? system.results[call]
-                                           : usual;
+    return fakes::Fails(call) ? ERROR_GEN_FAILURE : system.results.contains(call) ? system.results[call] : usual;
 }
 
-// The size-then-data protocol: the size query answers `needsRoom`. NO_ERROR when the data are to be filled in.
+// The size-then-data protocol, whose size query answers `needsRoom`. NO_ERROR when the data are to be filled in.
 DWORD AskForRoom(const std::string& call, const void* buffer, ULONG* bytes, size_t needed, DWORD needsRoom) {
     if (buffer != nullptr && *bytes >= needed) {
         return Result(call, NO_ERROR);

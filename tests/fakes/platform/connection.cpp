@@ -19,7 +19,7 @@ void* OpenHandle(const char* call) {
     if (fakes::Fails(call)) {
         return nullptr;
     }
-    fakes::CountResource(1);
+    ++fakes::openResources;
     return &system.internet;
 }
 
@@ -31,7 +31,6 @@ HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* con
         return E_FAIL;
     }
     *connection = CreateEventW(nullptr, TRUE, TRUE, nullptr);
-    ++system.connectionManager.open;
     return S_OK;
 }
 
@@ -44,7 +43,6 @@ HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
 
 HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG cache) {
     CloseHandle(connection);
-    --system.connectionManager.open;
     system.connectionManager.releasedWith = cache;
     return S_OK;
 }
@@ -79,18 +77,20 @@ bool HttpSendRequestW(void*) {
 
 bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
     auto& pieces = system.internet.answers[system.internet.hosts.back()].pieces;
-    const bool fails = fakes::Fails("InternetReadFile");
     *read = 0;
-    if (!fails && !pieces.empty()) {
+    if (fakes::Fails("InternetReadFile")) {
+        return false;
+    }
+    if (!pieces.empty()) {
         *read = static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
         pieces[0].erase(0, *read);
         pieces.erase(pieces.begin(), pieces.begin() + (pieces[0].empty() ? 1 : 0));
     }
-    return !fails;
+    return true;
 }
 
 void InternetCloseHandle(void*) {
-    fakes::CountResource(-1);
+    --fakes::openResources;
 }
 
 }  // namespace platform

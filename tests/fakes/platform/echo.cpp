@@ -11,12 +11,12 @@ HANDLE IcmpCreateFile() {
     if (fakes::Fails("IcmpCreateFile")) {
         return INVALID_HANDLE_VALUE;
     }
-    fakes::CountResource(1);
+    ++fakes::openResources;
     return &scripted::system;
 }
 
 BOOL IcmpCloseHandle(HANDLE) {
-    fakes::CountResource(-1);
+    --fakes::openResources;
     return TRUE;
 }
 

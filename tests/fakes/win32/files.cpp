@@ -5,9 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <memory>
 
-#include "tests/fakes/fakes.h"
 #include "tests/fakes/win32/parts.h"
 
 namespace fs = std::filesystem;
@@ -18,19 +16,8 @@ namespace {
 
 fs::path root;
 
-struct File : Closable {
-    int descriptor;
-    explicit File(int opened) : descriptor(opened) {}
-    ~File() override { close(descriptor); }
-};
-
-struct Search : Closable {
-    std::vector<fs::path> matches;
-    size_t next = 0;
-};
-
 int DescriptorOf(HANDLE file) {
-    return static_cast<File*>(static_cast<Closable*>(file))->descriptor;
+    return static_cast<Closable*>(file)->descriptor;
 }
 
 fs::path RealPath(const wchar_t* path) {
@@ -53,19 +40,25 @@ BOOL Transferred(ssize_t result, DWORD* count) {
     return result >= 0;
 }
 
-BOOL NextMatch(Search& search, WIN32_FIND_DATAW* found) {
-    if (search.next == search.matches.size()) {
+BOOL NextMatch(Closable& search, WIN32_FIND_DATAW* found) {
+    if (search.matches.empty()) {
         return FALSE;
     }
-    const fs::path& match = search.matches[search.next++];
-    *found = {};
-    found->dwFileAttributes = fs::is_directory(match) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
-    const std::string name = match.filename().string();
+    const std::string name = search.matches.back().filename();
+    *found = {fs::is_directory(search.matches.back()) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL, {}};
     std::copy_n(name.begin(), std::min<size_t>(name.size(), MAX_PATH - 1), found->cFileName);
+    search.matches.pop_back();
     return TRUE;
 }
 
 }  // namespace
+
+Closable::~Closable() {
+    if (descriptor >= 0) {
+        close(descriptor);
+    }
+    --openResources;
+}
 
 const fs::path& Root() {
     return root;
@@ -90,27 +83,28 @@ using namespace fakes;
 
 HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD, void*, DWORD disposition, DWORD, HANDLE) {
     const fs::path real = RealPath(path);
-    if (Fails("CreateFileW") || fs::is_directory(real)) {
+    const bool fails = Fails("CreateFileW") || fs::is_directory(real);
+    const int descriptor = fails ? -1 : open(real.c_str(), OpenFlags(access, disposition), 0644);
+    if (descriptor < 0) {
         return INVALID_HANDLE_VALUE;
     }
-    const int descriptor = open(real.c_str(), OpenFlags(access, disposition), 0644);
-    return descriptor < 0 ? INVALID_HANDLE_VALUE : static_cast<Closable*>(new File(descriptor));
+    auto* file = new Closable;
+    file->descriptor = descriptor;
+    return file;
 }
 
 BOOL ReadFile(HANDLE file, void* buffer, DWORD bytes, DWORD* count, void*) {
-    *count = 0;
-    return !Fails("ReadFile") && Transferred(read(DescriptorOf(file), buffer, bytes), count);
+    return Transferred(Fails("ReadFile") ? -1 : read(DescriptorOf(file), buffer, bytes), count);
 }
 
 BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* count, void*) {
-    *count = 0;
-    return !Fails("WriteFile") && Transferred(write(DescriptorOf(file), buffer, bytes), count);
+    return Transferred(Fails("WriteFile") ? -1 : write(DescriptorOf(file), buffer, bytes), count);
 }
 
 DWORD SetFilePointer(HANDLE file, LONG distance, LONG*, DWORD method) {
-    constexpr int kOrigins[] = {SEEK_SET, SEEK_CUR, SEEK_END};
+    static_assert(FILE_BEGIN == SEEK_SET && FILE_END == SEEK_END);
     return Fails("SetFilePointer") ? INVALID_SET_FILE_POINTER
-                                   : static_cast<DWORD>(lseek(DescriptorOf(file), distance, kOrigins[method]));
+                                   : static_cast<DWORD>(lseek(DescriptorOf(file), distance, static_cast<int>(method)));
 }
 
 DWORD GetFileSize(HANDLE file, DWORD*) {
@@ -134,22 +128,23 @@ BOOL MoveFileW(const wchar_t* from, const wchar_t* to) {
 
 HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
     const fs::path real = RealPath(pattern);
-    auto search = std::make_unique<Search>();
+    auto* search = new Closable;
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(real.parent_path(), error)) {
         if (fnmatch(real.filename().c_str(), entry.path().filename().c_str(), FNM_CASEFOLD) == 0) {
             search->matches.push_back(entry.path());
         }
     }
-    std::sort(search->matches.begin(), search->matches.end());
+    std::ranges::sort(search->matches, std::greater());
     if (Fails("FindFirstFileW") || !NextMatch(*search, found)) {
+        delete search;
         return INVALID_HANDLE_VALUE;
     }
-    return static_cast<Closable*>(search.release());
+    return search;
 }
 
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) {
-    return !Fails("FindNextFileW") && NextMatch(*static_cast<Search*>(static_cast<Closable*>(search)), found);
+    return !Fails("FindNextFileW") && NextMatch(*static_cast<Closable*>(search), found);
 }
 
 BOOL FindClose(HANDLE search) {

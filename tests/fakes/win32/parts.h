@@ -1,20 +1,28 @@
 // tests/fakes/win32/parts.h - what the parts of the stand-in share.
 #pragma once
 
-#include "platform/system.h"
-#include "tests/fakes/faults.h"
+#include <map>
+
+#include "tests/fakes/fakes.h"
+
+struct FakeKey {
+    std::map<std::wstring, std::pair<DWORD, std::vector<BYTE>>> values;  // type and data
+};
 
 namespace fakes {
 
 void ResetFiles();
-void ResetRegistry();
 
-// Everything that CloseHandle accepts.
+extern std::map<std::wstring, FakeKey> keys;  // by full name, and values by theirs, which the product spells one way
+
+// Everything that CloseHandle accepts: a file, a search, an event.
 struct Closable {
-    Closable() { CountResource(1); }
+    int descriptor = -1;
+    std::vector<std::filesystem::path> matches;  // those that a search has not told yet, the next one last
+    Closable() { ++openResources; }
     Closable(const Closable&) = delete;
     Closable& operator=(const Closable&) = delete;
-    virtual ~Closable() { CountResource(-1); }
+    ~Closable();
 };
 
 }  // namespace fakes
