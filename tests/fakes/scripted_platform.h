@@ -47,7 +47,6 @@ struct ConnectionManager {
     std::vector<DWORD> statuses;  // one per query, then connected (16)
     HRESULT proxyResult = E_NOINTERFACE;
     std::u16string proxy;
-    platform::ConnectionRequest request = {};
     LONG releasedWith = 0;
 };
 

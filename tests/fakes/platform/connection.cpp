@@ -13,20 +13,13 @@ namespace platform {
 
 using scripted::system;
 
-namespace {
-
-void* OpenHandle(const char* call) {
-    if (fakes::Fails(call)) {
-        return nullptr;
-    }
-    ++fakes::openResources;
-    return &system.internet;
+static void* OpenHandle(const char* call) {
+    const bool fails = fakes::Fails(call);
+    fakes::openResources += fails ? 0 : 1;
+    return fails ? nullptr : &system.internet;
 }
 
-}  // namespace
-
-HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* connection) {
-    system.connectionManager.request = request;
+HRESULT ConnMgrEstablishConnection(const ConnectionRequest&, HANDLE* connection) {
     if (fakes::Fails("ConnMgrEstablishConnection")) {
         return E_FAIL;
     }
@@ -37,7 +30,7 @@ HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* con
 HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
     auto& statuses = system.connectionManager.statuses;
     *status = statuses.empty() ? 16 : statuses.front();
-    statuses.erase(statuses.begin(), statuses.begin() + (statuses.empty() ? 0 : 1));
+    statuses.erase(statuses.begin(), std::ranges::next(statuses.begin(), 1, statuses.end()));
     return fakes::Fails("ConnMgrConnectionStatus") ? E_FAIL : S_OK;
 }
 

@@ -8,11 +8,9 @@
 namespace platform {
 
 HANDLE IcmpCreateFile() {
-    if (fakes::Fails("IcmpCreateFile")) {
-        return INVALID_HANDLE_VALUE;
-    }
-    ++fakes::openResources;
-    return &scripted::system;
+    const bool fails = fakes::Fails("IcmpCreateFile");
+    fakes::openResources += fails ? 0 : 1;
+    return fails ? INVALID_HANDLE_VALUE : &scripted::system;
 }
 
 BOOL IcmpCloseHandle(HANDLE) {

@@ -13,11 +13,9 @@ namespace platform {
 using scripted::system;
 
 HANDLE OpenRadio() {
-    if (fakes::Fails("OpenRadio") || !system.wireless.present) {
-        return INVALID_HANDLE_VALUE;
-    }
-    ++fakes::openResources;
-    return &system.wireless;
+    const bool fails = fakes::Fails("OpenRadio") || !system.wireless.present;
+    fakes::openResources += fails ? 0 : 1;
+    return fails ? INVALID_HANDLE_VALUE : &system.wireless;
 }
 
 void CloseRadio(HANDLE) {

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <memory>
 
 #include "tests/fakes/win32/parts.h"
 
@@ -21,20 +22,12 @@ int DescriptorOf(HANDLE file) {
 }
 
 fs::path RealPath(const wchar_t* path) {
-    std::string text;
-    for (; *path != 0; ++path) {
-        text += *path == '\\' ? '/' : *path < 0x80 ? static_cast<char>(*path) : '?';
-    }
+    std::string text(path, path + wcslen(path));
+    std::ranges::replace(text, '\\', '/');
     return root / fs::path("./" + text).lexically_normal();
 }
 
-int OpenFlags(DWORD access, DWORD disposition) {
-    constexpr int kDispositions[] = {0, O_CREAT | O_EXCL, O_CREAT | O_TRUNC, 0, O_CREAT};
-    const int direction = (access & GENERIC_WRITE) == 0 ? O_RDONLY : (access & GENERIC_READ) == 0 ? O_WRONLY : O_RDWR;
-    return direction | kDispositions[disposition] | O_CLOEXEC;
-}
-
-// What read and write have in common.
+// Of read and write: what they return becomes the count, or a failure.
 BOOL Transferred(ssize_t result, DWORD* count) {
     *count = static_cast<DWORD>(std::max<ssize_t>(result, 0));
     return result >= 0;
@@ -82,15 +75,12 @@ void ResetFiles() {
 using namespace fakes;
 
 HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD, void*, DWORD disposition, DWORD, HANDLE) {
+    constexpr int kDispositions[] = {0, O_CREAT | O_EXCL, O_CREAT | O_TRUNC, 0, O_CREAT};
+    const int direction = (access & GENERIC_WRITE) == 0 ? O_RDONLY : (access & GENERIC_READ) == 0 ? O_WRONLY : O_RDWR;
     const fs::path real = RealPath(path);
     const bool fails = Fails("CreateFileW") || fs::is_directory(real);
-    const int descriptor = fails ? -1 : open(real.c_str(), OpenFlags(access, disposition), 0644);
-    if (descriptor < 0) {
-        return INVALID_HANDLE_VALUE;
-    }
-    auto* file = new Closable;
-    file->descriptor = descriptor;
-    return file;
+    const int file = fails ? -1 : open(real.c_str(), direction | kDispositions[disposition] | O_CLOEXEC, 0644);
+    return file < 0 ? INVALID_HANDLE_VALUE : new Closable(file);
 }
 
 BOOL ReadFile(HANDLE file, void* buffer, DWORD bytes, DWORD* count, void*) {
@@ -128,7 +118,7 @@ BOOL MoveFileW(const wchar_t* from, const wchar_t* to) {
 
 HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
     const fs::path real = RealPath(pattern);
-    auto* search = new Closable;
+    auto search = std::make_unique<Closable>();
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(real.parent_path(), error)) {
         if (fnmatch(real.filename().c_str(), entry.path().filename().c_str(), FNM_CASEFOLD) == 0) {
@@ -136,11 +126,8 @@ HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
         }
     }
     std::ranges::sort(search->matches, std::greater());
-    if (Fails("FindFirstFileW") || !NextMatch(*search, found)) {
-        delete search;
-        return INVALID_HANDLE_VALUE;
-    }
-    return search;
+    const bool fails = Fails("FindFirstFileW") || !NextMatch(*search, found);
+    return fails ? INVALID_HANDLE_VALUE : search.release();
 }
 
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) {
@@ -152,9 +139,7 @@ BOOL FindClose(HANDLE search) {
 }
 
 BOOL SHGetSpecialFolderPathW(HWND, wchar_t* path, int folder, BOOL) {
-    if (Fails("SHGetSpecialFolderPathW")) {
-        return FALSE;
-    }
-    wcscpy(path, folder == CSIDL_PROGRAM_FILES ? L"\\Program Files" : L"\\My Documents");
-    return TRUE;
+    const bool fails = Fails("SHGetSpecialFolderPathW");
+    wcscpy(path, fails ? L"" : folder == CSIDL_PROGRAM_FILES ? L"\\Program Files" : L"\\My Documents");
+    return !fails;
 }

@@ -35,11 +35,9 @@ DWORD GetLastError() {
 }
 
 void* LocalAlloc(UINT, size_t bytes) {
-    if (Fails("LocalAlloc")) {
-        return nullptr;
-    }
-    ++openResources;
-    return std::calloc(1, std::max<size_t>(bytes, 1));
+    const bool fails = Fails("LocalAlloc");
+    openResources += fails ? 0 : 1;
+    return fails ? nullptr : std::calloc(1, std::max<size_t>(bytes, 1));
 }
 
 void* LocalFree(void* memory) {
@@ -80,9 +78,9 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
     const time_t seconds = static_cast<time_t>(ticks / 10000000) - 11644473600;
     tm parts = {};
     gmtime_r(&seconds, &parts);
-    const auto word = [](int number) { return static_cast<WORD>(number); };
-    *systemTime = {word(parts.tm_year + 1900), word(parts.tm_mon + 1), word(parts.tm_wday), word(parts.tm_mday),
-                   word(parts.tm_hour),        word(parts.tm_min),     word(parts.tm_sec),  0};
+    const auto words = [](auto... numbers) { return SYSTEMTIME{static_cast<WORD>(numbers)...}; };
+    *systemTime = words(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_wday, parts.tm_mday, parts.tm_hour,
+                        parts.tm_min, parts.tm_sec, 0);
     return TRUE;
 }
 

@@ -17,9 +17,9 @@ extern std::map<std::wstring, FakeKey> keys;  // by full name, and values by the
 
 // Everything that CloseHandle accepts: a file, a search, an event.
 struct Closable {
-    int descriptor = -1;
+    const int descriptor;
     std::vector<std::filesystem::path> matches;  // those that a search has not told yet, the next one last
-    Closable() { ++openResources; }
+    explicit Closable(int opened = -1) : descriptor(opened) { ++openResources; }
     Closable(const Closable&) = delete;
     Closable& operator=(const Closable&) = delete;
     ~Closable();

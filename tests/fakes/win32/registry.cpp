@@ -9,22 +9,17 @@ std::map<std::wstring, FakeKey> fakes::keys;
 using namespace fakes;
 
 LONG RegOpenKeyExW(HKEY, const wchar_t* name, DWORD, DWORD, HKEY* key) {
-    const bool fails = Fails("RegOpenKeyExW");
-    if (fails || !keys.contains(name)) {
-        return fails ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
-    }
-    *key = &keys[name];
-    ++openResources;
-    return ERROR_SUCCESS;
+    const bool fails = Fails("RegOpenKeyExW"), isThere = !fails && keys.contains(name);
+    *key = isThere ? &keys[name] : nullptr;
+    openResources += isThere ? 1 : 0;
+    return fails ? ERROR_ACCESS_DENIED : isThere ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
 }
 
 LONG RegCreateKeyExW(HKEY, const wchar_t* name, DWORD, wchar_t*, DWORD, DWORD, void*, HKEY* key, DWORD*) {
-    if (Fails("RegCreateKeyExW")) {
-        return ERROR_ACCESS_DENIED;
-    }
-    *key = &keys[name];
-    ++openResources;
-    return ERROR_SUCCESS;
+    const bool fails = Fails("RegCreateKeyExW");
+    *key = fails ? nullptr : &keys[name];
+    openResources += fails ? 0 : 1;
+    return fails ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
 }
 
 LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* data, DWORD* bytes) {

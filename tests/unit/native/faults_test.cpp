@@ -32,7 +32,6 @@ void UseAdapter() {
     adapter.dnsServers = {"9.9.9.9", "8.8.8.8"};
     adapter.received = 1;
     scripted::system.adapters = {adapter};
-    wcscpy(itemState.adapterName, L"{eth}");
     fakes::AnswerMessagesWith(IDYES);
 }
 
@@ -159,9 +158,9 @@ TEST(Faults, Of_the_network_tools) {
 }
 
 TEST(Faults, Of_the_adapter_tools) {
-    WalkFaults(UseFiles,
-               {L"1", L"192.168.7.33", L"Adapter - Test adapter", L"ethernet", L"8.8.8.8", L"6", L"10.0.0.1", L"7"},
-               {L"0", L"No adapter is available.", L"4", L"-1", L"4294967295"}, [] {
+    WalkFaults(UseFiles, {L"1", L"192.168.7.33", L"Adapter - Test adapter", L"ethernet", L"8.8.8.8", L"6", L"10.0.0.1"},
+               {L"0", L"No adapter is available.", L"4", L"-1"}, [] {
+                   wcscpy(itemState.adapterName, L"{eth}");
                    char address[kAddressTextBytes];
                    MacAddress mac;
                    GetCurrentAdapterAddress(address, mac);
@@ -169,9 +168,8 @@ TEST(Faults, Of_the_adapter_tools) {
                    ReadAdapterDetails(false, details);
                    AdapterProperty rows[kMostAdapterProperties] = {};
                    const int count = ReadAdapterProperties(rows);
-                   ChooseAdapter();
                    return Told(ReadInterfaceCounters().received, address, details.title, details.type,
-                               details.secondDns, count, rows[5].value, itemState.interfaceIndex);
+                               details.secondDns, count, rows[5].value);
                });
     WalkFaults(UseFiles, {L"1", L"10.0.0.1", L"Thu. Jan 1, 1970 00:00:00", L"1", L"1"}, {L"0"}, [] {
         DhcpInfo info = {};
