@@ -66,18 +66,25 @@ TEST(Strip, Heights_climb_the_ladder) {
     EXPECT_EQ(Each(GraphHeight, bytes), L"0|1|1|3|9|10|16|19|24|25|25|27|27");
 }
 
-TEST(Taps, Ranges_include_both_bounds_and_double_on_a_large_screen) {
+TEST(Strip, A_full_ring_is_walked_from_its_oldest_sample) {
+    UseScreen(480, 640);
+    itemState.sampleCount = kSampleSlots;
+    itemState.ringStart = 7;
+    itemState.inDeltas[7] = 800000;
+    std::array<GraphMark, kMostGraphMarks> marks;
+    ASSERT_EQ(ArrangeMiniGraph(marks), 1U);
+    EXPECT_EQ(std::tuple(marks[0].from.x, marks[0].from.y, marks[0].to.y), std::tuple(47, 4, 31));
+}
+
+TEST(Taps, Ranges_include_both_bounds) {
     const auto toolAt = [](uint32_t x, uint32_t y) {
         const Tool* tool = FindToolAt(x, y);
         return tool == nullptr ? -1 : tool->templateId;
     };
-    for (const uint32_t scale : {1U, 2U}) {
-        UseScreen(240 * scale, 320 * scale);
-        const uint32_t left = 69 * scale, right = 85 * scale, bottom = 16 * scale + 4;
-        EXPECT_EQ(std::pair(toolAt(left, 4), toolAt(right, bottom)), std::pair(IDD_USAGE, IDD_USAGE));
-        EXPECT_EQ(std::pair(toolAt(left - 1, 4), toolAt(right + 1, 4)), std::pair(-1, -1));
-        EXPECT_EQ(std::pair(toolAt(left, 3), toolAt(left, bottom + 1)), std::pair(-1, -1));
-    }
+    UseScreen(480, 640);
+    EXPECT_EQ(std::pair(toolAt(138, 4), toolAt(170, 36)), std::pair(IDD_USAGE, IDD_USAGE));
+    EXPECT_EQ(std::pair(toolAt(137, 4), toolAt(171, 36)), std::pair(-1, -1));
+    EXPECT_EQ(std::pair(toolAt(138, 3), toolAt(170, 37)), std::pair(-1, -1));
 }
 
 }  // namespace
