@@ -1,4 +1,6 @@
-// Formatted text on every build, and the bounds of the helper's messages.
+// Formatted text on every build, the helper's limits, and the texts that a desktop's system gives.
+#include "platform/desktop/arp_text.h"
+#include "platform/desktop/proxy_list.h"
 #include "platform/format_text.h"
 #include "platform/helper_protocol.h"
 
@@ -8,33 +10,28 @@
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
+using namespace std::string_view_literals;
 
 TEST(FormatText, Numbers_are_written_as_the_system_writes_them_and_fractions_rounded_half_away_from_zero) {
-    const auto real = [](double value) {
-        wchar_t out[64];
+    wchar_t out[64];
+    const auto real = [&](double value) {
         FormatText(out, L"%.2f %.1f", value, value);
-        return std::wstring(out);
+        return out;
     };
     EXPECT_EQ(Each(real, {0.0, 0.125, 0.375, 0.995, 0.999, 2.675, 5.5, 4294967295.0}),
               L"0.00 0.0|0.13 0.1|0.38 0.4|0.99 1.0|1.00 1.0|2.67 2.7|5.50 5.5|4294967295.00 4294967295.0");
-    const auto integer = [](int value) {
-        wchar_t out[64];
-        FormatText(out, L"%d %02d %04d %02X %X", value, value, value, value, value);
-        return std::wstring(out);
+    const auto integer = [&](int value) {
+        FormatText(out, L"%d %04d %02X %X", value, value, value, value);
+        return out;
     };
-    EXPECT_EQ(Each(integer, {-7, 0x7FFFFFFF, -0x7FFFFFFF - 1}),
-              L"-7 -7 -007 FFFFFFF9 FFFFFFF9|2147483647 2147483647 2147483647 7FFFFFFF 7FFFFFFF|"
-              L"-2147483648 -2147483648 -2147483648 80000000 80000000");
+    EXPECT_EQ(Each(integer, {5, -7, -0x7FFFFFFF - 1}),
+              L"5 0005 05 5|-7 -007 FFFFFFF9 FFFFFFF9|-2147483648 -2147483648 80000000 80000000");
 }
 
 TEST(FormatText, What_does_not_fit_is_cut_and_texts_cross_between_the_widths) {
     wchar_t few[5] = {1, 1, 1, 1, 1};
     EXPECT_EQ(FormatText(std::span<wchar_t>(few, 4), L"%s%d", L"ab", 1234), 3U);
-    EXPECT_STREQ(few, L"ab1");
-    EXPECT_EQ(few[4], 1);
-    EXPECT_EQ(FormatText(std::span<wchar_t>(few, 1), L"%d", 5), 0U);
-    EXPECT_EQ(few[0], 0);
+    EXPECT_EQ(std::wstring(few, 5), L"ab1\0\1"sv);
     EXPECT_EQ(FormatText(std::span<wchar_t>(), L"x"), 0U);
     wchar_t wide[9];
     FormatText(wide, L"<%S|%s>", "a\xE4", L"\u00DFz");
@@ -45,38 +42,45 @@ TEST(FormatText, What_does_not_fit_is_cut_and_texts_cross_between_the_widths) {
     EXPECT_STREQ(narrow, "\"a\xE4\",\"b\"\n");
 }
 
-using namespace helper_protocol;
-
-TEST(HelperProtocol, An_interface_name_is_what_the_kernel_takes_and_never_an_option) {
-    for (const std::string_view name : {"a", "fifteen-letters", "br-1.2", "\xC3\xA9th"}) {
-        EXPECT_TRUE(IsInterfaceName(name)) << name;
-    }
-    const std::string_view refused[] = {
-        "", ".", "..", "-r", "a/b", "a b", "a\tb", "a:1", "sixteen--letters", std::string_view("a\0b", 3)};
-    for (const std::string_view name : refused) {
-        Bytes message(100);
-        const size_t bytes = EncodeRequest(message, 7, {RequestKind::kRelease, name, 0, 0, {}});
-        Request request;
-        EXPECT_FALSE(IsInterfaceName(name) ||
-                     DecodeRequest(2, std::span(message).subspan(kHeaderBytes, bytes - kHeaderBytes), request))
-            << name;
-    }
+TEST(HelperProtocol, An_interface_name_is_what_the_kernel_takes_and_what_does_not_fit_is_not_written) {
+    using namespace helper_protocol;
+    EXPECT_EQ(Each(IsInterfaceName, {"a"sv, "fifteen-letters"sv, "br-1.2"sv, "\xC3\xA9th"sv}), L"1|1|1|1");
+    EXPECT_EQ(Each(IsInterfaceName,
+                   {""sv, "."sv, ".."sv, "-r"sv, "a/b"sv, "a b"sv, "a\tb"sv, "a:1"sv, "a\0b"sv, "sixteen--letters"sv}),
+              L"0|0|0|0|0|0|0|0|0|0");
+    std::vector<uint8_t> space(kMaxMessageBytes + 100);
+    const std::vector<uint8_t> value(kMaxBodyBytes, 1);
+    EXPECT_EQ(EncodeBindingAnswer(space, {0, 4, 1}, "wlan0", std::string(256, 'x')), 0u);
+    EXPECT_EQ(EncodeValueAnswer(space, {0, 5, 1}, value), 0u);
+    EXPECT_EQ(EncodeValueAnswer(space, {0, 5, 1}, std::span(value).first(value.size() - 4)), kMaxMessageBytes);
 }
 
-TEST(HelperProtocol, What_does_not_fit_is_neither_written_nor_read) {
-    Bytes space(kMaxMessageBytes + 100);
-    const Bytes value(kMaxBodyBytes, 1);
-    EXPECT_EQ(EncodeValueAnswer(space, {0, 5, 1}, value), 0u);
-    EXPECT_EQ(EncodeBindingAnswer(space, {0, 4, 1}, "wlan0", std::string(256, 'x')), 0u);
-    EXPECT_EQ(EncodeValueAnswer(space, {0, 5, 1}, std::span(value).first(value.size() - 4)), kMaxMessageBytes);
-    MessageHeader header;
-    EXPECT_TRUE(DecodeHeader(space, header));
-    EXPECT_FALSE(DecodeHeader(std::span(space).first(kHeaderBytes - 1), header));
-    for (const size_t field : {0, 4}) {  // too long a body, another version
-        ++space[field];
-        EXPECT_FALSE(DecodeHeader(space, header)) << field;
-        --space[field];
-    }
+TEST(ArpText, Finished_neighbours_are_listed_once_in_the_order_of_their_addresses) {
+    const auto line = [](const char* address, const char* hardware = "02:00:00:00:00:fe", const char* flags = "0x2") {
+        return std::string(address) + "      0x1         " + flags + "         " + hardware + "     *        eth0\n";
+    };
+    const std::string heading = "IP address       HW type     Flags       HW address            Mask     Device\n";
+    const std::string bad = line("10.0.0.1", "00:00:00:00:00:00", "0x0") +
+                            line("10.0.0.2", "02:00:00:00:00:09", "0x*") + line("10.0.0.3", "02:00:00:00:00:0g") +
+                            line("10.0.0.4", "02:00:00:00:00:09:0a:0b") + line("x.y.z.1") + line("100.100.100.1000") +
+                            line("10.0.0.5").substr(0, 40);
+    const std::string high = line("10.0.0.10", "aa:bb:cc:dd:ee:ff", "0x6");
+    std::array<MIB_IPNETROW, 4> rows;
+    ASSERT_EQ(platform::ParseArpText((heading + high + line("10.0.0.9") + high + bad).c_str(), rows), 2u);
+    EXPECT_EQ(std::pair(rows[0].dwAddr, rows[1].dwAddr), std::pair(inet_addr("10.0.0.9"), inet_addr("10.0.0.10")));
+    EXPECT_EQ(std::pair(+rows[0].bPhysAddr[5], +rows[1].bPhysAddr[0]), std::pair(0xFE, 0xAA));
+}
+
+TEST(ProxyList, The_http_proxy_is_found_or_there_is_none) {
+    const auto proxy = [](const std::wstring& list) {
+        wchar_t host[platform::kProxyHostUnits] = {};
+        WORD port = 0;
+        return platform::FindHttpProxy(list.c_str(), host, &port) ? host + (L":" + std::to_wstring(port)) : L"none";
+    };
+    const std::initializer_list<std::wstring> lists = {L"https=other:1;http=http://10.0.0.1", L"ftp=other:1 second:2",
+                                                       L"bad:65536; http://good:65535", L"https=other:1",
+                                                       std::wstring(platform::kProxyHostUnits, L'p')};
+    EXPECT_EQ(Each(proxy, lists), L"10.0.0.1:80|second:2|good:65535|none|none");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The query layer, the reading of every tick, the card's values, and lists of access points, hostile ones included.
+// The reading of every tick, its words and places, and lists of access points, hostile ones included.
 #include <gtest/gtest.h>
 
 #include "item/item_state.h"
@@ -7,7 +7,6 @@
 #include "tests/support/wireless_values.h"
 #include "wireless/access_point_texts.h"
 #include "wireless/access_points.h"
-#include "wireless/card_details.h"
 #include "wireless/channel.h"
 #include "wireless/signal.h"
 #include "wireless/signal_graph.h"
@@ -17,68 +16,45 @@ namespace {
 using List = AccessPointListBuilder;
 
 TEST(AccessPoints, Lists_end_where_they_stop_making_sense_and_names_at_their_room) {
-    const std::string longest(32, 's');
-    const List two = List().Add("a", 1, -60).Add("b", 2, -60);
-    std::vector<uint8_t> cut = two.Value();
-    cut.pop_back();
-    const auto named = [](const std::string& bytes, uint32_t length) {
-        return List().Add(bytes, 1, -60).WithSsidLength(length).Value();
-    };
-    const std::tuple<const char*, std::vector<uint8_t>, std::string> rows[] = {
-        {"entry cut", cut, "a,"},
-        {"count too large", List(two).WithCount(4000000000U).Value(), "a,b,"},
-        {"count too small", List(two).WithCount(1).Value(), "a,"},
-        {"length 0", List(two).WithLength(0, 0).Value(), ""},
-        {"length past the end", List(two).WithLength(0, 4000000000U).Value(), "a,"},
-        {"renamed", List().Add("a", 1, -60).Add("b", 1, -60).Value(), "a,"},
-        {"too long a name", named(longest, 4000000000U), longest + ","},
-        {"zero within", named(std::string("a\0b", 3), 3), "a,"},
-    };
-    for (const auto& [what, value, expected] : rows) {
+    const auto names = [](const std::vector<uint8_t>& value) {
         AccessPointTable table;
         ResetAccessPoints(table);
         MergeAccessPoints(table, value);
-        std::string names;
-        for (int i = 0; i < table.count; ++i) {
-            names += std::string(table.entries[i].ssid) + ",";
+        std::wstring all;
+        for (const AccessPoint& entry : std::span(table.entries).first(static_cast<size_t>(table.count))) {
+            all += std::wstring(entry.ssid, entry.ssid + strlen(entry.ssid)) + L",";
         }
-        EXPECT_EQ(names, expected) << what;
-    }
+        return all;
+    };
+    const List two = List().Add("a", 1, -60).Add("b", 2, -60);
+    std::vector<uint8_t> cut = two.Value();
+    cut.pop_back();
+    EXPECT_EQ(Each(names, {cut, List(two).WithCount(4000000000U).Value(), List(two).WithCount(1).Value()}),
+              L"a,|a,b,|a,");
+    EXPECT_EQ(Each(names, {List(two).WithLength(0, 0).Value(), List(two).WithLength(0, 4000000000U).Value()}), L"|a,");
+    EXPECT_EQ(names(List().Add("a", 1, -60).Add("renamed", 1, -60).Value()), L"a,");
+    EXPECT_EQ(names(List().Add(std::string("a\0b", 3), 1, -60).Value()), L"a,");
+    EXPECT_EQ(names(List().Add(std::string(32, 's'), 1, -60).WithSsidLength(4000000000U).Value()),
+              std::wstring(32, L's') + L",");
 }
 
-TEST(AccessPoints, Have_their_rates_and_numbers_in_words) {
-    AccessPoint entry = {};
+TEST(AccessPoints, Have_whole_and_half_rates_and_a_signal_in_words) {
     AccessPointTexts texts;
-    const std::pair<std::vector<uint8_t>, const wchar_t*> rates[] = {
-        {{}, L""},
-        {{0x80, 0x01, 0xFF}, L"0,0.5,63.5 Mbps"},
-        {{0x82, 0x84, 0x8B, 0x96, 0x0C, 0x12, 0x18, 0x24}, L"1,2,5.5,11,6,9,12,18 Mbps"}};
-    for (const auto& [bytes, text] : rates) {
-        std::copy(bytes.begin(), bytes.end(), entry.rates);
-        DescribeAccessPoint(entry, texts);
-        EXPECT_STREQ(texts.rates, text);
-    }
-    entry.channel = -1;
-    entry.mode = 2;
-    entry.networkType = 4;
-    entry.bssid[1] = 0x0A;
-    DescribeAccessPoint(entry, texts);
-    EXPECT_EQ(Joined({texts.bssid, texts.channel, texts.mode, texts.type}), L"00:0A:00:00:00:00|-1|automatic|");
+    AccessPoint entry = {};
+    memcpy(entry.rates, "\x82\x84\x8B\x96\x0C\x80\x01\xFF", kRateBytes);
+    const auto signal = [&](int32_t dbm) {
+        entry.rssi = dbm;
+        DescribeSelectedAccessPoint(entry, texts);
+        return texts.signal;
+    };
+    EXPECT_EQ(Each(signal, {-200, -89, -71, -67, -66}),
+              L"no signal (-200dBm)|very low (-89dBm)|low (-71dBm)|good (-67dBm)|very good (-66dBm)");
+    EXPECT_STREQ(texts.rates, L"1,2,5.5,11,6,0,0.5,63.5 Mbps");
 }
 
-TEST(Signal, Changes_its_words_at_their_boundaries) {
+TEST(Signal, Changes_its_words_at_their_boundaries_and_its_line_ends_at_the_top) {
     const auto levels = {-200, -90, -89, -81, -80, -71, -70, -67, -66};
     EXPECT_EQ(Each(SignalStatus, levels), L"No Signal|No Signal|Very Low|Very Low|Low|Low|Good|Good|Very Good");
-    const auto selected = [](int32_t dbm) {
-        AccessPoint entry = {};
-        entry.rssi = dbm;
-        AccessPointTexts texts;
-        DescribeSelectedAccessPoint(entry, texts);
-        return Joined({texts.signal, texts.wep});
-    };
-    EXPECT_EQ(Each(selected, {-200, -89, -71, -67, -66}),
-              L"no signal (-200dBm)|Disabled|very low (-89dBm)|Disabled|low (-71dBm)|Disabled|good (-67dBm)|Disabled|"
-              L"very good (-66dBm)|Disabled");
     std::fill_n(itemState.SignalHistory, kSignalReadings, -90);
     itemState.SignalHistory[39] = 0x7FFFFFFF;  // a driver may report any number
     SignalLine lines[kSignalReadings];
@@ -86,34 +62,13 @@ TEST(Signal, Changes_its_words_at_their_boundaries) {
     EXPECT_EQ(std::tuple(lines[0].x, lines[0].bottom, lines[0].top), std::tuple(162, 68, 4));
 }
 
-TEST(Signal, Is_asked_in_order_and_the_adapters_presence_remembered_until_it_is_lost) {
+TEST(Signal, Counts_while_associated_and_is_pushed_through_the_history) {
     UseWireless();
-    auto& wireless = scripted::system.wireless;
-    wireless.values = {{OID_802_11_RSSI, NdisFields({static_cast<uint32_t>(-61)})}, {OID_802_11_BSSID, {1, 2, 3}}};
+    scripted::system.wireless.values = {{OID_802_11_RSSI, NdisFields({0xFFFFFFC3})}, {OID_802_11_BSSID, {1, 2, 3}}};
     EXPECT_EQ((std::pair{QuerySignal(), itemState.SignalDbm}), std::pair(1, -61));
-    EXPECT_EQ(wireless.requests, (std::vector<uint32_t>{OID_802_11_RSSI, OID_802_11_BSSID}));
-    const uint32_t since = itemState.WirelessSinceTick;
-    EXPECT_TRUE(itemState.WirelessSeen);
-    EXPECT_EQ(itemState.WirelessLostValue, 0xFFFFFFFFU);
-    wireless.present = false;
-    for (int i = 1; i < kSignalReadings; ++i) {
-        EXPECT_EQ((std::pair{QuerySignal(), itemState.SignalDbm}), std::pair(0, kNoSignal));
-    }
-    EXPECT_EQ(std::pair(itemState.SignalHistory[0], itemState.SignalHistory[1]), std::pair(-61, kNoSignal));
-    EXPECT_FALSE(itemState.WirelessSeen);
-    EXPECT_LE(since - itemState.WirelessLostValue - since, 60000U);
-}
-
-TEST(Card, Has_names_by_the_low_byte_or_nothing) {
-    UseWireless();
-    scripted::system.wireless.values = {{OID_802_11_AUTHENTICATION_MODE, NdisFields({5})},
-                                        {OID_802_11_INFRASTRUCTURE_MODE, NdisFields({0xFF01})},
-                                        {OID_802_11_NETWORK_TYPE_IN_USE, NdisFields({2})},
-                                        {OID_802_11_WEP_STATUS, NdisFields({4})}};
-    CardDetails details;
-    EXPECT_TRUE(ReadCardDetails(details));
-    EXPECT_EQ(Joined({details.authentication, details.mode, details.networkType, details.wep, details.beacon}),
-              L"WPANone|infrastructure mode|||");
+    scripted::system.wireless.present = false;
+    EXPECT_EQ((std::pair{QuerySignal(), itemState.SignalDbm}), std::pair(0, kNoSignal));
+    EXPECT_EQ(std::pair(itemState.SignalHistory[38], itemState.SignalHistory[39]), std::pair(-61, kNoSignal));
 }
 
 TEST(Channel, Is_known_on_both_scales_at_its_centre_alone) {
@@ -122,9 +77,7 @@ TEST(Channel, Is_known_on_both_scales_at_its_centre_alone) {
         EXPECT_EQ(ChannelFromFrequency(24120 + step * 50), step + 1);
         EXPECT_EQ(ChannelFromFrequency(2412001 + step * 5000), -1);
     }
-    for (const uint32_t other : {0U, 2407000U, 2482000U, 24820U, 24070U, 2437U, 5180000U, 0xFFFFFFFFU}) {
-        EXPECT_EQ(ChannelFromFrequency(other), -1) << other;
-    }
+    EXPECT_EQ(Each(ChannelFromFrequency, {0U, 2407000U, 2482000U, 24820U, 24070U}), L"-1|-1|-1|-1|-1");
 }
 
 }  // namespace

@@ -6,12 +6,8 @@ void Format(const wchar_t* wide, const char* narrow) {
 #if REJECTED == 0
     FormatText(out, L"%s %S %d", wide, narrow, 1);
 #elif REJECTED == 1
-    FormatText(out, L"%d", wide);
-#elif REJECTED == 2
     FormatText(out, L"%s", narrow);
-#elif REJECTED == 3
+#elif REJECTED == 2
     FormatText(out, L"%d %d", 1);
-#elif REJECTED == 4
-    FormatText(out, L"%d", 1, 2);
 #endif
 }
