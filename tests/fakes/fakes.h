@@ -33,7 +33,7 @@ struct Script {
     std::vector<WaitOutcome> waits;  // the next ones; later ones are signalled at once
     std::vector<DWORD> waitedMs;     // the time-outs that waits were given
 };
-extern Script script;
+inline Script script;
 
 inline void SetLocalTime(const SYSTEMTIME& now) {
     script.localTime = now;
@@ -46,7 +46,7 @@ struct ShownMessage {
     std::wstring text, caption;
     UINT flags;
 };
-extern std::vector<ShownMessage> shownMessages;
+inline std::vector<ShownMessage> shownMessages;
 
 // Threads that the system started; clearing it waits for their end. Without threads, workers run to their end within
 // StartWorker, so that their calls count among the caller's.

@@ -47,7 +47,6 @@ struct ConnectionManager {
     std::vector<DWORD> statuses;  // one per query, then connected (16)
     HRESULT proxyResult = E_NOINTERFACE;
     std::u16string proxy;
-    LONG releasedWith = 0;
 };
 
 // An echo server's answer, read piece by piece.
@@ -55,11 +54,10 @@ struct EchoAnswer {
     std::vector<std::string> pieces;
 };
 
-// The internet library: what it was asked, and what each host answers (an unknown one nothing).
+// The internet library: the hosts that were asked, and what each answers (an unknown one nothing).
 struct Internet {
     std::map<std::wstring, EchoAnswer> answers;
     std::vector<std::wstring> hosts;
-    std::wstring asked;  // how the last host was asked: everything else that the calls were given
 };
 
 struct Platform {

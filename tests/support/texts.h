@@ -23,7 +23,3 @@ std::wstring Each(Function function, std::initializer_list<Argument> arguments) 
     }
     return answers.str();
 }
-
-inline std::string Narrow(const std::wstring& text) {
-    return {text.begin(), text.end()};
-}

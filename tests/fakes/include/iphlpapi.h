@@ -9,6 +9,9 @@
 inline constexpr int MAX_ADAPTER_DESCRIPTION_LENGTH = 128, MAX_ADAPTER_ADDRESS_LENGTH = 8, MAXLEN_PHYSADDR = 8,
                      MIB_IF_TYPE_ETHERNET = 6, MIB_IPNET_TYPE_DYNAMIC = 3;
 
+struct IP_OPTION_INFORMATION {
+    uint8_t Ttl, Tos, Flags, OptionsSize, *OptionsData;
+};
 struct IP_ADDR_STRING {
     IP_ADDR_STRING* Next;
     struct {

@@ -95,6 +95,9 @@ BOOL MoveFileW(const wchar_t* from, const wchar_t* to);
 HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found);
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found);
 BOOL FindClose(HANDLE search);
+#define CSIDL_PERSONAL 5
+#define CSIDL_PROGRAM_FILES 0x26
+BOOL SHGetSpecialFolderPathW(HWND owner, wchar_t* path, int folder, BOOL create);
 
 #define HKEY_LOCAL_MACHINE reinterpret_cast<HKEY>(static_cast<uintptr_t>(0x80000002u))
 inline constexpr DWORD KEY_READ = 0x20019, KEY_WRITE = 0x20006, REG_SZ = 1, REG_DWORD = 4;

@@ -12,14 +12,9 @@ static thread_local uint32_t asked;  // network byte order
 extern "C" {
 
 int __real_socket(int family, int type, int protocol);
-hostent* __real_gethostbyname(const char* name);
 
 int __wrap_socket(int family, int type, int protocol) {
     return fakes::Fails("socket") ? INVALID_SOCKET : __real_socket(family, type, protocol);
-}
-
-hostent* __wrap_gethostbyname(const char* name) {
-    return fakes::Fails("gethostbyname") ? nullptr : __real_gethostbyname(name);
 }
 
 ssize_t __wrap_sendto(int, const void*, size_t bytes, int, const sockaddr* to, socklen_t) {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "platform/format_text.h"
 #include "tests/fakes/faults.h"
 #include "tests/fakes/scripted_platform.h"
 
@@ -34,9 +33,8 @@ HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
     return fakes::Fails("ConnMgrConnectionStatus") ? E_FAIL : S_OK;
 }
 
-HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG cache) {
+HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG) {
     CloseHandle(connection);
-    system.connectionManager.releasedWith = cache;
     return S_OK;
 }
 
@@ -45,22 +43,16 @@ HRESULT QueryProxy(HANDLE, ProxyRecord* proxy) {
     return fakes::Fails("QueryProxy") ? E_FAIL : system.connectionManager.proxyResult;
 }
 
-void* InternetOpenW(const wchar_t* agent, DWORD accessType, const wchar_t* proxy) {
-    system.internet.asked = std::wstring(agent) + L", access " + std::to_wstring(accessType) + L", " +
-                            (proxy != nullptr ? proxy : L"no proxy");
+void* InternetOpenW(const wchar_t*, DWORD, const wchar_t*) {
     return OpenHandle("InternetOpenW");
 }
 
-void* InternetConnectW(void*, const wchar_t* host, WORD port) {
+void* InternetConnectW(void*, const wchar_t* host, WORD) {
     system.internet.hosts.push_back(host);
-    system.internet.asked += L", port " + std::to_wstring(port);
     return OpenHandle("InternetConnectW");
 }
 
-void* HttpOpenRequestW(void*, const wchar_t* path, DWORD flags, DWORD_PTR context) {
-    wchar_t rest[300];
-    FormatText(rest, L", %s, %X, %d", path, flags, static_cast<uint32_t>(context));
-    system.internet.asked += rest;
+void* HttpOpenRequestW(void*, const wchar_t*, DWORD, DWORD_PTR) {
     return OpenHandle("HttpOpenRequestW");
 }
 

@@ -15,8 +15,6 @@ namespace fakes {
 
 namespace {
 
-fs::path root;
-
 int DescriptorOf(HANDLE file) {
     return static_cast<Closable*>(file)->descriptor;
 }
@@ -24,7 +22,7 @@ int DescriptorOf(HANDLE file) {
 fs::path RealPath(const wchar_t* path) {
     std::string text(path, path + wcslen(path));
     std::ranges::replace(text, '\\', '/');
-    return root / fs::path("./" + text).lexically_normal();
+    return Root() / fs::path("./" + text).lexically_normal();
 }
 
 // Of read and write: what they return becomes the count, or a failure.
@@ -46,28 +44,20 @@ BOOL NextMatch(Closable& search, WIN32_FIND_DATAW* found) {
 
 }  // namespace
 
-Closable::~Closable() {
-    if (descriptor >= 0) {
-        close(descriptor);
-    }
-    --openResources;
-}
-
 const fs::path& Root() {
-    return root;
+    static const struct Folder {
+        const fs::path path = mkdtemp(std::string(fs::temp_directory_path() / "quorvane-test-XXXXXX").data());
+        ~Folder() { fs::remove_all(path); }
+    } folder;
+    return folder.path;
 }
 
 void ResetFiles() {
-    if (root.empty()) {
-        std::string pattern = fs::temp_directory_path() / "quorvane-test-XXXXXX";
-        root = mkdtemp(pattern.data());
-        std::atexit([] { fs::remove_all(root); });
-    }
-    for (const auto& entry : fs::directory_iterator(root)) {
+    for (const auto& entry : fs::directory_iterator(Root())) {
         fs::remove_all(entry.path());
     }
-    fs::create_directories(root / "Program Files");
-    fs::create_directories(root / "My Documents");
+    fs::create_directories(Root() / "Program Files");
+    fs::create_directories(Root() / "My Documents");
 }
 
 }  // namespace fakes

@@ -9,8 +9,6 @@
 
 namespace fakes {
 
-Script script;
-std::vector<ShownMessage> shownMessages;
 static DWORD lastError = 0;
 
 void ResetSystem() {

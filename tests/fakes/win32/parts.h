@@ -13,7 +13,7 @@ namespace fakes {
 
 void ResetFiles();
 
-extern std::map<std::wstring, FakeKey> keys;  // by full name, and values by theirs, which the product spells one way
+inline std::map<std::wstring, FakeKey> keys;  // by full name, and values by theirs, which the product spells one way
 
 // Everything that CloseHandle accepts: a file, a search, an event.
 struct Closable {
@@ -22,7 +22,10 @@ struct Closable {
     explicit Closable(int opened = -1) : descriptor(opened) { ++openResources; }
     Closable(const Closable&) = delete;
     Closable& operator=(const Closable&) = delete;
-    ~Closable();
+    ~Closable() {
+        close(descriptor);
+        --openResources;
+    }
 };
 
 }  // namespace fakes

@@ -4,8 +4,6 @@
 
 #include "tests/fakes/win32/parts.h"
 
-std::map<std::wstring, FakeKey> fakes::keys;
-
 using namespace fakes;
 
 LONG RegOpenKeyExW(HKEY, const wchar_t* name, DWORD, DWORD, HKEY* key) {

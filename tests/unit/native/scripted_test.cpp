@@ -40,8 +40,7 @@ TEST(InternetConnection, Every_outcome_of_the_wait) {
         InternetConnection out;
         EXPECT_EQ(static_cast<uint32_t>(EstablishInternetConnection(out)), result);
         EXPECT_EQ(fakes::script.waitedMs, waitedMs);
-        EXPECT_EQ(std::pair(fakes::OpenResources() == 1, out.connection != nullptr),
-                  std::pair(result == 0, result == 0));
+        EXPECT_TRUE((fakes::OpenResources() == 1) == (result == 0) && (out.connection != nullptr) == (result == 0));
         CloseHandle(out.connection);
     }
 }
@@ -109,7 +108,6 @@ TEST(Scan, Leaves_the_table_of_one_before_to_its_workers_and_the_records_of_a_cl
     };
     HostTable* const first = Start();
     HostTable* const second = Start();
-    EXPECT_EQ(Count(*first, kHostPending), kScanHosts);
     Open();
     while (Count(*second, kHostPending) != 0) {
         for (HostRecord& host : second->hosts) {
