@@ -5,9 +5,14 @@
 #include "tests/fakes/faults.h"
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
+
+struct FakeKey {
+    std::map<std::wstring, std::pair<DWORD, std::vector<BYTE>>> values;  // type and data
+};
 
 namespace fakes {
 
@@ -16,6 +21,23 @@ void ResetSystem();
 
 // What "\" is.
 const std::filesystem::path& Root();
+void ResetFiles();
+
+// The registry's keys by full name, and values by theirs, which the product never spells in two ways.
+inline std::map<std::wstring, FakeKey> keys;
+
+// Everything that CloseHandle accepts: a file, a search, an event.
+struct Closable {
+    const int descriptor;
+    std::vector<std::filesystem::path> matches;  // those that a search has not told yet, the next one last
+    explicit Closable(int opened = -1) : descriptor(opened) { ++openResources; }
+    Closable(const Closable&) = delete;
+    Closable& operator=(const Closable&) = delete;
+    ~Closable() {
+        close(descriptor);
+        --openResources;
+    }
+};
 
 // The outcome of a wait on an event after that much time. One that takes longer than its time-out times out.
 struct WaitOutcome {

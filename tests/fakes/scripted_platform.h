@@ -66,8 +66,7 @@ struct Platform {
     std::map<std::string, DWORD> results;
     std::vector<ArpRow> arp;
     Wireless wireless;
-    // What an echo to an address (network byte order) brings; called from the scan's threads. Without it nobody
-    // answers.
+    // What an echo to an address (network byte order) brings, in any thread; without it nobody answers.
     std::function<std::optional<platform::EchoReply>(uint32_t address, DWORD timeoutMs)> echo;
     ConnectionManager connectionManager;
     Internet internet;

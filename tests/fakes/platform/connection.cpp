@@ -62,16 +62,10 @@ bool HttpSendRequestW(void*) {
 
 bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
     auto& pieces = system.internet.answers[system.internet.hosts.back()].pieces;
-    *read = 0;
-    if (fakes::Fails("InternetReadFile")) {
-        return false;
-    }
-    if (!pieces.empty()) {
-        *read = static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
-        pieces[0].erase(0, *read);
-        pieces.erase(pieces.begin(), pieces.begin() + (pieces[0].empty() ? 1 : 0));
-    }
-    return true;
+    const bool fails = fakes::Fails("InternetReadFile");
+    *read = fails || pieces.empty() ? 0 : static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
+    pieces.erase(pieces.begin(), std::ranges::next(pieces.begin(), fails ? 0 : 1, pieces.end()));
+    return !fails;
 }
 
 void InternetCloseHandle(void*) {

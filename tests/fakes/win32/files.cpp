@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "tests/fakes/win32/parts.h"
+#include "tests/fakes/fakes.h"
 
 namespace fs = std::filesystem;
 

@@ -8,18 +8,19 @@
 #include <set>
 #include <sstream>
 
-#include "tests/fakes/win32/parts.h"
+#include "tests/fakes/fakes.h"
 #include "tests/support/data_folder.h"
 
 using Values = std::vector<std::wstring>;
 using Others = std::set<std::wstring>;
 using Contents = std::map<std::wstring, std::wstring>;  // by name; what is not there counts as empty
 
-template <typename... All>
-Values Told(const All&... values) {
-    const auto text = [](const auto& value) { return (std::wostringstream() << value).str(); };
-    return {text(values)...};
-}
+// What an operation tells, one value after the other.
+struct Told {
+    Values values;
+    template <typename... All>
+    explicit Told(const All&... all) : values{(std::wostringstream() << all).str()...} {}
+};
 
 // Files and settings. A list whose second file alone is there is not lost: whoever opens it takes that.
 inline Contents LookAround() {
@@ -43,14 +44,15 @@ inline Contents LookAround() {
     return found;
 }
 
-// What the operation left, and what it told by places.
-inline Contents OutcomeOf(Values (*run)(), const fakes::Countdown& faults) {
+// What the operation left, what the user was told, and what it tells by places.
+inline Contents OutcomeOf(Told (*run)(), const fakes::Countdown& faults) {
     fakes::shownMessages.clear();
     fakes::countdown = faults;
-    const Values told = run();
+    const Told told = run();
     Contents outcome = LookAround();
-    for (size_t i = 0; i < told.size(); ++i) {
-        outcome[L"value " + std::to_wstring(i)] = told[i];
+    outcome[L"message"] = fakes::shownMessages.empty() ? L"" : fakes::shownMessages.back().text;
+    for (size_t i = 0; i < told.values.size(); ++i) {
+        outcome[L"value " + std::to_wstring(i)] = told.values[i];
     }
     return outcome;
 }
@@ -60,7 +62,6 @@ inline Contents OutcomeOf(Values (*run)(), const fakes::Countdown& faults) {
 inline std::wstring Broken(Contents outcome, Contents before, Contents complete, const Others& others) {
     std::wstring broken;
     Contents all = outcome;
-    all.insert(before.begin(), before.end());
     all.insert(complete.begin(), complete.end());
     for (const auto& [name, any] : all) {
         const std::wstring is = outcome[name];
@@ -74,14 +75,14 @@ inline std::wstring Broken(Contents outcome, Contents before, Contents complete,
 // Runs the operation, which tells the `whole` values, with a fault in each of its calls. Each value, file and setting
 // is then as before, as without a fault, or one of `others`; and a repetition without faults changes what is left to
 // change.
-inline void WalkFaults(void (*prepare)(), const Values& whole, const Others& others, Values (*run)()) {
+inline void WalkFaults(void (*prepare)(), const Values& whole, const Others& others, Told (*run)()) {
     const auto prepared = [&] {
         ResetForTest();
         prepare();
         return LookAround();
     };
     prepared();
-    EXPECT_EQ(run(), whole);
+    EXPECT_EQ(run().values, whole);
     prepared();
     const Contents complete = OutcomeOf(run, {});
     const int calls = fakes::countdown.calls;
