@@ -31,8 +31,6 @@ struct Closable {
     const int descriptor;
     std::vector<std::filesystem::path> matches;  // those that a search has not told yet, the next one last
     explicit Closable(int opened = -1) : descriptor(opened) { ++openResources; }
-    Closable(const Closable&) = delete;
-    Closable& operator=(const Closable&) = delete;
     ~Closable() {
         close(descriptor);
         --openResources;

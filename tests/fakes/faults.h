@@ -9,9 +9,8 @@ namespace fakes {
 
 enum class Faults { Once, FromThereOn, OfItsFunction };
 
-// Of the faked calls that this thread makes from now on, the n-th (1 is the next one; 0 is none) fails as that function
-// does, and so do all after it, or all of its function. A write that fails writes nothing. Peers and workers beside
-// the test's thread are left alone.
+// Of the faked calls that this thread makes from now on, the n-th (0 is none) fails as that function does, and so do
+// all after it, or all of its function. A write that fails writes nothing.
 struct Countdown {
     int nth = 0;
     Faults faults = Faults::Once;

@@ -26,8 +26,7 @@ struct Adapter {
     time_t leaseObtained = 0, leaseExpires = 0;
     bool haveWins = false;
     std::string primaryWins = {}, secondaryWins = {};
-    uint32_t speed = 100000000;
-    uint32_t received = 0, transmitted = 0;  // octets
+    uint32_t speed = 100000000, received = 0, transmitted = 0;  // bits a second, and octets
 };
 
 struct Wireless {

@@ -48,11 +48,10 @@ inline constexpr LONG NO_ERROR = 0, ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2,
 inline constexpr HRESULT S_OK = 0, E_NOINTERFACE = -0x7FFFBFFE, E_FAIL = -0x7FFFBFFB;
 DWORD GetLastError();
 
-inline constexpr UINT LPTR = 0x40;
+inline constexpr UINT LPTR = 0x40, CP_ACP = 0;
 void* LocalAlloc(UINT flags, size_t bytes);
 void* LocalFree(void* memory);
 
-inline constexpr UINT CP_ACP = 0;
 int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int bytes, wchar_t* out, int room);
 int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int units, char* out, int room, const char*,
                         BOOL*);
@@ -74,7 +73,7 @@ DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* zone);
 BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime);
 
 #define INVALID_HANDLE_VALUE reinterpret_cast<HANDLE>(static_cast<intptr_t>(-1))
-inline constexpr int MAX_PATH = 260;
+inline constexpr int MAX_PATH = 260, CSIDL_PERSONAL = 5, CSIDL_PROGRAM_FILES = 0x26, IDOK = 1, IDYES = 6;
 inline constexpr DWORD GENERIC_READ = 0x80000000, GENERIC_WRITE = 0x40000000, FILE_SHARE_READ = 1, FILE_SHARE_WRITE = 2,
                        CREATE_NEW = 1, CREATE_ALWAYS = 2, OPEN_EXISTING = 3, OPEN_ALWAYS = 4,
                        FILE_ATTRIBUTE_DIRECTORY = 0x10, FILE_ATTRIBUTE_NORMAL = 0x80, FILE_BEGIN = 0, FILE_END = 2,
@@ -95,8 +94,6 @@ BOOL MoveFileW(const wchar_t* from, const wchar_t* to);
 HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found);
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found);
 BOOL FindClose(HANDLE search);
-#define CSIDL_PERSONAL 5
-#define CSIDL_PROGRAM_FILES 0x26
 BOOL SHGetSpecialFolderPathW(HWND owner, wchar_t* path, int folder, BOOL create);
 
 #define HKEY_LOCAL_MACHINE reinterpret_cast<HKEY>(static_cast<uintptr_t>(0x80000002u))
@@ -112,6 +109,5 @@ HANDLE CreateEventW(void*, BOOL manualReset, BOOL signalled, const wchar_t* name
 DWORD WaitForSingleObject(HANDLE object, DWORD timeoutMs);
 
 inline constexpr UINT MB_OK = 0, MB_YESNO = 4, MB_ICONHAND = 0x10, MB_ICONQUESTION = 0x20, MB_DEFBUTTON2 = 0x100;
-inline constexpr int IDOK = 1, IDYES = 6;
 inline constexpr UINT WM_USER = 0x400;
 int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);

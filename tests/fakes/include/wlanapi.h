@@ -1,5 +1,4 @@
-// wlanapi.h of the native build: what the product reads of Native Wifi's access-point lists, by the system's names. Its
-// enumerations are C's: any number may stand in one.
+// wlanapi.h of the native build: what the product reads of Native Wifi. Any number may stand in its enumerations.
 #pragma once
 
 #include "windows.h"

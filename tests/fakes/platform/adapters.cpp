@@ -29,28 +29,25 @@ const Adapter* FindAdapter(uint32_t index) {
     return found == system.adapters.end() ? nullptr : &*found;
 }
 
-// Into a record of zeros, whose last one stays.
-template <size_t Size>
-void Copy(char (&out)[Size], const std::string& text) {
-    text.copy(out, Size - 1);
-}
+constexpr size_t kAddressCharacters = 15;
 
+// Into a record of zeros.
 void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
-    Copy(info.AdapterName, adapter.name);
-    Copy(info.Description, adapter.description);
+    adapter.name.copy(info.AdapterName, sizeof(info.AdapterName) - 1);
+    adapter.description.copy(info.Description, sizeof(info.Description) - 1);
     info.AddressLength = static_cast<UINT>(adapter.hardwareAddress.size());
     std::ranges::copy(adapter.hardwareAddress, info.Address);
     info.Index = adapter.index;
     info.Type = adapter.type;
     info.DhcpEnabled = adapter.dhcpEnabled;
     info.CurrentIpAddress = &info.IpAddressList;
-    Copy(info.IpAddressList.IpAddress.String, adapter.address);
-    Copy(info.IpAddressList.IpMask.String, adapter.mask);
-    Copy(info.GatewayList.IpAddress.String, adapter.gateway);
-    Copy(info.DhcpServer.IpAddress.String, adapter.dhcpServer);
+    adapter.address.copy(info.IpAddressList.IpAddress.String, kAddressCharacters);
+    adapter.mask.copy(info.IpAddressList.IpMask.String, kAddressCharacters);
+    adapter.gateway.copy(info.GatewayList.IpAddress.String, kAddressCharacters);
+    adapter.dhcpServer.copy(info.DhcpServer.IpAddress.String, kAddressCharacters);
     info.HaveWins = adapter.haveWins;
-    Copy(info.PrimaryWinsServer.IpAddress.String, adapter.primaryWins);
-    Copy(info.SecondaryWinsServer.IpAddress.String, adapter.secondaryWins);
+    adapter.primaryWins.copy(info.PrimaryWinsServer.IpAddress.String, kAddressCharacters);
+    adapter.secondaryWins.copy(info.SecondaryWinsServer.IpAddress.String, kAddressCharacters);
     info.LeaseObtained = adapter.leaseObtained;
     info.LeaseExpires = adapter.leaseExpires;
 }
@@ -126,7 +123,7 @@ DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* 
     IP_ADDR_STRING* entry = result == NO_ERROR ? &info->DnsServerList : nullptr;  // the others follow the record
     for (size_t i = 0; result == NO_ERROR && i < servers.size(); ++i) {
         entry = i == 0 ? entry : (entry->Next = reinterpret_cast<IP_ADDR_STRING*>(info + 1) + i);
-        Copy(entry->IpAddress.String, servers[i]);
+        servers[i].copy(entry->IpAddress.String, kAddressCharacters);
     }
     return result;
 }

@@ -1,7 +1,8 @@
-// The connection manager and the internet library from the script. A connection is a signalled event, so that it can be
-// waited for on every build.
+// Echo replies, the connection manager and the internet library from the script. A connection is a signalled event, so
+// that it can be waited for on every build.
 
 #include "platform/connection.h"
+#include "platform/echo.h"
 
 #include <algorithm>
 
@@ -18,12 +19,27 @@ static void* OpenHandle(const char* call) {
     return fails ? nullptr : &system.internet;
 }
 
+HANDLE IcmpCreateFile() {
+    void* echo = OpenHandle("IcmpCreateFile");
+    return echo != nullptr ? echo : INVALID_HANDLE_VALUE;
+}
+
+BOOL IcmpCloseHandle(HANDLE) {
+    --fakes::openResources;
+    return TRUE;
+}
+
+DWORD IcmpSendEcho(HANDLE, uint32_t address, const void*, WORD, const IP_OPTION_INFORMATION*, void* reply, DWORD,
+                   DWORD timeoutMs) {
+    const bool fails = fakes::Fails("IcmpSendEcho") || !system.echo;
+    const std::optional<EchoReply> answer = fails ? std::nullopt : system.echo(address, timeoutMs);
+    return answer ? (memcpy(reply, &*answer, sizeof(*answer)), 1) : 0;
+}
+
 HRESULT ConnMgrEstablishConnection(const ConnectionRequest&, HANDLE* connection) {
-    if (fakes::Fails("ConnMgrEstablishConnection")) {
-        return E_FAIL;
-    }
-    *connection = CreateEventW(nullptr, TRUE, TRUE, nullptr);
-    return S_OK;
+    const bool fails = fakes::Fails("ConnMgrEstablishConnection");
+    *connection = fails ? nullptr : CreateEventW(nullptr, TRUE, TRUE, nullptr);
+    return fails ? E_FAIL : S_OK;
 }
 
 HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {

@@ -25,7 +25,6 @@ fs::path RealPath(const wchar_t* path) {
     return Root() / fs::path("./" + text).lexically_normal();
 }
 
-// Of read and write: what they return becomes the count, or a failure.
 BOOL Transferred(ssize_t result, DWORD* count) {
     *count = static_cast<DWORD>(std::max<ssize_t>(result, 0));
     return result >= 0;
@@ -82,7 +81,6 @@ BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* count, void*
 }
 
 DWORD SetFilePointer(HANDLE file, LONG distance, LONG*, DWORD method) {
-    static_assert(FILE_BEGIN == SEEK_SET && FILE_END == SEEK_END);
     return Fails("SetFilePointer") ? INVALID_SET_FILE_POINTER
                                    : static_cast<DWORD>(lseek(DescriptorOf(file), distance, static_cast<int>(method)));
 }
