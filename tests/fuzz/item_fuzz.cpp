@@ -44,8 +44,8 @@ void FeedTexts(Input input) {
 }
 
 void FeedAccessPoints(Input list) {
-    AccessPointTable table;
-    ResetAccessPoints(table);
+    AccessPointTable table{};
+    table.count = kMostAccessPoints - 1;  // room for one more
     MergeAccessPoints(table, list);
     for (int i = 0; i < table.count; ++i) {
         Demand(i < kMostAccessPoints && strnlen(table.entries[i].ssid, kSsidBytes + 1) <= kSsidBytes);

@@ -114,7 +114,7 @@ TEST(LinuxHelper, Nonsense_is_not_believed) {
     const std::tuple<const char*, size_t, uint8_t, size_t, DWORD> rows[] = {
         {"another sequence", 8, 0xEE, 37, 0},
         {"another kind", 6, 2, 37, 0},
-        {"a body beyond the client's space", 1, 0xF0, 37, 0},
+        {"a body beyond the client's space", 1, 6, 37, 0},
         {"a byte too many", 0, 26, 38, 0},
         {"half an answer", 4, 1, 20, kHelperQueryMs},
         {"closed instead", 4, 1, 0, 0},
