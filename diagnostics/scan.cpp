@@ -2,7 +2,6 @@
 
 #include "diagnostics/scan.h"
 
-#include "diagnostics/node_status.h"
 #include "diagnostics/own_address.h"
 #include "diagnostics/scan_worker.h"
 #include "platform/atomics.h"
@@ -12,14 +11,13 @@ ScanState scanState;
 
 namespace {
 
-void StartWorkerOf(HostTable* table, int index, uint32_t hostAddress, uint16_t nodeStatusPort) {
+void StartWorkerOf(HostTable* table, int index, uint32_t hostAddress) {
     auto* params = static_cast<ScanWorkerParams*>(LocalAlloc(LPTR, sizeof(ScanWorkerParams)));
     if (params == nullptr) {
         return;
     }
     params->index = index;
     params->hostAddress = hostAddress;
-    params->nodeStatusPort = nodeStatusPort;
     params->table = table;
     platform::AtomicIncrement(&table->holders);
     if (!platform::StartWorker(ScanHost, params)) {
@@ -48,10 +46,6 @@ void ReportNoAddress(HWND owner) {
 }
 
 bool StartScan(HWND owner) {
-    return StartScanAskingPort(owner, kNodeStatusPort);
-}
-
-bool StartScanAskingPort(HWND owner, uint16_t nodeStatusPort) {
     constexpr uint32_t kNetworkMask = 0xFFFFFF00;
     platform::AtomicExchange(&scanState.stopRequested, 0);
     char ownText[kAddressTextBytes];
@@ -70,7 +64,7 @@ bool StartScanAskingPort(HWND owner, uint16_t nodeStatusPort) {
     scanState.table = table;
     const uint32_t first = (ntohl(scanState.ownAddress) & kNetworkMask) + 1;
     for (int i = 0; i < kScanHosts; ++i) {
-        StartWorkerOf(table, i, first + static_cast<uint32_t>(i), nodeStatusPort);
+        StartWorkerOf(table, i, first + static_cast<uint32_t>(i));
     }
     return true;
 }

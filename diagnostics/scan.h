@@ -41,9 +41,6 @@ extern ScanState scanState;
 // table. A worker that cannot be started leaves its host pending for ever.
 bool StartScan(HWND owner);
 
-// StartScan whose workers ask for names at this port.
-bool StartScanAskingPort(HWND owner, uint16_t nodeStatusPort);
-
 // Says that the device has no address.
 void ReportNoAddress(HWND owner);
 

@@ -23,10 +23,10 @@ void LearnHardwareAddress(HostRecord& host) {
     }
 }
 
-void LearnName(HostRecord& host, uint16_t port) {
+void LearnName(HostRecord& host) {
     sockaddr_in target = {};
     target.sin_family = AF_INET;
-    target.sin_port = htons(port);
+    target.sin_port = htons(kNodeStatusPort);
     target.sin_addr.s_addr = host.address;
     AskNodeName(target, std::span(host.name).first<kNodeNameBytes + 1>());
 }
@@ -42,7 +42,7 @@ void ProbeHost(const ScanWorkerParams& params) {
         host.address = address;
         host.macKnown = 0;
         LearnHardwareAddress(host);
-        LearnName(host, params.nodeStatusPort);
+        LearnName(host);
     }
     platform::AtomicExchange(&host.status, answered ? kHostAnswered : kHostSilent);
 }

@@ -7,8 +7,7 @@
 struct ScanWorkerParams {
     int32_t index;         // of the host's record
     uint32_t hostAddress;  // host byte order
-    uint16_t nodeStatusPort;
-    HostTable* table;  // held for the worker, which releases it
+    HostTable* table;      // held for the worker, which releases it
 };
 
 // Echo, ARP table, NetBIOS name. The worker's routine; `argument` is a ScanWorkerParams.

@@ -2,27 +2,38 @@
 // operation fail in turn; and how much of what the fakes handed out has not come back.
 #pragma once
 
+#include <atomic>
 #include <string>
 
 namespace fakes {
 
 enum class Faults { Once, FromThereOn, OfItsFunction };
 
-// Of the faked calls that this thread makes from now on, the n-th (1 is the next one; 0 is none) fails as that function
-// does, and so do all after it, or all of its function. A write that fails writes nothing.
-void FailCall(int nth, Faults faults);
-
-// All calls succeed again. Returns how many there were since FailCall.
-int EndFaults();
-
-// The function that failed first since FailCall; empty when none did.
-std::string FailedCall();
+// Of the faked calls that this thread makes from now on, the n-th (0 is none) fails as that function does, and so do
+// all after it, or all of its function. A write that fails writes nothing.
+struct Countdown {
+    int nth = 0;
+    Faults faults = Faults::Once;
+    int calls = 0;       // so far
+    std::string failed;  // the function that failed first
+};
+inline thread_local Countdown countdown;
 
 // Handles, keys and memory that were taken and not returned.
-int OpenResources();
+inline std::atomic<int> openResources = 0;
+inline int OpenResources() {
+    return openResources;
+}
 
-// For the fakes: counts a call and tells whether it must fail; counts a resource in (1) or out (-1).
-bool Fails(const char* function);
-void CountResource(int change);
+// For the fakes: counts a call and tells whether it must fail.
+inline bool Fails(std::string_view function) {
+    const int call = ++countdown.calls;
+    if (call == countdown.nth) {
+        countdown.failed = function;
+    }
+    return countdown.nth != 0 && call >= countdown.nth &&
+           (call == countdown.nth || countdown.faults == Faults::FromThereOn ||
+            (countdown.faults == Faults::OfItsFunction && countdown.failed == function));
+}
 
 }  // namespace fakes

@@ -16,31 +16,22 @@
 namespace scripted {
 
 struct Adapter {
-    std::string name = "{00000001-0000-0000-0000-000000000001}";
-    std::string description = "Test adapter";
-    uint32_t index = 1;
-    uint32_t type = MIB_IF_TYPE_ETHERNET;
+    std::string name = "{00000001-0000-0000-0000-000000000001}", description = "Test adapter";
+    uint32_t index = 1, type = MIB_IF_TYPE_ETHERNET;
     std::vector<uint8_t> hardwareAddress = {0x02, 0x00, 0x00, 0x00, 0x00, 0x01};
-    std::string address = "192.168.7.33";
-    std::string mask = "255.255.255.0";
-    std::string gateway = "192.168.7.1";
+    std::string address = "192.168.7.33", mask = "255.255.255.0", gateway = "192.168.7.1";
     std::vector<std::string> dnsServers = {};
     bool dhcpEnabled = false;
     std::string dhcpServer = {};
-    time_t leaseObtained = 0;
-    time_t leaseExpires = 0;
+    time_t leaseObtained = 0, leaseExpires = 0;
     bool haveWins = false;
-    std::string primaryWins = {};
-    std::string secondaryWins = {};
-    uint32_t speed = 100000000;
-    uint32_t received = 0;  // octets
-    uint32_t transmitted = 0;
+    std::string primaryWins = {}, secondaryWins = {};
+    uint32_t speed = 100000000, received = 0, transmitted = 0;  // bits a second, and octets
 };
 
 struct Wireless {
-    bool present = false;  // the device opens
-    std::wstring bindingName;
-    std::vector<uint8_t> bindingAnswer;               // as the driver gives it, instead of one that holds the name
+    bool present = false;                             // the device opens
+    std::vector<uint8_t> bindingAnswer;               // its name, as the driver gives it
     std::map<uint32_t, std::vector<uint8_t>> values;  // by OID; one without a value fails
     std::vector<uint32_t> requests;                   // OIDs asked or set, in order
 };
@@ -55,9 +46,6 @@ struct ConnectionManager {
     std::vector<DWORD> statuses;  // one per query, then connected (16)
     HRESULT proxyResult = E_NOINTERFACE;
     std::u16string proxy;
-    platform::ConnectionRequest request = {};
-    int open = 0;  // connections not yet released
-    LONG releasedWith = 0;
 };
 
 // An echo server's answer, read piece by piece.
@@ -65,11 +53,10 @@ struct EchoAnswer {
     std::vector<std::string> pieces;
 };
 
-// The internet library: what it was asked, and what each host answers (an unknown one nothing).
+// The internet library: the hosts that were asked, and what each answers (an unknown one nothing).
 struct Internet {
     std::map<std::wstring, EchoAnswer> answers;
     std::vector<std::wstring> hosts;
-    std::wstring asked;  // how the last host was asked: everything else that the calls were given
 };
 
 struct Platform {
@@ -78,8 +65,7 @@ struct Platform {
     std::map<std::string, DWORD> results;
     std::vector<ArpRow> arp;
     Wireless wireless;
-    // What an echo to an address (network byte order) brings; called from the scan's threads. Without it nobody
-    // answers.
+    // What an echo to an address (network byte order) brings, in any thread; without it nobody answers.
     std::function<std::optional<platform::EchoReply>(uint32_t address, DWORD timeoutMs)> echo;
     ConnectionManager connectionManager;
     Internet internet;

@@ -3,34 +3,43 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
-// As the NDIS interface lays it out; of the BSSID the last byte tells access points apart.
-struct ListedAccessPoint {
-    uint32_t length = 104;
-    uint8_t bssid[8] = {2};
-    uint32_t ssidLength = 0;
-    char ssid[32] = {};
-    uint32_t privacy = 0;
-    int32_t rssi = 0;
-    uint32_t networkType = 3, configurationLength = 0, beacon = 100, atimWindow = 0, frequency = 0, hopping[4] = {};
-    uint32_t mode = 1;
-    uint8_t rates[8] = {0x82, 0x84, 0x8B, 0x96};
-};
-
+// The count and entries of 104 bytes, as the NDIS interface lays them out; of the BSSID the last byte tells access
+// points apart.
 class AccessPointListBuilder {
   public:
     AccessPointListBuilder& Add(const std::string& ssid, uint8_t bssid, int32_t rssi, uint32_t privacy = 0,
-                                uint32_t frequency = 2437000);
-    AccessPointListBuilder& WithCount(uint32_t count);
-    AccessPointListBuilder& WithLength(size_t entry, uint32_t length);
-    AccessPointListBuilder& WithSsidLength(uint32_t length);  // of the last entry
-    std::vector<uint8_t> Value() const;
+                                uint32_t frequency = 2437000) {
+        const size_t entry = value_.size();
+        value_.resize(entry + 104);
+        value_[entry + 4] = 2;
+        value_[entry + 9] = bssid;
+        memcpy(&value_[entry + 16], ssid.data(), ssid.size());
+        Put(entry + 48, privacy).Put(entry + 52, static_cast<uint32_t>(rssi)).Put(entry + 72, frequency);
+        Put(entry + 56, 3).Put(entry + 64, 100).Put(entry + 92, 1).Put(entry + 96, 0x968B8482);
+        Put(entry, 104).Put(entry + 12, static_cast<uint32_t>(ssid.size()));
+        return ++value_[0], *this;
+    }
+    AccessPointListBuilder& WithCount(uint32_t count) { return Put(0, count); }
+    AccessPointListBuilder& WithLength(size_t entry, uint32_t length) { return Put(4 + 104 * entry, length); }
+    AccessPointListBuilder& WithSsidLength(uint32_t length) {
+        return Put(value_.size() - 104 + 12, length);
+    }  // the last
+    const std::vector<uint8_t>& Value() const { return value_; }
 
   private:
-    std::vector<ListedAccessPoint> entries_;
-    uint32_t count_ = 0;
+    std::vector<uint8_t> value_ = {0, 0, 0, 0};
+    AccessPointListBuilder& Put(size_t at, uint32_t number) {
+        return memcpy(&value_[at], &number, sizeof(number)), *this;
+    }
 };
 
-std::vector<uint8_t> SsidValue(const std::string& ssid, uint32_t length);
+inline std::vector<uint8_t> SsidValue(const std::string& ssid, uint32_t length) {
+    std::vector<uint8_t> value(sizeof(length) + 32);
+    memcpy(value.data(), &length, sizeof(length));
+    memcpy(value.data() + sizeof(length), ssid.data(), ssid.size());
+    return value;
+}

@@ -6,6 +6,11 @@
 #include "platform/format_text.h"
 #include "platform/scoped.h"
 
+static platform::ScopedHandle Open(const std::wstring& path, DWORD access, DWORD disposition) {
+    return platform::ScopedHandle(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                              disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 void UseEmptyDataFolder() {
     static uint32_t folders = 0;
     CreateDirectoryW(L"\\quorvane-tests", nullptr);
@@ -19,34 +24,22 @@ std::wstring DataPath(const std::wstring& name) {
     return std::wstring(itemState.dataFolder) + L"\\" + name;
 }
 
-static platform::ScopedHandle OpenToRead(const std::wstring& path) {
-    return platform::ScopedHandle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
 Bytes ReadWholePath(const std::wstring& path) {
-    const platform::ScopedHandle file = OpenToRead(path);
-    if (!file.IsOpen()) {
-        return {};
-    }
-    Bytes content(GetFileSize(file.handle, nullptr));
+    const platform::ScopedHandle file = Open(path, GENERIC_READ, OPEN_EXISTING);
+    Bytes content(file.IsOpen() ? GetFileSize(file.handle, nullptr) : 0);
     DWORD read = 0;
-    ReadFile(file.handle, content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
-    content.resize(read);
+    if (file.IsOpen()) {
+        ReadFile(file.handle, content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
+    }
     return content;
 }
 
-Bytes ReadWholeFile(const std::wstring& name) {
-    return ReadWholePath(DataPath(name));
-}
-
 bool FileExists(const std::wstring& name) {
-    return OpenToRead(DataPath(name)).IsOpen();
+    return Open(DataPath(name), GENERIC_READ, OPEN_EXISTING).IsOpen();
 }
 
 void WriteWholeFile(const std::wstring& name, const Bytes& content) {
-    const platform::ScopedHandle file(
-        CreateFileW(DataPath(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const platform::ScopedHandle file = Open(DataPath(name), GENERIC_WRITE, CREATE_ALWAYS);
     DWORD written = 0;
     WriteFile(file.handle, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
 }

@@ -6,10 +6,8 @@
 #include <string>
 #include <vector>
 
-// The system as a test wants to find it; only the native stand-in has anything to reset.
+// The system as a test wants to find it, and with it the whole state of a fresh start, which runs before every test.
 void ResetSystemForTest();
-
-// The whole state of a fresh start. Runs before every test.
 void ResetForTest();
 
 // Makes a new empty folder the item's data folder.
@@ -23,9 +21,9 @@ inline Bytes operator+(Bytes a, const Bytes& b) {
 
 // Name is relative to the data folder, without a leading separator.
 bool FileExists(const std::wstring& name);
-Bytes ReadWholeFile(const std::wstring& name);
 void WriteWholeFile(const std::wstring& name, const Bytes& content);
 std::wstring DataPath(const std::wstring& name);
-
-// Any path.
 Bytes ReadWholePath(const std::wstring& path);
+inline Bytes ReadWholeFile(const std::wstring& name) {
+    return ReadWholePath(DataPath(name));
+}

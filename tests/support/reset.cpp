@@ -20,9 +20,7 @@ class ResetBeforeEachTest : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo&) override { ResetForTest(); }
 };
 
-[[maybe_unused]] const bool kRegistered = [] {
-    testing::UnitTest::GetInstance()->listeners().Append(new ResetBeforeEachTest);
-    return true;
-}();
+[[maybe_unused]] const bool kRegistered =
+    (testing::UnitTest::GetInstance()->listeners().Append(new ResetBeforeEachTest), true);
 
 }  // namespace

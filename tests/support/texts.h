@@ -5,15 +5,6 @@
 #include <sstream>
 #include <string>
 
-// "a|b|c"
-inline std::wstring Joined(std::initializer_list<std::wstring> texts) {
-    std::wstring joined;
-    for (const std::wstring& text : texts) {
-        joined += (&text == texts.begin() ? L"" : L"|") + text;
-    }
-    return joined;
-}
-
 // What a function answers to each of the arguments: "1|2|3".
 template <class Function, class Argument>
 std::wstring Each(Function function, std::initializer_list<Argument> arguments) {
@@ -24,6 +15,6 @@ std::wstring Each(Function function, std::initializer_list<Argument> arguments) 
     return answers.str();
 }
 
-inline std::string Narrow(const std::wstring& text) {
-    return {text.begin(), text.end()};
+inline std::wstring Joined(std::initializer_list<std::wstring> texts) {
+    return Each([](const std::wstring& text) { return text; }, texts);
 }

@@ -15,5 +15,5 @@ inline std::vector<uint8_t> NdisFields(std::initializer_list<uint32_t> numbers) 
 
 inline void UseWireless() {
     scripted::system.wireless.present = true;
-    scripted::system.wireless.bindingName = L"WLAN1";
+    scripted::system.wireless.bindingAnswer = NdisFields({0, 20, 2, 0, 0, 'w'});  // its offset and bytes
 }

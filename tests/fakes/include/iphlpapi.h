@@ -1,5 +1,5 @@
 // iphlpapi.h of the native build: the records of the IP helper service as the system publishes them, without the fields
-// that nothing looks at. The row of an interface is whole: the handheld's model copies it.
+// that nothing looks at. The row of an interface has them all: the handheld's model copies it.
 #pragma once
 
 #include <ctime>
@@ -9,6 +9,9 @@
 inline constexpr int MAX_ADAPTER_DESCRIPTION_LENGTH = 128, MAX_ADAPTER_ADDRESS_LENGTH = 8, MAXLEN_PHYSADDR = 8,
                      MIB_IF_TYPE_ETHERNET = 6, MIB_IPNET_TYPE_DYNAMIC = 3;
 
+struct IP_OPTION_INFORMATION {
+    uint8_t Ttl, Tos, Flags, OptionsSize, *OptionsData;
+};
 struct IP_ADDR_STRING {
     IP_ADDR_STRING* Next;
     struct {
@@ -17,13 +20,11 @@ struct IP_ADDR_STRING {
 };
 struct IP_ADAPTER_INFO {
     IP_ADAPTER_INFO* Next;
-    char AdapterName[260];
-    char Description[MAX_ADAPTER_DESCRIPTION_LENGTH + 4];
+    char AdapterName[260], Description[MAX_ADAPTER_DESCRIPTION_LENGTH + 4];
     UINT AddressLength;
     BYTE Address[MAX_ADAPTER_ADDRESS_LENGTH];
     DWORD Index;
-    UINT Type;
-    UINT DhcpEnabled;
+    UINT Type, DhcpEnabled;
     IP_ADDR_STRING *CurrentIpAddress, IpAddressList, GatewayList, DhcpServer;
     BOOL HaveWins;
     IP_ADDR_STRING PrimaryWinsServer, SecondaryWinsServer;
@@ -44,17 +45,13 @@ struct MIB_IFROW {
     wchar_t wszName[256];
     DWORD dwIndex, dwType, dwMtu, dwSpeed, dwPhysAddrLen;
     BYTE bPhysAddr[MAXLEN_PHYSADDR];
-    DWORD dwAdminStatus, dwOperStatus, dwLastChange, dwInOctets, dwInUcastPkts, dwInNUcastPkts, dwInDiscards,
-        dwInErrors, dwInUnknownProtos, dwOutOctets, dwOutUcastPkts, dwOutNUcastPkts, dwOutDiscards, dwOutErrors,
-        dwOutQLen, dwDescrLen;
+    DWORD dwAdminStatus, dwOperStatus, dwLastChange, dwInOctets, inPackets[5], dwOutOctets, outPackets[5], dwDescrLen;
     BYTE bDescr[256];
 };
 struct MIB_IPNETROW {
-    DWORD dwIndex;
-    DWORD dwPhysAddrLen;
+    DWORD dwIndex, dwPhysAddrLen;
     BYTE bPhysAddr[MAXLEN_PHYSADDR];
-    DWORD dwAddr;
-    DWORD dwType;
+    DWORD dwAddr, dwType;
 };
 struct MIB_IPNETTABLE {
     DWORD dwNumEntries;

@@ -3,11 +3,8 @@
 
 #include <arpa/inet.h>
 #include <netdb.h>
-#include <netinet/in.h>
 #include <sys/ioctl.h>
 #include <sys/select.h>
-#include <sys/socket.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include "windows.h"
@@ -16,14 +13,11 @@ using SOCKET = int;
 using u_long = unsigned long;
 #define INVALID_SOCKET (-1)
 #define SOCKET_ERROR (-1)
-struct WSADATA {
-    WORD wVersion;
-};
+struct WSADATA {};
 
 inline constexpr auto WSAStartup = [](WORD, WSADATA*) { return 0; };
 inline constexpr auto WSACleanup = [] { return 0; };
 inline constexpr auto& closesocket = close;
-inline int ioctlsocket(SOCKET socket, unsigned long command, u_long* argument) {
-    int value = static_cast<int>(*argument);
-    return ioctl(socket, command, &value);
-}
+inline constexpr auto ioctlsocket = [](SOCKET socket, unsigned long command, u_long* argument) {
+    return ioctl(socket, command, argument);
+};

@@ -1,10 +1,7 @@
-// wlanapi.h of the native build: what the product reads of Native Wifi's access-point lists, by the system's names. Its
-// enumerations are C's: any number may stand in one.
+// wlanapi.h of the native build: what the product reads of Native Wifi. Any number may stand in its enumerations.
 #pragma once
 
 #include "windows.h"
-
-using USHORT = uint16_t;
 
 #define DOT11_SSID_MAX_LENGTH 32
 struct DOT11_SSID {
@@ -12,21 +9,16 @@ struct DOT11_SSID {
     uint8_t ucSSID[DOT11_SSID_MAX_LENGTH];
 };
 
-enum DOT11_BSS_TYPE : int {};
-inline constexpr DOT11_BSS_TYPE dot11_BSS_type_infrastructure{1}, dot11_BSS_type_independent{2}, dot11_BSS_type_any{3};
-
-enum DOT11_PHY_TYPE : int {};
-inline constexpr DOT11_PHY_TYPE dot11_phy_type_fhss{1}, dot11_phy_type_dsss{2}, dot11_phy_type_hrdsss{5},
-    dot11_phy_type_erp{6}, dot11_phy_type_ht{7};
-
-enum DOT11_AUTH_ALGORITHM : int {};
-inline constexpr DOT11_AUTH_ALGORITHM DOT11_AUTH_ALGO_80211_OPEN{1}, DOT11_AUTH_ALGO_80211_SHARED_KEY{2},
-    DOT11_AUTH_ALGO_WPA{3}, DOT11_AUTH_ALGO_WPA_PSK{4}, DOT11_AUTH_ALGO_WPA_NONE{5}, DOT11_AUTH_ALGO_RSNA{6},
-    DOT11_AUTH_ALGO_RSNA_PSK{7};
-
-enum DOT11_CIPHER_ALGORITHM : int {};
-inline constexpr DOT11_CIPHER_ALGORITHM DOT11_CIPHER_ALGO_NONE{0}, DOT11_CIPHER_ALGO_WEP40{1},
-    DOT11_CIPHER_ALGO_TKIP{2}, DOT11_CIPHER_ALGO_CCMP{4}, DOT11_CIPHER_ALGO_WEP104{5}, DOT11_CIPHER_ALGO_WEP{0x101};
+using DOT11_BSS_TYPE = int;
+using DOT11_PHY_TYPE = int;
+using DOT11_AUTH_ALGORITHM = int;
+using DOT11_CIPHER_ALGORITHM = int;
+inline constexpr int dot11_BSS_type_infrastructure = 1, dot11_BSS_type_independent = 2, dot11_phy_type_fhss = 1,
+                     dot11_phy_type_dsss = 2, dot11_phy_type_hrdsss = 5, DOT11_AUTH_ALGO_80211_OPEN = 1,
+                     DOT11_AUTH_ALGO_80211_SHARED_KEY = 2, DOT11_AUTH_ALGO_WPA = 3, DOT11_AUTH_ALGO_WPA_PSK = 4,
+                     DOT11_AUTH_ALGO_WPA_NONE = 5, DOT11_AUTH_ALGO_RSNA = 6, DOT11_CIPHER_ALGO_NONE = 0,
+                     DOT11_CIPHER_ALGO_WEP40 = 1, DOT11_CIPHER_ALGO_TKIP = 2, DOT11_CIPHER_ALGO_WEP104 = 5,
+                     DOT11_CIPHER_ALGO_WEP = 0x101;
 
 struct WLAN_RATE_SET {
     ULONG uRateSetLength;

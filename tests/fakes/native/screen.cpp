@@ -1,13 +1,10 @@
 // The screen of native tests has a size and nothing to draw on.
-
 #include "platform/screen.h"
-
+#include "item/taskbar_icon.h"
 #include "tests/fakes/scripted_platform.h"
 
-namespace platform {
-
-SIZE ScreenSize() {
+SIZE platform::ScreenSize() {
     return scripted::system.screen;
 }
 
-}  // namespace platform
+void DrawTaskbarIcon() {}

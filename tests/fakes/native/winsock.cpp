@@ -1,34 +1,37 @@
-// The socket calls that a fault can hit; the linker leads here what the tests' program calls by these names.
+// Peers of every address answer with a name that holds the address's last byte. The linker leads here what the tests'
+// program calls by these names.
 
+#include <algorithm>
+
+#include "diagnostics/node_status.h"
 #include "tests/fakes/faults.h"
-#include "winsock2.h"
+#include "tests/support/node_status_reply.h"
+
+static thread_local uint32_t asked;  // network byte order
 
 extern "C" {
 
 int __real_socket(int family, int type, int protocol);
-ssize_t __real_sendto(int socket, const void* data, size_t bytes, int flags, const sockaddr* to, socklen_t length);
-int __real_select(int count, fd_set* readable, fd_set* writable, fd_set* failed, timeval* timeout);
-ssize_t __real_recvfrom(int socket, void* data, size_t bytes, int flags, sockaddr* from, socklen_t* length);
-hostent* __real_gethostbyname(const char* name);
 
 int __wrap_socket(int family, int type, int protocol) {
     return fakes::Fails("socket") ? INVALID_SOCKET : __real_socket(family, type, protocol);
 }
 
-ssize_t __wrap_sendto(int socket, const void* data, size_t bytes, int flags, const sockaddr* to, socklen_t length) {
-    return fakes::Fails("sendto") ? SOCKET_ERROR : __real_sendto(socket, data, bytes, flags, to, length);
+ssize_t __wrap_sendto(int, const void*, size_t bytes, int, const sockaddr* to, socklen_t) {
+    const auto& peer = *reinterpret_cast<const sockaddr_in*>(to);
+    const bool fails = fakes::Fails("sendto") || peer.sin_port != htons(kNodeStatusPort);
+    asked = peer.sin_addr.s_addr;
+    return fails ? SOCKET_ERROR : static_cast<ssize_t>(bytes);
 }
 
-int __wrap_select(int count, fd_set* readable, fd_set* writable, fd_set* failed, timeval* timeout) {
-    return fakes::Fails("select") ? SOCKET_ERROR : __real_select(count, readable, writable, failed, timeout);
+int __wrap_select(int, fd_set*, fd_set*, fd_set*, timeval*) {
+    return fakes::Fails("select") ? SOCKET_ERROR : 1;
 }
 
-ssize_t __wrap_recvfrom(int socket, void* data, size_t bytes, int flags, sockaddr* from, socklen_t* length) {
-    return fakes::Fails("recvfrom") ? SOCKET_ERROR : __real_recvfrom(socket, data, bytes, flags, from, length);
-}
-
-hostent* __wrap_gethostbyname(const char* name) {
-    return fakes::Fails("gethostbyname") ? nullptr : __real_gethostbyname(name);
+ssize_t __wrap_recvfrom(int, uint8_t* data, size_t, int, sockaddr*, socklen_t*) {
+    const std::vector<uint8_t> reply = NodeStatusReply({"HOST-" + std::to_string(ntohl(asked) & 0xFF)});
+    std::ranges::copy(reply, data);
+    return fakes::Fails("recvfrom") ? SOCKET_ERROR : std::ssize(reply);
 }
 
 }  // extern "C"

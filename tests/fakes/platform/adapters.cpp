@@ -24,55 +24,48 @@ using scripted::system;
 
 namespace {
 
-template <size_t Size>
-void Copy(char (&out)[Size], const std::string& text) {
-    out[text.copy(out, Size - 1)] = 0;
-}
-
 const Adapter* FindAdapter(uint32_t index) {
     const auto found = std::ranges::find(system.adapters, index, &Adapter::index);
     return found == system.adapters.end() ? nullptr : &*found;
 }
 
+constexpr size_t kAddressCharacters = 15;
+
+// Into a record of zeros.
 void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
-    info = {};
-    Copy(info.AdapterName, adapter.name);
-    Copy(info.Description, adapter.description);
+    adapter.name.copy(info.AdapterName, sizeof(info.AdapterName) - 1);
+    adapter.description.copy(info.Description, sizeof(info.Description) - 1);
     info.AddressLength = static_cast<UINT>(adapter.hardwareAddress.size());
     std::ranges::copy(adapter.hardwareAddress, info.Address);
     info.Index = adapter.index;
     info.Type = adapter.type;
     info.DhcpEnabled = adapter.dhcpEnabled;
     info.CurrentIpAddress = &info.IpAddressList;
-    Copy(info.IpAddressList.IpAddress.String, adapter.address);
-    Copy(info.IpAddressList.IpMask.String, adapter.mask);
-    Copy(info.GatewayList.IpAddress.String, adapter.gateway);
-    Copy(info.DhcpServer.IpAddress.String, adapter.dhcpServer);
+    adapter.address.copy(info.IpAddressList.IpAddress.String, kAddressCharacters);
+    adapter.mask.copy(info.IpAddressList.IpMask.String, kAddressCharacters);
+    adapter.gateway.copy(info.GatewayList.IpAddress.String, kAddressCharacters);
+    adapter.dhcpServer.copy(info.DhcpServer.IpAddress.String, kAddressCharacters);
     info.HaveWins = adapter.haveWins;
-    Copy(info.PrimaryWinsServer.IpAddress.String, adapter.primaryWins);
-    Copy(info.SecondaryWinsServer.IpAddress.String, adapter.secondaryWins);
+    adapter.primaryWins.copy(info.PrimaryWinsServer.IpAddress.String, kAddressCharacters);
+    adapter.secondaryWins.copy(info.SecondaryWinsServer.IpAddress.String, kAddressCharacters);
     info.LeaseObtained = adapter.leaseObtained;
     info.LeaseExpires = adapter.leaseExpires;
 }
 
 DWORD Result(const std::string& call, DWORD usual) {
-    return fakes::Fails(call.c_str())      ? ERROR_GEN_FAILURE
-           : system.results.contains(call) ? system.results[call]
-                                           : usual;
+    const auto scripted = system.results.find(call);
+    return fakes::Fails(call) ? ERROR_GEN_FAILURE : scripted != system.results.end() ? scripted->second : usual;
 }
 
-// The size-then-data protocol: the size query answers `needsRoom`. NO_ERROR when the data are to be filled in.
-DWORD AskForRoom(const std::string& call, const void* buffer, ULONG* bytes, size_t needed, DWORD needsRoom) {
-    if (buffer != nullptr && *bytes >= needed) {
-        return Result(call, NO_ERROR);
+// The size-then-data protocol, whose size query answers `needsRoom`. Zeroed room and NO_ERROR when data are wanted.
+DWORD AskForRoom(const std::string& call, void* buffer, ULONG* bytes, size_t needed, DWORD needsRoom) {
+    if (buffer == nullptr || *bytes < needed) {
+        *bytes = static_cast<ULONG>(needed);
+        return Result(call + " size", needsRoom);
     }
-    *bytes = static_cast<ULONG>(needed);
-    return Result(call + " size", needsRoom);
-}
-
-DWORD ChangeAddress(const char* action, const char* call, const IP_ADAPTER_INDEX_MAP* adapter) {
-    system.dhcpCalls.emplace_back(action, adapter->Index);
-    return Result(call, NO_ERROR);
+    const DWORD result = Result(call, NO_ERROR);
+    memset(buffer, 0, result == NO_ERROR ? needed : 0);
+    return result;
 }
 
 }  // namespace
@@ -85,9 +78,10 @@ DWORD GetNumberOfInterfaces(DWORD* count) {
 
 DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
     const size_t count = system.adapters.size();
-    const DWORD result = count == 0
-                             ? static_cast<DWORD>(ERROR_NO_DATA)
-                             : AskForRoom("GetAdaptersInfo", list, bytes, count * sizeof(*list), ERROR_BUFFER_OVERFLOW);
+    if (count == 0) {
+        return ERROR_NO_DATA;
+    }
+    const DWORD result = AskForRoom("GetAdaptersInfo", list, bytes, count * sizeof(*list), ERROR_BUFFER_OVERFLOW);
     for (size_t i = 0; result == NO_ERROR && i < count; ++i) {
         Fill(list[i], system.adapters[i]);
         list[i].Next = i + 1 < count ? &list[i + 1] : nullptr;
@@ -98,14 +92,10 @@ DWORD GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* bytes) {
 DWORD GetInterfaceInfo(IP_INTERFACE_INFO* table, ULONG* bytes) {
     const size_t needed = sizeof(*table) + system.adapters.size() * sizeof(IP_ADAPTER_INDEX_MAP);
     const DWORD result = AskForRoom("GetInterfaceInfo", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER);
-    if (result == NO_ERROR) {
-        table->NumAdapters = 0;
-        for (const Adapter& adapter : system.adapters) {
-            IP_ADAPTER_INDEX_MAP& row = table->Adapter[table->NumAdapters++];
-            row = {};
-            row.Index = adapter.index;
-            std::ranges::copy(adapter.name, row.Name);
-        }
+    for (size_t i = 0; result == NO_ERROR && i < system.adapters.size(); ++i) {
+        IP_ADAPTER_INDEX_MAP& row = table->Adapter[table->NumAdapters++];
+        row.Index = system.adapters[i].index;
+        std::ranges::copy(system.adapters[i].name, row.Name);
     }
     return result;
 }
@@ -127,18 +117,13 @@ DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* 
     if (adapter == nullptr) {
         return ERROR_INVALID_PARAMETER;
     }
-    const size_t needed = sizeof(*info) + adapter->dnsServers.size() * sizeof(IP_ADDR_STRING);
+    const auto& servers = adapter->dnsServers;
+    const size_t needed = sizeof(*info) + servers.size() * sizeof(IP_ADDR_STRING);
     const DWORD result = AskForRoom("GetPerAdapterInfo", info, bytes, needed, ERROR_BUFFER_OVERFLOW);
-    if (result == NO_ERROR) {
-        *info = {};
-        IP_ADDR_STRING* entry = &info->DnsServerList;
-        auto* next = reinterpret_cast<IP_ADDR_STRING*>(info + 1);
-        for (const std::string& server : adapter->dnsServers) {
-            Copy(entry->IpAddress.String, server);
-            if (&server != &adapter->dnsServers.back()) {
-                entry = entry->Next = new (next++) IP_ADDR_STRING();
-            }
-        }
+    IP_ADDR_STRING* entry = result == NO_ERROR ? &info->DnsServerList : nullptr;  // the others follow the record
+    for (size_t i = 0; result == NO_ERROR && i < servers.size(); ++i) {
+        entry = i == 0 ? entry : (entry->Next = reinterpret_cast<IP_ADDR_STRING*>(info + 1) + i);
+        servers[i].copy(entry->IpAddress.String, kAddressCharacters);
     }
     return result;
 }
@@ -146,25 +131,23 @@ DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* 
 DWORD GetIpNetTable(MIB_IPNETTABLE* table, ULONG* bytes, BOOL) {
     const size_t needed = system.arp.empty() ? 0 : sizeof(*table) + system.arp.size() * sizeof(MIB_IPNETROW);
     const DWORD result = AskForRoom("GetIpNetTable", table, bytes, needed, ERROR_INSUFFICIENT_BUFFER);
-    if (result == NO_ERROR) {
-        table->dwNumEntries = 0;
-        for (const scripted::ArpRow& known : system.arp) {
-            MIB_IPNETROW& row = table->table[table->dwNumEntries++];
-            row = {};
-            row.dwAddr = known.address;
-            row.dwPhysAddrLen = static_cast<DWORD>(known.hardwareAddress.size());
-            std::ranges::copy(known.hardwareAddress, row.bPhysAddr);
-        }
+    for (size_t i = 0; result == NO_ERROR && i < system.arp.size(); ++i) {
+        MIB_IPNETROW& row = table->table[table->dwNumEntries++];
+        row.dwAddr = system.arp[i].address;
+        row.dwPhysAddrLen = static_cast<DWORD>(system.arp[i].hardwareAddress.size());
+        std::ranges::copy(system.arp[i].hardwareAddress, row.bPhysAddr);
     }
     return result;
 }
 
 DWORD IpReleaseAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    return ChangeAddress("release", "IpReleaseAddress", adapter);
+    system.dhcpCalls.emplace_back("release", adapter->Index);
+    return Result("IpReleaseAddress", NO_ERROR);
 }
 
 DWORD IpRenewAddress(IP_ADAPTER_INDEX_MAP* adapter) {
-    return ChangeAddress("renew", "IpRenewAddress", adapter);
+    system.dhcpCalls.emplace_back("renew", adapter->Index);
+    return Result("IpRenewAddress", NO_ERROR);
 }
 
 }  // namespace platform

@@ -1,11 +1,11 @@
-// The connection manager and the internet library from the script. A connection is a signalled event, so that it can be
-// waited for on every build.
+// Echo replies, the connection manager and the internet library from the script. A connection is a signalled event, so
+// that it can be waited for on every build.
 
 #include "platform/connection.h"
+#include "platform/echo.h"
 
 #include <algorithm>
 
-#include "platform/format_text.h"
 #include "tests/fakes/faults.h"
 #include "tests/fakes/scripted_platform.h"
 
@@ -13,39 +13,44 @@ namespace platform {
 
 using scripted::system;
 
-namespace {
-
-void* OpenHandle(const char* call) {
-    if (fakes::Fails(call)) {
-        return nullptr;
-    }
-    fakes::CountResource(1);
-    return &system.internet;
+static void* OpenHandle(const char* call) {
+    const bool fails = fakes::Fails(call);
+    fakes::openResources += fails ? 0 : 1;
+    return fails ? nullptr : &system.internet;
 }
 
-}  // namespace
+HANDLE IcmpCreateFile() {
+    void* echo = OpenHandle("IcmpCreateFile");
+    return echo != nullptr ? echo : INVALID_HANDLE_VALUE;
+}
 
-HRESULT ConnMgrEstablishConnection(const ConnectionRequest& request, HANDLE* connection) {
-    system.connectionManager.request = request;
-    if (fakes::Fails("ConnMgrEstablishConnection")) {
-        return E_FAIL;
-    }
-    *connection = CreateEventW(nullptr, TRUE, TRUE, nullptr);
-    ++system.connectionManager.open;
-    return S_OK;
+BOOL IcmpCloseHandle(HANDLE) {
+    --fakes::openResources;
+    return TRUE;
+}
+
+DWORD IcmpSendEcho(HANDLE, uint32_t address, const void*, WORD, const IP_OPTION_INFORMATION*, void* reply, DWORD,
+                   DWORD timeoutMs) {
+    const bool fails = fakes::Fails("IcmpSendEcho") || !system.echo;
+    const std::optional<EchoReply> answer = fails ? std::nullopt : system.echo(address, timeoutMs);
+    return answer ? (memcpy(reply, &*answer, sizeof(*answer)), 1) : 0;
+}
+
+HRESULT ConnMgrEstablishConnection(const ConnectionRequest&, HANDLE* connection) {
+    const bool fails = fakes::Fails("ConnMgrEstablishConnection");
+    *connection = fails ? nullptr : CreateEventW(nullptr, TRUE, TRUE, nullptr);
+    return fails ? E_FAIL : S_OK;
 }
 
 HRESULT ConnMgrConnectionStatus(HANDLE, DWORD* status) {
     auto& statuses = system.connectionManager.statuses;
     *status = statuses.empty() ? 16 : statuses.front();
-    statuses.erase(statuses.begin(), statuses.begin() + (statuses.empty() ? 0 : 1));
+    statuses.erase(statuses.begin(), std::ranges::next(statuses.begin(), 1, statuses.end()));
     return fakes::Fails("ConnMgrConnectionStatus") ? E_FAIL : S_OK;
 }
 
-HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG cache) {
+HRESULT ConnMgrReleaseConnection(HANDLE connection, LONG) {
     CloseHandle(connection);
-    --system.connectionManager.open;
-    system.connectionManager.releasedWith = cache;
     return S_OK;
 }
 
@@ -54,22 +59,16 @@ HRESULT QueryProxy(HANDLE, ProxyRecord* proxy) {
     return fakes::Fails("QueryProxy") ? E_FAIL : system.connectionManager.proxyResult;
 }
 
-void* InternetOpenW(const wchar_t* agent, DWORD accessType, const wchar_t* proxy) {
-    system.internet.asked = std::wstring(agent) + L", access " + std::to_wstring(accessType) + L", " +
-                            (proxy != nullptr ? proxy : L"no proxy");
+void* InternetOpenW(const wchar_t*, DWORD, const wchar_t*) {
     return OpenHandle("InternetOpenW");
 }
 
-void* InternetConnectW(void*, const wchar_t* host, WORD port) {
+void* InternetConnectW(void*, const wchar_t* host, WORD) {
     system.internet.hosts.push_back(host);
-    system.internet.asked += L", port " + std::to_wstring(port);
     return OpenHandle("InternetConnectW");
 }
 
-void* HttpOpenRequestW(void*, const wchar_t* path, DWORD flags, DWORD_PTR context) {
-    wchar_t rest[300];
-    FormatText(rest, L", %s, %X, %d", path, flags, static_cast<uint32_t>(context));
-    system.internet.asked += rest;
+void* HttpOpenRequestW(void*, const wchar_t*, DWORD, DWORD_PTR) {
     return OpenHandle("HttpOpenRequestW");
 }
 
@@ -80,17 +79,13 @@ bool HttpSendRequestW(void*) {
 bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
     auto& pieces = system.internet.answers[system.internet.hosts.back()].pieces;
     const bool fails = fakes::Fails("InternetReadFile");
-    *read = 0;
-    if (!fails && !pieces.empty()) {
-        *read = static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
-        pieces[0].erase(0, *read);
-        pieces.erase(pieces.begin(), pieces.begin() + (pieces[0].empty() ? 1 : 0));
-    }
+    *read = fails || pieces.empty() ? 0 : static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
+    pieces.erase(pieces.begin(), std::ranges::next(pieces.begin(), fails ? 0 : 1, pieces.end()));
     return !fails;
 }
 
 void InternetCloseHandle(void*) {
-    fakes::CountResource(-1);
+    --fakes::openResources;
 }
 
 }  // namespace platform

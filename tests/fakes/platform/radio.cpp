@@ -12,37 +12,14 @@ namespace platform {
 
 using scripted::system;
 
-namespace {
-
-// The name behind a record, unless the script gives other bytes.
-bool AnswerBinding(void* buffer, DWORD outputBytes, DWORD* returned) {
-    std::vector<uint8_t> answer = system.wireless.bindingAnswer;
-    if (answer.empty()) {
-        const std::u16string name(system.wireless.bindingName.begin(), system.wireless.bindingName.end());
-        NdisBindingRequest record = {};
-        record.deviceNameOffset = sizeof(record);
-        record.deviceNameLength = static_cast<uint32_t>(name.size() * sizeof(char16_t));
-        answer.resize(sizeof(record) + record.deviceNameLength);
-        memcpy(answer.data(), &record, sizeof(record));
-        memcpy(answer.data() + sizeof(record), name.data(), record.deviceNameLength);
-    }
-    *returned = static_cast<DWORD>(std::min<size_t>(answer.size(), outputBytes));
-    memcpy(buffer, answer.data(), *returned);
-    return true;
-}
-
-}  // namespace
-
 HANDLE OpenRadio() {
-    if (fakes::Fails("OpenRadio") || !system.wireless.present) {
-        return INVALID_HANDLE_VALUE;
-    }
-    fakes::CountResource(1);
-    return &system.wireless;
+    const bool fails = fakes::Fails("OpenRadio") || !system.wireless.present;
+    fakes::openResources += fails ? 0 : 1;
+    return fails ? INVALID_HANDLE_VALUE : &system.wireless;
 }
 
 void CloseRadio(HANDLE) {
-    fakes::CountResource(-1);
+    --fakes::openResources;
 }
 
 bool RadioIoControl(HANDLE, DWORD controlCode, void* buffer, DWORD, DWORD outputBytes, DWORD* returned) {
@@ -51,7 +28,9 @@ bool RadioIoControl(HANDLE, DWORD controlCode, void* buffer, DWORD, DWORD output
         return false;
     }
     if (controlCode == IOCTL_NDISUIO_QUERY_BINDING) {
-        return AnswerBinding(buffer, outputBytes, returned);
+        *returned = static_cast<DWORD>(std::min<size_t>(wireless.bindingAnswer.size(), outputBytes));
+        std::copy_n(wireless.bindingAnswer.begin(), *returned, static_cast<uint8_t*>(buffer));
+        return true;
     }
     auto* request = static_cast<NdisOidRequest*>(buffer);
     wireless.requests.push_back(request->oid);

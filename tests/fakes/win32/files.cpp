@@ -8,7 +8,6 @@
 #include <memory>
 
 #include "tests/fakes/fakes.h"
-#include "tests/fakes/win32/parts.h"
 
 namespace fs = std::filesystem;
 
@@ -16,72 +15,48 @@ namespace fakes {
 
 namespace {
 
-fs::path root;
-
-struct File : Closable {
-    int descriptor;
-    explicit File(int opened) : descriptor(opened) {}
-    ~File() override { close(descriptor); }
-};
-
-struct Search : Closable {
-    std::vector<fs::path> matches;
-    size_t next = 0;
-};
-
 int DescriptorOf(HANDLE file) {
-    return static_cast<File*>(static_cast<Closable*>(file))->descriptor;
+    return static_cast<Closable*>(file)->descriptor;
 }
 
 fs::path RealPath(const wchar_t* path) {
-    std::string text;
-    for (; *path != 0; ++path) {
-        text += *path == '\\' ? '/' : *path < 0x80 ? static_cast<char>(*path) : '?';
-    }
-    return root / fs::path("./" + text).lexically_normal();
+    std::string text(path, path + wcslen(path));
+    std::ranges::replace(text, '\\', '/');
+    return Root() / fs::path("./" + text).lexically_normal();
 }
 
-int OpenFlags(DWORD access, DWORD disposition) {
-    constexpr int kDispositions[] = {0, O_CREAT | O_EXCL, O_CREAT | O_TRUNC, 0, O_CREAT};
-    const int direction = (access & GENERIC_WRITE) == 0 ? O_RDONLY : (access & GENERIC_READ) == 0 ? O_WRONLY : O_RDWR;
-    return direction | kDispositions[disposition] | O_CLOEXEC;
-}
-
-// What read and write have in common.
 BOOL Transferred(ssize_t result, DWORD* count) {
     *count = static_cast<DWORD>(std::max<ssize_t>(result, 0));
     return result >= 0;
 }
 
-BOOL NextMatch(Search& search, WIN32_FIND_DATAW* found) {
-    if (search.next == search.matches.size()) {
+BOOL NextMatch(Closable& search, WIN32_FIND_DATAW* found) {
+    if (search.matches.empty()) {
         return FALSE;
     }
-    const fs::path& match = search.matches[search.next++];
-    *found = {};
-    found->dwFileAttributes = fs::is_directory(match) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
-    const std::string name = match.filename().string();
+    const std::string name = search.matches.back().filename();
+    *found = {fs::is_directory(search.matches.back()) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL, {}};
     std::copy_n(name.begin(), std::min<size_t>(name.size(), MAX_PATH - 1), found->cFileName);
+    search.matches.pop_back();
     return TRUE;
 }
 
 }  // namespace
 
 const fs::path& Root() {
-    return root;
+    static const struct Folder {
+        const fs::path path = mkdtemp(std::string(fs::temp_directory_path() / "quorvane-test-XXXXXX").data());
+        ~Folder() { fs::remove_all(path); }
+    } folder;
+    return folder.path;
 }
 
 void ResetFiles() {
-    if (root.empty()) {
-        std::string pattern = fs::temp_directory_path() / "quorvane-test-XXXXXX";
-        root = mkdtemp(pattern.data());
-        std::atexit([] { fs::remove_all(root); });
-    }
-    for (const auto& entry : fs::directory_iterator(root)) {
+    for (const auto& entry : fs::directory_iterator(Root())) {
         fs::remove_all(entry.path());
     }
-    fs::create_directories(root / "Program Files");
-    fs::create_directories(root / "My Documents");
+    fs::create_directories(Root() / "Program Files");
+    fs::create_directories(Root() / "My Documents");
 }
 
 }  // namespace fakes
@@ -89,28 +64,25 @@ void ResetFiles() {
 using namespace fakes;
 
 HANDLE CreateFileW(const wchar_t* path, DWORD access, DWORD, void*, DWORD disposition, DWORD, HANDLE) {
+    constexpr int kDispositions[] = {0, O_CREAT | O_EXCL, O_CREAT | O_TRUNC, 0, O_CREAT};
+    const int direction = (access & GENERIC_WRITE) == 0 ? O_RDONLY : (access & GENERIC_READ) == 0 ? O_WRONLY : O_RDWR;
     const fs::path real = RealPath(path);
-    if (Fails("CreateFileW") || fs::is_directory(real)) {
-        return INVALID_HANDLE_VALUE;
-    }
-    const int descriptor = open(real.c_str(), OpenFlags(access, disposition), 0644);
-    return descriptor < 0 ? INVALID_HANDLE_VALUE : static_cast<Closable*>(new File(descriptor));
+    const bool fails = Fails("CreateFileW") || fs::is_directory(real);
+    const int file = fails ? -1 : open(real.c_str(), direction | kDispositions[disposition] | O_CLOEXEC, 0644);
+    return file < 0 ? INVALID_HANDLE_VALUE : new Closable(file);
 }
 
 BOOL ReadFile(HANDLE file, void* buffer, DWORD bytes, DWORD* count, void*) {
-    *count = 0;
-    return !Fails("ReadFile") && Transferred(read(DescriptorOf(file), buffer, bytes), count);
+    return Transferred(Fails("ReadFile") ? -1 : read(DescriptorOf(file), buffer, bytes), count);
 }
 
 BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* count, void*) {
-    *count = 0;
-    return !Fails("WriteFile") && Transferred(write(DescriptorOf(file), buffer, bytes), count);
+    return Transferred(Fails("WriteFile") ? -1 : write(DescriptorOf(file), buffer, bytes), count);
 }
 
 DWORD SetFilePointer(HANDLE file, LONG distance, LONG*, DWORD method) {
-    constexpr int kOrigins[] = {SEEK_SET, SEEK_CUR, SEEK_END};
     return Fails("SetFilePointer") ? INVALID_SET_FILE_POINTER
-                                   : static_cast<DWORD>(lseek(DescriptorOf(file), distance, kOrigins[method]));
+                                   : static_cast<DWORD>(lseek(DescriptorOf(file), distance, static_cast<int>(method)));
 }
 
 DWORD GetFileSize(HANDLE file, DWORD*) {
@@ -134,22 +106,20 @@ BOOL MoveFileW(const wchar_t* from, const wchar_t* to) {
 
 HANDLE FindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
     const fs::path real = RealPath(pattern);
-    auto search = std::make_unique<Search>();
+    auto search = std::make_unique<Closable>();
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(real.parent_path(), error)) {
         if (fnmatch(real.filename().c_str(), entry.path().filename().c_str(), FNM_CASEFOLD) == 0) {
             search->matches.push_back(entry.path());
         }
     }
-    std::sort(search->matches.begin(), search->matches.end());
-    if (Fails("FindFirstFileW") || !NextMatch(*search, found)) {
-        return INVALID_HANDLE_VALUE;
-    }
-    return static_cast<Closable*>(search.release());
+    std::ranges::sort(search->matches, std::greater());
+    const bool fails = Fails("FindFirstFileW") || !NextMatch(*search, found);
+    return fails ? INVALID_HANDLE_VALUE : search.release();
 }
 
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) {
-    return !Fails("FindNextFileW") && NextMatch(*static_cast<Search*>(static_cast<Closable*>(search)), found);
+    return !Fails("FindNextFileW") && NextMatch(*static_cast<Closable*>(search), found);
 }
 
 BOOL FindClose(HANDLE search) {
@@ -157,9 +127,7 @@ BOOL FindClose(HANDLE search) {
 }
 
 BOOL SHGetSpecialFolderPathW(HWND, wchar_t* path, int folder, BOOL) {
-    if (Fails("SHGetSpecialFolderPathW")) {
-        return FALSE;
-    }
-    wcscpy(path, folder == CSIDL_PROGRAM_FILES ? L"\\Program Files" : L"\\My Documents");
-    return TRUE;
+    const bool fails = Fails("SHGetSpecialFolderPathW");
+    wcscpy(path, fails ? L"" : folder == CSIDL_PROGRAM_FILES ? L"\\Program Files" : L"\\My Documents");
+    return !fails;
 }

@@ -1,80 +1,46 @@
-// Clock, memory, text conversion, events and message boxes.
+// All but files: memory, text conversion, clock, events, workers, message boxes and the registry.
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <ctime>
-#include <optional>
-#include <thread>
+#include <utility>
 
+#include "platform/worker.h"
 #include "tests/fakes/fakes.h"
-#include "tests/fakes/win32/parts.h"
+#include "tests/support/data_folder.h"
 
 namespace fakes {
 
-namespace {
-
-struct Script {
-    SYSTEMTIME localTime = {2006, 12, 5, 15, 10, 0, 0, 0};
-    std::optional<DWORD> tickCount;
-    DWORD zoneResult = 0;
-    LONG zoneBias = 0;
-    int messageAnswer = IDOK;
-    std::vector<WaitOutcome> waits;
-};
-Script script;
-DWORD lastError = 0;
-
-}  // namespace
-
-std::vector<ShownMessage> shownMessages;
-std::vector<DWORD> waitedMs;
+static DWORD lastError = 0;
 
 void ResetSystem() {
-    EndFaults();
+    countdown = {};
     ResetFiles();
-    ResetRegistry();
+    keys.clear();
     workersRunInline = false;
     script = {};
-    waitedMs.clear();
     shownMessages.clear();
-}
-
-void SetLocalTime(const SYSTEMTIME& now) {
-    script.localTime = now;
-}
-
-void SetTimeZone(DWORD result, LONG biasMinutes) {
-    script.zoneResult = result;
-    script.zoneBias = biasMinutes;
-}
-
-void ScriptWaits(const std::vector<WaitOutcome>& outcomes) {
-    script.waits = outcomes;
-    script.tickCount = 0xFFFFFF00;  // wraps during any longer wait
-}
-
-void AnswerMessagesWith(int button) {
-    script.messageAnswer = button;
 }
 
 }  // namespace fakes
 
 using namespace fakes;
 
+void ResetSystemForTest() {
+    ResetSystem();
+}
+
 DWORD GetLastError() {
     return lastError;
 }
 
-HLOCAL LocalAlloc(UINT, size_t bytes) {
-    if (Fails("LocalAlloc")) {
-        return nullptr;
-    }
-    CountResource(1);
-    return std::calloc(1, std::max<size_t>(bytes, 1));
+void* LocalAlloc(UINT, size_t bytes) {
+    const bool fails = Fails("LocalAlloc");
+    openResources += fails ? 0 : 1;
+    return fails ? nullptr : std::calloc(1, std::max<size_t>(bytes, 1));
 }
 
-HLOCAL LocalFree(HLOCAL memory) {
-    CountResource(memory == nullptr ? 0 : -1);
+void* LocalFree(void* memory) {
+    openResources -= memory == nullptr ? 0 : 1;
     std::free(memory);
     return nullptr;
 }
@@ -90,22 +56,12 @@ int WideCharToMultiByte(UINT, DWORD, const wchar_t* text, int units, char* out, 
     return units;
 }
 
-int _wcsicmp(const wchar_t* a, const wchar_t* b) {
-    return wcscasecmp(a, b);
-}
-
 void GetLocalTime(SYSTEMTIME* now) {
     *now = script.localTime;
 }
 
 DWORD GetTickCount() {
-    using namespace std::chrono;
-    const auto now = duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
-    return script.tickCount.value_or(static_cast<DWORD>(now.count()));
-}
-
-void Sleep(DWORD ms) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+    return script.tickCount;
 }
 
 DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* zone) {
@@ -121,9 +77,9 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
     const time_t seconds = static_cast<time_t>(ticks / 10000000) - 11644473600;
     tm parts = {};
     gmtime_r(&seconds, &parts);
-    const auto word = [](int number) { return static_cast<WORD>(number); };
-    *systemTime = {word(parts.tm_year + 1900), word(parts.tm_mon + 1), word(parts.tm_wday), word(parts.tm_mday),
-                   word(parts.tm_hour),        word(parts.tm_min),     word(parts.tm_sec),  0};
+    const auto words = [](auto... numbers) { return SYSTEMTIME{static_cast<WORD>(numbers)...}; };
+    *systemTime = words(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_wday, parts.tm_mday, parts.tm_hour,
+                        parts.tm_min, parts.tm_sec, 0);
     return TRUE;
 }
 
@@ -139,19 +95,30 @@ BOOL CloseHandle(HANDLE handle) {
 }
 
 DWORD WaitForSingleObject(HANDLE, DWORD timeoutMs) {
-    waitedMs.push_back(timeoutMs);
+    script.waitedMs.push_back(timeoutMs);
+    WaitOutcome outcome = {WAIT_OBJECT_0};
     if (Fails("WaitForSingleObject")) {
-        lastError = ERROR_INVALID_HANDLE;
-        return WAIT_FAILED;
+        outcome = {WAIT_FAILED, ERROR_INVALID_HANDLE};
+    } else if (!script.waits.empty()) {
+        outcome = script.waits.front();
+        script.waits.erase(script.waits.begin());
     }
-    if (script.waits.empty()) {
-        return WAIT_OBJECT_0;
-    }
-    const WaitOutcome outcome = script.waits.front();
-    script.waits.erase(script.waits.begin());
-    *script.tickCount += std::min(outcome.afterMs, timeoutMs);
+    script.tickCount += std::min(outcome.afterMs, timeoutMs);
     lastError = outcome.error;
-    return outcome.afterMs > timeoutMs ? static_cast<DWORD>(WAIT_TIMEOUT) : outcome.result;
+    return outcome.afterMs > timeoutMs ? WAIT_TIMEOUT : outcome.result;
+}
+
+// Workers are real threads, unless a test wants them within the call.
+bool platform::StartWorker(void (*work)(void*), void* argument) {
+    if (Fails("StartWorker")) {
+        return false;
+    }
+    if (workersRunInline) {
+        work(argument);
+    } else {
+        workers.emplace_back(work, argument);
+    }
+    return true;
 }
 
 int MessageBoxW(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
@@ -160,4 +127,46 @@ int MessageBoxW(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
     }
     shownMessages.push_back({text, caption, flags});
     return script.messageAnswer;
+}
+
+LONG RegOpenKeyExW(HKEY, const wchar_t* name, DWORD, DWORD, HKEY* key) {
+    const bool fails = Fails("RegOpenKeyExW"), isThere = !fails && keys.contains(name);
+    *key = isThere ? &keys[name] : nullptr;
+    openResources += isThere ? 1 : 0;
+    return fails ? ERROR_ACCESS_DENIED : isThere ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+}
+
+LONG RegCreateKeyExW(HKEY, const wchar_t* name, DWORD, wchar_t*, DWORD, DWORD, void*, HKEY* key, DWORD*) {
+    const bool fails = Fails("RegCreateKeyExW");
+    *key = fails ? nullptr : &keys[name];
+    openResources += fails ? 0 : 1;
+    return fails ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
+}
+
+LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* data, DWORD* bytes) {
+    const bool fails = Fails("RegQueryValueExW");
+    if (fails || !key->values.contains(name)) {
+        return fails ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
+    }
+    const auto& [itsType, value] = key->values[name];
+    const DWORD room = std::exchange(*bytes, static_cast<DWORD>(value.size()));
+    *type = itsType;
+    if (room < value.size()) {
+        return ERROR_MORE_DATA;
+    }
+    std::ranges::copy(value, data);
+    return ERROR_SUCCESS;
+}
+
+LONG RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD type, const BYTE* data, DWORD bytes) {
+    if (Fails("RegSetValueExW")) {
+        return ERROR_ACCESS_DENIED;
+    }
+    key->values[name] = {type, std::vector<BYTE>(data, data + bytes)};
+    return ERROR_SUCCESS;
+}
+
+LONG RegCloseKey(HKEY) {
+    --openResources;
+    return ERROR_SUCCESS;
 }
