@@ -1,8 +1,8 @@
-// tests/fuzz/fuzzer.h - one parser's fuzzer. tools/fuzz runs each by itself; the unit tests replay its seeds and what
-// small damage makes of them.
+// tests/fuzz/fuzzer.h - tools/fuzz runs every fuzzer by itself; the unit tests replay all seeds, cut and bent.
 #pragma once
 
-#include <cstdint>
+#include <algorithm>
+#include <cstdlib>
 #include <span>
 #include <string>
 #include <vector>
@@ -10,23 +10,36 @@
 using Bytes = std::vector<uint8_t>;
 using Input = std::span<const uint8_t>;
 
-// A constant of this type registers itself.
 struct Fuzzer {
-    const char* name;
-    std::vector<const char*> sources;  // where the parser is, for its coverage
-    std::vector<Bytes> seeds;          // sound inputs to begin with, and what once was a finding
-    void (*feed)(Input input);         // ends the program where the parser breaks a promise
-
-    Fuzzer(const char* name, std::vector<const char*> sources, std::vector<Bytes> seeds, void (*feed)(Input));
+    std::string name;
+    std::vector<Bytes> seeds;   // sound inputs to begin with, and what once was a finding
+    void (*feed)(Input input);  // ends the program where the parser breaks a promise
 };
+inline std::vector<Fuzzer> fuzzers;
 
-std::vector<const Fuzzer*>& Fuzzers();
+inline bool AddFuzzers(const std::vector<Fuzzer>& more) {
+    fuzzers.insert(fuzzers.end(), more.begin(), more.end());
+    return true;
+}
 
 // Ends the program unless it holds.
-void Demand(bool holds);
+inline void Demand(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
 
-Bytes BytesOf(std::string_view text);
-std::string_view TextOf(Input input);
+inline Bytes BytesOf(std::string_view text) {
+    return {text.begin(), text.end()};
+}
+
+inline std::string_view TextOf(Input input) {
+    return {reinterpret_cast<const char*>(input.data()), input.size()};
+}
 
 // Takes so many bytes, or all that are left, off the input's start.
-Input Take(Input& input, size_t bytes);
+inline Input Take(Input& input, size_t bytes) {
+    const Input taken = input.first(std::min(bytes, input.size()));
+    input = input.subspan(taken.size());
+    return taken;
+}

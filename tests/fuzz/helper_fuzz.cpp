@@ -2,8 +2,6 @@
 
 #include <sys/socket.h>
 
-#include <algorithm>
-
 #include "platform/linux/connection.h"
 #include "platform/linux/dhclient_invocation.h"
 #include "platform/linux/dhclient_leases.h"
@@ -11,141 +9,78 @@
 #include "platform/linux/lease_reports.h"
 #include "platform/linux/ndis_records.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/unit/helper/lease_texts.h"
-#include "tests/unit/helper/netlink_builder.h"
+#include "tests/unit/helper/samples.h"
 
 namespace {
 
 using namespace helper;
 using namespace helper_protocol;
 
-const Bytes kLease = RequestMessage({RequestKind::kLeaseState, "wlan0", 0, 0, {}});
-const Bytes kQuery = RequestMessage({RequestKind::kRadioQuery, "wlan0", 0x0D010217, 1008, {}});
-
-// Whatever decodes as a request encodes to the same bytes again.
-void FeedProtocol(Input input) {
-    IsOpening(input, kToken);
-    MessageHeader header;
-    if (!DecodeHeader(input, header) || input.size() - kHeaderBytes < header.bodyBytes) {
-        return;
-    }
-    const Input body = input.subspan(kHeaderBytes, header.bodyBytes);
+// As a request, which encodes to the same bytes again, and as an answer.
+void FeedMessage(const MessageHeader& header, const Bytes& body) {
     Request request;
     if (DecodeRequest(header.kind, body, request)) {
-        const Bytes again = Encoded([&](auto space) { return EncodeRequest(space, header.sequence, request); });
-        Demand(std::ranges::equal(again, input.first(kHeaderBytes + header.bodyBytes)));
+        Bytes again(kHeaderBytes + body.size());
+        Demand(EncodeRequest(again, header.sequence, request) == again.size());
+        Demand(std::ranges::equal(body, std::span(again).subspan(kHeaderBytes)));
     }
     uint32_t result = 0;
     Input rest;
-    if (DecodeResult(body, result, rest)) {
-        LeaseState state;
-        DecodeLeaseAnswer(rest, state);
-        std::string_view name, description;
-        Demand(!DecodeBindingAnswer(rest, name, description) || name.size() + description.size() + 2 == rest.size());
-    }
+    LeaseState state;
+    std::string_view name, text;
+    DecodeResult(body, result, rest);
+    DecodeLeaseAnswer(rest, state);
+    Demand(!DecodeBindingAnswer(rest, name, text) || name.size() + text.size() + 2 == rest.size());
 }
 
-const Fuzzer kProtocol("helper_protocol", {"platform/helper_protocol.cpp"},
-                       {kLease, kQuery, RequestMessage({RequestKind::kRadioSet, "wlan0", 0, 0, kAddress}),
-                        Encoded([](auto space) {
-                            return EncodeLeaseAnswer(space, {0, 4, 7}, {true, 1, 2, 3, 4, 5});
-                        }),
-                        Encoded([](auto space) {
-                            return EncodeBindingAnswer(space, {0, 4, 7}, "wlan0", "iwlwifi");
-                        }),
-                        Encoded([](auto space) {
-                            return EncodeResult(space, {0, 4, 7}, kResultBusy);
-                        })},
-                       FeedProtocol);
-
-// All message bodies, each behind its header's kind; the connection ends at the first byte that is not the protocol's.
-std::vector<Bytes> Receive(Input stream, size_t blockBytes) {
+// The first byte is the token's last digit: no fuzzer guesses the others. Without it nothing comes out.
+void FeedConnection(Input input) {
+    Bytes stream = Opening();
+    stream.pop_back();
+    stream = stream + Bytes(input.begin(), input.end());
     int ends[2];
     Demand(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends) == 0);
     const ScopedDescriptor peer(ends[0]);
     Connection connection;
     connection.socket = ScopedDescriptor(ends[1]);
-    std::vector<Bytes> messages;
-    bool isOpen = true;
-    while (isOpen && !stream.empty()) {
-        const Input block = Take(stream, blockBytes);
-        Demand(send(peer.Get(), block.data(), block.size(), 0) == static_cast<ssize_t>(block.size()));
-        MessageHeader header;
-        Input body;
-        while ((isOpen = ReceiveBytes(connection, kToken)) && HasMessage(connection, header, body)) {
-            Demand(connection.isTrusted && body.size() == header.bodyBytes);
-            messages.emplace_back(body.begin(), body.end()).push_back(static_cast<uint8_t>(header.kind));
-            DropMessage(connection);
-        }
-        Demand(connection.input.size() <= kMaxMessageBytes);
-    }
-    return messages;
-}
-
-// The messages do not depend on how the bytes arrive, and none comes out before the token. The first byte tells how
-// long the blocks are, and whether the right opening goes ahead: no fuzzer guesses a token.
-void FeedConnection(Input input) {
-    if (!input.empty()) {
-        const Bytes stream = ((input[0] & 1) != 0 ? Opening() : Bytes()) + Bytes(input.begin() + 1, input.end());
-        Demand(Receive(stream, 1u + input[0]) == Receive(stream, 64 * 1024));
+    Demand(send(peer.Get(), stream.data(), stream.size(), 0) == static_cast<ssize_t>(stream.size()));
+    MessageHeader header;
+    for (Input body; ReceiveBytes(connection, kToken) && HasMessage(connection, header, body);) {
+        Demand(input[0] == kToken[kTokenDigits - 1] && body.size() == header.bodyBytes);
+        FeedMessage(header, Bytes(body.begin(), body.end()));
+        DropMessage(connection);
     }
 }
 
-const Fuzzer kConnection("helper_connection", {"platform/linux/connection.cpp"},
-                         {Bytes{7} + kLease + kQuery, Bytes{6} + Opening() + kLease}, FeedConnection);
+// For a signal, and a scan; the answers tell a lease and a radio.
+const Bytes kQuery = {14, 0, 0, 0, 1, 0, 5, 0, 2, 0, 0, 0, 6, 2, 1, 13, 4, 0, 0, 0, 5, 'w', 'l', 'a', 'n', '0'};
+const Bytes kSet = {12, 0, 0, 0, 1, 0, 6, 0, 3, 0, 0, 0, 26, 1, 1, 13, 5, 'w', 'l', 'a', 'n', '0', 1, 2};
+const Bytes kLease = Bytes{25, 0, 0, 0, 1, 0, 1, 0x80, 7, 0, 0, 0} + Bytes(25);
+const Bytes kRadio = {12, 0, 0, 0, 1, 0, 4, 0x80, 7, 0, 0, 0, 0, 0, 0, 0, 2, 'w', '0', 4, 'i', 'w', 'l', 'd'};
 
 void FeedLeases(Input input) {
     const std::string_view text = TextOf(input);
     LeaseState state;
     Demand(!ParseDhclientLeases(text, "eth0", state) || (state.dhcp && state.obtained <= state.expires));
-    const std::vector<std::string> names = ListDhclientInterfaces(text);
-    for (const std::string& name : names) {
-        Demand(std::ranges::count(names, name) == 1 && ParseDhclientLeases(text, name, state));
-    }
-    for (const auto parse : {ParseDhcpcdReport, ParseNetworkdLease}) {
-        Demand(!parse(text, 1, state) || (state.dhcp && state.obtained == 1));
-    }
+    ListDhclientInterfaces(text);
+    ParseDhcpcdReport(text, 1, state);
+    ParseNetworkdLease(text, 1, state);
     Demand(!ParseNetworkManagerReport(text, state) || (state.dhcp && state.obtained <= state.expires));
 }
-
-const Fuzzer kLeases(
-    "helper_lease",
-    {"platform/linux/dhclient_leases.cpp", "platform/linux/lease_reports.cpp", "platform/linux/lease_text.cpp"},
-    {Text("default-duid \"\\000\\001;}\\\"{\";\n" + Lease("eth0", "10.0.0.1") +
-          Lease("eth1", "10.0.0.2", "expire epoch 1795246441; # Sat\n") + Lease("eth0", "10.0.0.3", "expire never;")),
-     Text("lease { interface \"eth0\"; renew 6 2026/11/21 07:32:04; expire 6 2026/11/21 07:32:04; }\n"
-          "lease { interface \"eth1\"; expire 4 1970/01/01 00:03:00; }\n"),
-     Text(kDhcpcdReport), Text(kNetworkManagerReport), Text(kNetworkdLease), Text("ADDRESS=10.0.0.5\nLIFETIME=-1")},
-    FeedLeases);
 
 // A command line with a '|' for each zero of /proc, so that seeds can be read.
 void FeedProcess(Input input) {
     std::vector<std::string> words;
-    while (!input.empty()) {
+    do {  // a kernel thread, which has no words, is left out by the search
         words.emplace_back(TextOf(Take(input, static_cast<size_t>(std::ranges::find(input, '|') - input.begin()))));
         Take(input, 1);
-    }
-    DhclientInvocation invocation, again;
-    if (words.empty()) {
-        return;  // a kernel thread, which the search leaves out
-    }
-    if (!ParseDhclientInvocation(words, invocation)) {
-        // A lease file that a dhclient names is read, which is no work for a fuzzer.
-        Demand(FindDhcpClients("eth0", {{.id = 1, .arguments = words}}).size() <= 1);
-        return;
-    }
-    Demand(ParseDhclientInvocation(DhclientCommand(invocation, "-r"), again) && again.program == invocation.program);
-    // A last option that lacks its value takes the added one for it.
-    const bool isWhole = again.options == invocation.options;
-    Demand(isWhole ? again.interfaces == invocation.interfaces : again.options.size() > invocation.options.size());
+    } while (!input.empty());
+    DhclientInvocation invocation;
+    const bool isDhclient = ParseDhclientInvocation(words, invocation);
+    // A lease file that a dhclient names would be read, which is no work for a fuzzer.
+    Demand(isDhclient ? ParseDhclientInvocation(DhclientCommand(invocation, "-r"), invocation)
+                      : FindDhcpClients("eth0", {{.id = 1, .arguments = words}}).size() <= 1);
 }
-
-const Fuzzer kProcesses("helper_processes",
-                        {"platform/linux/dhclient_invocation.cpp", "platform/linux/dhcp_clients.cpp"},
-                        {Text("/sbin/dhclient|-4|-v|-pf|/run/x.pid|-lf|/x.leases|-sf|nm-dhcp|eth0"),
-                         Text("dhclient|-6|-1|-lf"), Text("busybox|udhcpc|-b|-i|eth0"), Text("udhcpc|-ieth1"),
-                         Text("dhcpcd: [privileged proxy] eth0 [ip4]||"), Text("/usr/sbin/NetworkManager|--no-daemon")},
-                        FeedProcess);
 
 void FeedNl80211(Input input) {
     WirelessInterface interface;
@@ -154,20 +89,24 @@ void FeedNl80211(Input input) {
     ParseStation(input, station);
     AccessPoint accessPoint;
     if (ParseAccessPoint(input, accessPoint)) {
-        WepStatus(accessPoint);
-        AuthenticationMode(accessPoint.security);
         const NdisValue list = BssidListValue(std::span(&accessPoint, 1), 1008);
         Demand(list.size() == sizeof(uint32_t) + kBssidEntryBytes && accessPoint.ssid.size() <= kMaxSsidBytes);
-        ConfigurationValue(accessPoint);
     }
 }
 
-const Fuzzer kNl80211("helper_nl80211",
-                      {"platform/linux/nl80211_answers.cpp", "platform/linux/information_elements.cpp",
-                       "platform/linux/ndis_records.cpp"},
-                      {ScanMessage(kHome + Element(6, {10, 0}) + Element(221, kWpaPsk) + Bytes{1, 1}, 0x11, 2437,
-                                   Number<uint8_t>(NL80211_BSS_SIGNAL_UNSPEC, 60)),
-                       InterfaceMessage(), StationMessage()},
-                      FeedNl80211);
+const bool kAdded = AddFuzzers({
+    {"helper_connection", {Bytes{'f'} + kLeaseRequest + kQuery + kSet + kLease + kRadio}, FeedConnection},
+    {"helper_lease",
+     {BytesOf(Lease("eth0", "10.0.0.1") + Lease("eth1", "10.0.0.2", "expire epoch 1795246441; # Sat\n")),
+      BytesOf(kDhcpcdReport), BytesOf(kNetworkManagerReport), BytesOf(kNetworkdLease)},
+     FeedLeases},
+    {"helper_processes",
+     {BytesOf("dhclient|-lf|/x|-sf|nm-dhcp|eth0|-lf"), BytesOf("busybox|udhcpc|-i|eth0"),
+      BytesOf("dhcpcd: [x y] eth0")},
+     FeedProcess},
+    {"helper_nl80211",
+     {kScanMessage, kStationMessage, BytesOf({"\b\0\3\0\3\0\0\0\n\0\4\0wlan0\0\0\0\b\0\5\0\2\0\0\0", 28})},
+     FeedNl80211},
+});
 
 }  // namespace

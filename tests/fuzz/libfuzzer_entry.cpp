@@ -1,8 +1,6 @@
-// Joins the fuzzer that QUORVANE_FUZZER names to libFuzzer. Without it the program writes every fuzzer's seeds to the
-// folder QUORVANE_CORPUS/NAME, prints a line with its name and its parser's sources, and ends.
+// Joins the fuzzer that QUORVANE_FUZZER names to libFuzzer and puts its seeds into the folder QUORVANE_CORPUS. Prints
+// all names, and ends when none is the right one.
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 
@@ -12,25 +10,17 @@
 static const Fuzzer* chosen = nullptr;
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    const char* name = std::getenv("QUORVANE_FUZZER");
-    for (const Fuzzer* fuzzer : Fuzzers()) {
-        if (name != nullptr) {
-            chosen = fuzzer->name == std::string(name) ? fuzzer : chosen;
-            continue;
-        }
-        const std::filesystem::path folder = std::filesystem::path(std::getenv("QUORVANE_CORPUS")) / fuzzer->name;
-        std::filesystem::create_directories(folder);
-        for (size_t i = 0; i < fuzzer->seeds.size(); ++i) {
-            std::ofstream(folder / ("seed-" + std::to_string(i)), std::ios::binary) << TextOf(fuzzer->seeds[i]);
-        }
-        std::cout << fuzzer->name;
-        for (const char* source : fuzzer->sources) {
-            std::cout << ' ' << source;
-        }
-        std::cout << '\n';
+    const std::string name = std::getenv("QUORVANE_FUZZER");
+    for (const Fuzzer& fuzzer : fuzzers) {
+        std::cout << fuzzer.name << '\n';
+        chosen = fuzzer.name == name ? &fuzzer : chosen;
     }
     if (chosen == nullptr) {
         std::exit(0);
+    }
+    for (size_t i = 0; i < chosen->seeds.size(); ++i) {
+        const std::string file = std::getenv("QUORVANE_CORPUS") + ("/seed-" + std::to_string(i));
+        std::ofstream(file, std::ios::binary) << TextOf(chosen->seeds[i]);
     }
     ResetForTest();
     return 0;

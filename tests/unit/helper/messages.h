@@ -12,22 +12,18 @@ inline Bytes operator+(Bytes left, const Bytes& right) {
     return left;
 }
 
-inline constexpr const char* kToken = "00112233445566778899aabbccddeeff";
-
-// What an encoder writes into the space that it is given.
-template <typename Encode>
-Bytes Encoded(Encode encode) {
-    Bytes message(helper_protocol::kMaxMessageBytes);
-    message.resize(encode(std::span<uint8_t>(message)));
+inline Bytes WithByte(Bytes message, size_t at, uint8_t value) {
+    message[at] = value;
     return message;
 }
+
+// For the lease of the interface "lo".
+inline const Bytes kLeaseRequest = {3, 0, 0, 0, 1, 0, 1, 0, 1, 0, 0, 0, 2, 'l', 'o'};
+
+inline constexpr const char* kToken = "00112233445566778899aabbccddeeff";
 
 inline Bytes Opening(std::string_view token = kToken) {
     Bytes opening(helper_protocol::kOpeningBytes);
     helper_protocol::EncodeOpening(opening, token);
     return opening;
-}
-
-inline Bytes RequestMessage(const helper_protocol::Request& request) {
-    return Encoded([&](auto space) { return EncodeRequest(space, 1, request); });
 }
