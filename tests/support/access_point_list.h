@@ -1,5 +1,4 @@
-// tests/support/access_point_list.h - values of OID_802_11_BSSID_LIST and OID_802_11_SSID, well-formed or bent on
-// purpose.
+// tests/support/access_point_list.h - values of OID_802_11_BSSID_LIST and OID_802_11_SSID, bent ones, too.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,4 @@
-// iphlpapi.h of the native build: the records of the IP helper service as the system publishes them, without the fields
-// that nothing looks at. The row of an interface has them all: the handheld's model copies it.
+// iphlpapi.h of the native build: records of the IP helper service. A field that nothing looks at may be missing.
 #pragma once
 
 #include <ctime>

@@ -1,5 +1,4 @@
-// Peers of every address answer with a name that holds the address's last byte. The linker leads here what the tests'
-// program calls by these names.
+// Peers of every address answer with a name that ends in its last byte. The linker leads the product's calls here.
 
 #include <algorithm>
 

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
-#include <utility>
 
 #include "platform/worker.h"
 #include "tests/fakes/fakes.h"
@@ -149,13 +148,11 @@ LONG RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* 
         return fails ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
     }
     const auto& [itsType, value] = key->values[name];
-    const DWORD room = std::exchange(*bytes, static_cast<DWORD>(value.size()));
+    const bool fits = *bytes >= value.size();
     *type = itsType;
-    if (room < value.size()) {
-        return ERROR_MORE_DATA;
-    }
-    std::ranges::copy(value, data);
-    return ERROR_SUCCESS;
+    *bytes = static_cast<DWORD>(value.size());
+    std::copy_n(value.begin(), fits ? value.size() : 0, data);
+    return fits ? ERROR_SUCCESS : ERROR_MORE_DATA;
 }
 
 LONG RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD type, const BYTE* data, DWORD bytes) {
