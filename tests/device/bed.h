@@ -8,7 +8,7 @@
 // the calls under way return 0 and later ones do nothing.
 #pragma once
 
-#include "tests/device/trace.h"
+#include "tests/device/stand_in.h"
 
 #include <unicorn/unicorn.h>
 
@@ -18,47 +18,37 @@
 
 using Address = uint32_t;
 
-enum class Core {
-    Arm925,             // ARMv4T: an instruction of a later architecture is a fault
-    StrongArm,          // ARMv4, in the oldest handhelds: so is the exchange of instruction sets (bx)
-    Arm925ThumbSystem,  // the system is Thumb code, as later handhelds have it: calls and returns have to exchange
-};
-
 inline constexpr uint32_t kPageBytes = 0x1000;
 inline constexpr uint32_t kStackBytes = 64 << 10;
+inline constexpr Address kHeapBase = 0x40000000;
+inline constexpr uint32_t kHeapBytes = 64 << 20;
 
 // One at a time: the memory is where it is.
 struct Bed {
     uc_engine* engine = nullptr;
-    Trace* trace = nullptr;                  // of the calls of stand-ins
     uint64_t instructions = 0, imports = 0;  // executed by the guest, and its calls of stand-ins
-    uint32_t deepestStack = 0;               // bytes in use at most, by nested calls or a worker (on its own stack)
-    uint32_t stackDepths[2] = {};            // of the nested calls, and of the latest worker
+    uint32_t deepestStack = 0;               // bytes in use at most, by nested calls or by a worker on its own stack
     std::string faults;                      // one a line
     bool dead = false;                       // after a fault of the guest's code
+    bool threadEnds = false;                 // set by what ends the calling thread
+    int depth = 0;                           // calls under way
     std::map<std::string, StandIn> standIns;
-    std::vector<std::string> trapNames;
-    uint32_t systemMode = 0;             // 1: the system's functions are Thumb code
-    bool threadEnds = false;             // set by what ends the calling thread
-    int depth = 0;                       // calls under way
+    std::vector<std::string> trapNames;  // by the addresses that imports lead to
     std::map<Address, uint32_t> blocks;  // of the heap
-    Address heapEnd = 0;
+    Address heapEnd = kHeapBase;
     Address imageBase = 0;
-    const uint32_t* header = nullptr;     // of the image
     std::map<uint32_t, Address> exports;  // by ordinal; 0: the entry point
-    uint32_t nextHandle = 0x1000;
+    uint32_t nextHandle = 0x10000;
 
     ~Bed() { uc_close(engine); }
 };
 extern std::unique_ptr<Bed> bed;
 
-void OpenBed(Core core);  // instead of the last one, with heap and stacks and without code
-
-// Maps, relocates and binds the library at `base` (0: the base it prefers).
+// Instead of the last one, with heap and stacks and without code. An instruction that came after the core is a fault.
+void OpenBed(uc_cpu_arm core);
 void LoadLibraryIntoBed(const std::string& file, Address base);
 // Zeroed memory instead of what was there; the guest's rights are UC_PROT_...
 void MapRegion(Address base, uint32_t bytes, uint32_t rights);
-void MapHeap();
 
 void AddFault(const std::string& text);
 
@@ -84,6 +74,3 @@ void Free(Address block);
 inline uint32_t NewHandle() {
     return bed->nextHandle += 4;
 }
-
-// A resource of the library by its numeric type (RT_...) and id.
-std::span<const uint8_t> FindGuestResource(uint32_t type, uint32_t id);

@@ -31,37 +31,32 @@ DWORD Give(const std::string& data, void* buffer, ULONG* size) {
     return fits ? NO_ERROR : ERROR_BUFFER_OVERFLOW;
 }
 
-// IP_ADAPTER_INFO, each with the address of the next one in front.
+// IP_ADAPTER_INFO of the only adapter.
 DWORD GetAdapters(void* buffer, ULONG* size) {
-    constexpr size_t kBytes = 640;
-    const auto& adapters = scripted::system.adapters;
-    std::string list;
-    for (const scripted::Adapter& a : adapters) {
-        const Address next = &a != &adapters.back() ? AddressAt(buffer) + list.size() + kBytes : 0;
+    for (const scripted::Adapter& a : scripted::system.adapters) {
         // clang-format off
-        list += Record(kBytes,
-            {{0, next}, {400, a.hardwareAddress.size()}, {412, a.index}, {416, a.type}, {420, a.dhcpEnabled},
-             {548, a.haveWins}, {632, a.leaseObtained}, {636, a.leaseExpires}},
+        return Give(Record(640,
+            {{400, a.hardwareAddress.size()}, {412, a.index}, {416, a.type}, {420, a.dhcpEnabled}, {548, a.haveWins},
+             {632, a.leaseObtained}, {636, a.leaseExpires}},
             {{8, a.name}, {268, a.description}, {404, {a.hardwareAddress.begin(), a.hardwareAddress.end()}},
              {432, a.address}, {448, a.mask}, {472, a.gateway}, {512, a.dhcpServer}, {556, a.primaryWins},
-             {596, a.secondaryWins}});
+             {596, a.secondaryWins}}), buffer, size);
         // clang-format on
     }
-    return adapters.empty() ? ERROR_NO_DATA : Give(list, buffer, size);
+    return ERROR_NO_DATA;
 }
 
-// IP_INTERFACE_INFO: a count, then an index and 128 units of name each. There is room for one more.
+// IP_INTERFACE_INFO: a count, then an index and 128 units of name for each.
 DWORD GetInterfaces(void* buffer, ULONG* size) {
-    const auto& adapters = scripted::system.adapters;
-    std::string list = Record(4, {{0, adapters.size()}}, {});
-    for (const scripted::Adapter& adapter : adapters) {
+    std::string list = Record(4, {{0, scripted::system.adapters.size()}}, {});
+    for (const scripted::Adapter& adapter : scripted::system.adapters) {
         std::string wide;
         for (const char letter : adapter.name) {
             wide += {letter, 0};
         }
         list += Record(260, {{0, adapter.index}}, {{4, wide}});
     }
-    return Give(list + Record(260, {}, {}), buffer, size) == NO_ERROR ? NO_ERROR : ERROR_INSUFFICIENT_BUFFER;
+    return Give(list, buffer, size) == NO_ERROR ? NO_ERROR : ERROR_INSUFFICIENT_BUFFER;
 }
 
 // MIB_IFROW: letters of half the width come before what is alike.
@@ -75,18 +70,14 @@ DWORD GetInterfaceRow(uint8_t* row) {
 }
 
 // IP_PER_ADAPTER_INFO, whose list of name servers begins at 12; further ones stand behind it.
-DWORD GetNameServers(uint32_t index, void* buffer, ULONG* size) {
-    for (const scripted::Adapter& adapter : scripted::system.adapters) {
-        std::string list = Record(12, {}, {});
-        for (const std::string& server : adapter.dnsServers) {
-            const Address next = server != adapter.dnsServers.back() ? AddressAt(buffer) + list.size() + 40 : 0;
-            list += Record(40, {{0, next}}, {{4, server}});
-        }
-        if (adapter.index == index) {
-            return Give(list, buffer, size);
-        }
+DWORD GetNameServers(uint32_t, void* buffer, ULONG* size) {
+    const std::vector<std::string>& servers = scripted::system.adapters[0].dnsServers;
+    std::string list = Record(12, {}, {});
+    for (const std::string& server : servers) {
+        const Address next = server != servers.back() ? AddressAt(buffer) + list.size() + 40 : 0;
+        list += Record(40, {{0, next}}, {{4, server}});
     }
-    return ERROR_INVALID_PARAMETER;
+    return Give(list, buffer, size);
 }
 
 // The binding's name behind a record of five words, or the value behind an identifier and the binding's name.
@@ -118,7 +109,6 @@ StandInTable NetworkStandIns() {
         {"IpRenewAddress", platform::IpRenewAddress},
         {"IcmpSendEcho", platform::IcmpSendEcho},
         {"DeviceIoControl", DeviceIoControl},
-        {"WSAStartup", [](uint32_t, uint8_t* data) { return memset(data, 0, 400), 0; }},
         {"inet_addr", [](const char* text) { return inet_addr(text); }},
         {"htons", [](uint16_t value) { return htons(value); }},
         {"htonl", [](uint32_t value) { return htonl(value); }},

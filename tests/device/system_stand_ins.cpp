@@ -43,37 +43,24 @@ uint64_t OpenKey(const uint64_t* words) {
     return static_cast<uint64_t>(result);
 }
 
-uint32_t LocalAllocate(uint32_t flags, uint32_t bytes) {
-    constexpr uint32_t kZeroed = 0x40;
-    constexpr uint8_t kUnset = 0xCD;
-    const Address block = Allocate(bytes);
-    if (block != 0 && (flags & kZeroed) == 0) {
-        memset(At<void>(block), kUnset, bytes);
-    }
-    return block;
-}
-
 // The library itself stands in the Windows folder.
 constexpr std::u16string_view kPath = u"\\Windows\\quorvane.dll";
 
 uint32_t LoadModule(const char16_t* name) {
-    if (name != kPath && Narrow(name) != "cellcore.dll" && Narrow(name) != "wininet.dll") {
-        AddFault("loads another library");
-    }
-    handheld->libraryUses += name == kPath ? 1 : 0;
+    handheld.libraryUses += name == kPath ? 1 : 0;
     return name == kPath ? bed->imageBase : NewHandle();
 }
 
 void FreeModule(uint32_t module) {
-    if (module != bed->imageBase || --handheld->libraryUses == 0) {
+    if (module != bed->imageBase || --handheld.libraryUses == 0) {
         AddFault("unloads itself while it runs, or what it did not load");
     }
 }
 
 uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
-    handheld->waitingThreads.emplace_back(function, argument);
-    if (!handheld->threadsWait) {
-        handheld->RunThreads();
+    handheld.waitingThreads.emplace_back(function, argument);
+    if (!handheld.threadsWait) {
+        RunThreads();
     }
     return NewClosable();
 }
@@ -85,11 +72,6 @@ uint32_t Translate(uint32_t, uint32_t, const From* source, uint32_t units, To* t
     std::transform(source, source + std::min(units, room), target,
                    [](From letter) { return static_cast<To>(letter < 0x100 ? letter : '?'); });
     return room != 0 && units > room ? 0 : units;
-}
-
-uint32_t FindLast(const char16_t* text, char16_t unit) {
-    const size_t at = std::u16string_view(text).rfind(unit);
-    return at == std::u16string_view::npos ? 0 : AddressAt(text + at);
 }
 
 using Text = const char16_t*;
@@ -132,7 +114,7 @@ StandInTable SystemStandIns() {
         {"RegQueryValueExW", RegQueryValueExW},
         {"RegSetValueExW", RegSetValueExW},
         {"RegCloseKey", RegCloseKey},
-        {"LocalAlloc", LocalAllocate},
+        {"LocalAlloc", [](uint32_t, uint32_t bytes) { return Allocate(bytes); }},
         {"LocalFree", [](Address block) { return block != 0 ? Free(block) : void(), 0; }},
         {"LoadLibraryW", LoadModule},
         {"FreeLibrary", FreeModule},
@@ -151,7 +133,7 @@ StandInTable SystemStandIns() {
         {"_wcsicmp", _wcsicmp},
         {"wcscmp", [](Text left, Text right) { return std::u16string_view(left).compare(right); }},
         {"wcslen", [](Text text) { return std::u16string_view(text).size(); }},
-        {"wcsrchr", FindLast},
+        {"wcsrchr", [](Text name, char16_t dot) { return name + std::u16string_view(name).rfind(dot); }},
         {"wcstol", [](Text text, uint32_t, int base) { return strtol(Narrow(text).c_str(), nullptr, base); }},
         {"strcmp", [](const char* left, const char* right) { return strcmp(left, right); }},
         {"memcmp", [](const void* left, const void* right, uint32_t bytes) { return memcmp(left, right, bytes); }},
