@@ -9,10 +9,10 @@ namespace {
 
 // The instructions and system calls of one step.
 void Measure(const char* name, const Step& step) {
-    const uint64_t instructions = bed->instructions, systemCalls = bed->imports;
+    const uint64_t instructions = handheld->instructions, systemCalls = handheld->imports;
     Perform({step});
-    std::cout << "instructions_per_" << name << ' ' << bed->instructions - instructions << "\nsystem_calls_per_" << name
-              << ' ' << bed->imports - systemCalls << '\n';
+    std::cout << "instructions_per_" << name << ' ' << handheld->instructions - instructions << "\nsystem_calls_per_" << name
+              << ' ' << handheld->imports - systemCalls << '\n';
 }
 
 }  // namespace
@@ -27,6 +27,6 @@ int main() {
 
     ResetHandheld();
     PerformWholeScript();
-    std::cout << "deepest_stack " << handheld.deepestStack << '\n' << handheld.faults;
-    return handheld.faults.empty() ? 0 : 1;
+    std::cout << "deepest_stack " << handheld->deepestStack << '\n' << handheld->faults;
+    return handheld->faults.empty() ? 0 : 1;
 }

@@ -3,12 +3,70 @@
 // is a line of the trace, in a form that both share.
 #pragma once
 
-#include "tests/device/stand_in.h"
 #include "tests/fakes/scripted_platform.h"
 
-#include <array>
+#include <concepts>
 #include <deque>
-#include <map>
+#include <filesystem>
+#include <utility>
+
+// Functions of the system as the script and the model of the handheld answer them. Every argument is a word; what one
+// points to is memory of this process on both systems.
+inline constexpr size_t kMostArguments = 12;
+
+// Takes that many words, of which a function looks at as many as it has arguments.
+using StandIn = std::function<uint64_t(const uint64_t* words)>;
+
+// A pointer of this process as a word, and back: on a 32-bit system a handle stands for what has no place there.
+uint64_t WordOf(const void* pointer);
+void* PointerOf(uint64_t word);
+template <std::integral Value>
+uint64_t WordOf(Value value) {
+    return static_cast<uint64_t>(value);
+}
+
+// A word as a function of this process takes it: a number, a pointer, or a text of wider letters.
+class Word {
+  public:
+    explicit Word(uint64_t value) : word(value) {}
+    template <class Value>
+    operator Value*() {
+        return reinterpret_cast<Value*>(PointerOf(word));
+    }
+    template <std::integral Value>
+    operator Value() {
+        return static_cast<Value>(word);
+    }
+    operator const wchar_t*() {
+        const auto* letters = static_cast<const char16_t*>(*this);
+        text.assign(letters, letters + std::char_traits<char16_t>::length(letters));
+        return text.c_str();
+    }
+
+  private:
+    uint64_t word;
+    std::wstring text;
+};
+
+template <class Result, class... Values>
+StandIn TakeWords(Result (*function)(Values...)) {
+    return [function](const uint64_t* words) {
+        const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
+            return WordOf(function(static_cast<Values>(Word(words[I]))...));
+        };
+        return call(std::index_sequence_for<Values...>{});
+    };
+}
+
+struct StandInRow {
+    const char* name;
+    StandIn call;
+
+    template <class Function>
+    StandInRow(const char* of, Function function) : name(of), call(TakeWords(+function)) {}
+    StandInRow(const char* of, StandIn stands) : name(of), call(std::move(stands)) {}
+};
+using StandInTable = std::vector<StandInRow>;
 
 // The steps go to the topmost window: the item, or the dialog (page) opened last. A step that opens a dialog makes the
 // following ones that dialog's, until one of them ends it.
@@ -21,37 +79,36 @@ extern const Step kPaint;
 Step Tick(uint32_t received, uint32_t transmitted, int times = 1);
 
 // TODAYLISTITEM, which is alike on both systems as far as it is used.
-inline constexpr size_t kRecordHeight = 72, kRecordEnabled = 76, kRecordBytes = 720;
+inline constexpr size_t kRecordEnabled = 76, kRecordBytes = 720;
 
 struct Player {
-    std::string trace;                      // the lines so far
-    std::deque<std::string> reference;      // lines of the other system that the next ones have to equal
-    std::string difference;                 // the first
-    std::map<uint64_t, std::string> names;  // of drawing objects: what they were made from
+    std::string trace;                  // the lines so far
+    std::deque<std::string> reference;  // lines of the other system that the next ones have to equal
+    std::string difference;             // the first
+    std::filesystem::path root;         // of the files
     const Script* script = nullptr;
     size_t next = 0;  // step
     SYSTEMTIME time = {};
     uint32_t tickCount = 1000000, screenWidth = 0, screenHeight = 0;
     uint8_t* memory = nullptr;  // that the item can reach: the Today screen's record, behind it what messages point to
     uint64_t item = 0;
-    uint64_t top = 0;                            // where steps go
-    uint32_t answer = 1;                         // to the next message box
-    uint64_t ended = 0;                          // the dialog that asked to end
-    std::deque<std::array<uint64_t, 3>> posted;  // windows, messages, first arguments
+    uint64_t top = 0;    // where steps go
+    uint64_t ended = 0;  // the dialog that asked to end
 };
 extern Player player;
 
 void ResetPlayer();  // with the script's network
 void Perform(const Script& script);
 void PerformWholeScript();
-// For the system's stand-ins of dialogs and pages: performs steps until it ends, and closes it.
+// For the system's stand-ins of dialogs and pages: performs steps until it ends.
 void RunDialog(uint64_t window);
 StandInTable ScriptedStandIns();  // what of the system the script answers by itself, alike on both
 
 void Add(const std::string& line);
+void AddFiles();
 // Makes a call and writes it down, if it is of those that are compared.
 uint64_t TraceCall(const std::string& function, const uint64_t* words, const StandIn& perform);
-std::vector<std::string> TracedFunctions();
+extern const std::map<std::string, const char*> kTracedFunctions;
 std::string Narrow(const char16_t* text);  // what lies beyond ASCII is "?"
 
 // The system.
@@ -59,7 +116,6 @@ extern const size_t kPointerBytes;
 uint64_t AttachItem();  // loads the library; gives the item window
 void DetachItem();
 void OpenOptions();  // returns when they are closed
-void CloseWindow(uint64_t window);
 int64_t SendTo(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam);
 // Only a desktop has controls. What they answered there is in the trace, by which the handheld's answer.
 void SendToControl(uint32_t number, uint32_t message, uint64_t wParam, const void* lParam);

@@ -6,26 +6,15 @@
 
 namespace {
 
-// Taps of the strip's icons, normal pixels; buttons of message boxes.
+// Taps of the strip's icons, normal pixels.
 constexpr uint32_t kTapGraph = 20, kTapSignal = 58, kTapUsage = 77, kTapDhcp = 96, kTapPing = 115, kTapAdapter = 134,
                    kTapScanner = 153, kTapCard = 172, kTapDetector = 191, kTapApplet = 210;
-constexpr uint32_t kOk = 1, kCancel = 2, kYes = 6;
-
 // Numbers of messages and notifications, the same on every Windows.
 constexpr uint32_t kSetText = 0x000C, kPaintMessage = 0x000F, kNotify = 0x004E, kSetCheck = 0x00F1, kKeyDown = 0x0100,
                    kCommand = 0x0111, kTimer = 0x0113, kChooseEntry = 0x014E, kDropDown = 0x014F, kButtonUp = 0x0202,
                    kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243;
 constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
-constexpr uint32_t kArrowDown = 0x28, kChosen = 1, kTickTimer = 11, kHighWord = 16;  // CBN_SELCHANGE; bits
-
-// What a dialog's procedure returns is not what the system returns, so that only the item's results count.
-void SendToTop(uint32_t message, uint64_t wParam = 0, uint64_t lParam = 0) {
-    const uint64_t window = player.top;
-    const int64_t result = SendTo(window, message, wParam, lParam);
-    if (window == player.item) {
-        Add("  result " + std::to_string(result));
-    }
-}
+constexpr uint32_t kOk = 1, kCancel = 2, kArrowDown = 0x28, kTickTimer = 11, kHighWord = 16;  // bits
 
 // NMHDR has a window, its number and the code, each as long as a handle; `data` follow.
 void Notify(uint64_t control, int32_t code, std::initializer_list<uint32_t> data = {}) {
@@ -35,7 +24,7 @@ void Notify(uint64_t control, int32_t code, std::initializer_list<uint32_t> data
         at += kPointerBytes;
     }
     std::copy(data.begin(), data.end(), reinterpret_cast<uint32_t*>(at));
-    SendToTop(kNotify, control, WordOf(player.memory + kRecordBytes));
+    SendTo(player.top, kNotify, control, WordOf(player.memory + kRecordBytes));
 }
 
 // The library is loaded anew; files and registry stay.
@@ -44,7 +33,6 @@ Step Attach(uint32_t width, uint32_t height) {
         player.screenWidth = width;
         player.screenHeight = height;
         player.item = 0;
-        player.names.clear();
         player.item = player.top = AttachItem();
     };
 }
@@ -53,37 +41,23 @@ Step Clock(WORD year, WORD month, WORD day, WORD hour) {
     return [=] { player.time = {year, month, 0, day, hour, 30, 15, 0}; };
 }
 
-// That many adapters are up, with counters at 0.
-Step Adapters(size_t count, uint32_t index) {
+// The adapter's index, with counters at 0 (an index of 0: there is none), and the signal (0: no driver).
+Step Network(uint32_t index, int dbm) {
     return [=] {
         // clang-format off
-        scripted::system.adapters.assign(count,
+        scripted::system.adapters.assign(index != 0 ? 1 : 0,
             {.name = "WLAN1", .description = "Built-in wireless adapter", .index = index,
-             .hardwareAddress = {0x02, 0x10, 0x20, 0x30, 0x40, 0x50}, .dnsServers = {"192.168.7.1", "192.168.7.2"},
-             .dhcpEnabled = true, .dhcpServer = "192.168.7.1", .leaseObtained = 1795255815,
-             .leaseExpires = 1795342215, .haveWins = true, .primaryWins = "192.168.7.8",
-             .secondaryWins = "192.168.7.9", .speed = 11000000});
+             .hardwareAddress = {0x02, 0x10, 0x20, 0x30, 0x40, 0x50}, .dhcpEnabled = true,
+             .dhcpServer = "192.168.7.1", .leaseObtained = 1795255815, .leaseExpires = 1795342215, .haveWins = true,
+             .primaryWins = "192.168.7.8", .secondaryWins = "192.168.7.9", .speed = 11000000});
         // clang-format on
-    };
-}
-
-// 0: the driver is not there.
-Step Radio(int dbm) {
-    return [=] {
         scripted::system.wireless.present = dbm != 0;
         scripted::system.wireless.values[OID_802_11_RSSI] = NdisFields({static_cast<uint32_t>(dbm)});
     };
 }
 
-Step Ask(uint32_t message) {
-    return [=] {
-        SendToTop(message, 0, WordOf(player.memory));
-        Add("  height " + std::to_string(player.memory[kRecordHeight]));
-    };
-}
-
 Step Send(uint32_t message, uint32_t wParam, uint32_t lParam = 0) {
-    return [=] { SendToTop(message, wParam, lParam); };
+    return [=] { SendTo(player.top, message, wParam, lParam); };
 }
 
 Step Tap(uint32_t x, uint32_t y = 10) {
@@ -98,14 +72,6 @@ Step Control(uint32_t number, uint32_t message, uint32_t wParam, const void* lPa
     return [=] { SendToControl(number, message, wParam, lParam); };
 }
 
-Step Type(uint32_t control, const char16_t* text) {
-    return Control(control, kSetText, 0, text);
-}
-
-Step SelectFirst(uint32_t list) {
-    return Control(list, kKeyDown, kArrowDown);
-}
-
 Step TapRow(uint32_t list, uint32_t row) {
     return [=] { Notify(list, kRowTapped, {row, 0}); };
 }
@@ -114,12 +80,7 @@ Step Date(uint32_t picker, uint32_t year, uint32_t month, uint32_t day) {
     return [=] { Notify(picker, kDateChanged, {0, year | month << kHighWord, day << kHighWord, 0, 0}); };
 }
 
-// To the next message box.
-Step Answer(uint32_t button) {
-    return [=] { player.answer = button; };
-}
-
-const Step kRefresh = Ask(kQueryRefresh);
+const Step kRefresh = [] { SendTo(player.item, kQueryRefresh, 0, WordOf(player.memory)); };
 // The sheet's page is left and applied; the next one is shown.
 const Step kApply = [] {
     Notify(0, kPageLeft);
@@ -146,47 +107,44 @@ Step Tick(uint32_t received, uint32_t transmitted, int times) {
 
 // clang-format off
 const Script kBegin = {
-    Clock(2026, 1, 31, 22), Adapters(1, 3), Radio(-60), Attach(240, 320), kRefresh, kRefresh, kPaint, Tick(0, 0)};
+    Clock(2026, 1, 31, 22), Network(3, -60), Attach(240, 320), kRefresh, kRefresh, kPaint, Tick(0, 0)};
 
 const Script kTraffic = {
-    kPaint, Tick(1500, 700), Tick(40000, 9000, 3), Radio(-85), Tick(900000, 250000, 2), kRefresh, kPaint,
-    Clock(2026, 1, 31, 23), Tick(3000000, 20000, 16), kPaint, Clock(2026, 2, 1, 0),  // hour, day and month at once
+    kPaint, Tick(1500, 700), Tick(900000, 250000, 5), kRefresh, kPaint, Clock(2026, 1, 31, 23), Tick(3000000, 20000, 16),
+    kPaint, Clock(2026, 2, 1, 0),  // hour, day and month at once
     Tick(700, 600, 3), Tick(0U - 50000000, 0U - 50000000),  // a fall, below 0, counts nothing
     Tick(100000, 50000000),  // the counters wrap
-    Adapters(0, 0), Radio(0), Tick(0, 0, 2), kPaint, Adapters(1, 7), Radio(-70), Tick(1024, 2048, 4), kPaint};
+    Network(0, 0), Tick(0, 0, 2), kPaint, Network(7, -85), Tick(1024, 2048, 4), kPaint, AddFiles};
 
 const Script kTools = {
     Tick(10, 1), Tap(kTapSignal), kPaint, Send(kTimer, 13), Command(kOk), Tap(kTapDhcp), Command(IDC_DHCP_DETECT),
     Command(IDC_DHCP_RELEASE), Command(IDC_DHCP_RENEW), Command(kOk), Tap(kTapPing),
-    Type(IDC_PING_HOST, u"192.168.7.20"), Command(IDC_PING_PING), Send(kTimer, 10),
-    Type(IDC_PING_HOST, u"Router"), Command(IDC_PING_PING), Send(kTimer, 10), Answer(kYes), Command(IDC_PING_DELETE),
-    Command(kOk), Tap(kTapAdapter), Command(kOk), Tap(kTapScanner), SelectFirst(IDC_SCANNER_LIST),
-    TapRow(IDC_SCANNER_LIST, 0), Send(kTimer, 7), Command(kOk), Tap(kTapCard), Command(kOk), Tap(kTapApplet),
-    Tap(kTapGraph), kPaint, Send(kTimer, 12), Command(kOk), Tap(kTapUsage), kPaint,
-    Date(IDC_USAGE_DATE, 2026, 1, 31), kPaint, Control(IDC_USAGE_MODE, kDropDown, 1),
-    Control(IDC_USAGE_MODE, kChooseEntry, 1), Command(IDC_USAGE_MODE | kChosen << kHighWord), kPaint,
-    Tap(40, 50), kPaint,  // table
-    Tap(170, 50),  // export
-    Date(IDC_EXPORT_FROM, 2026, 3, 1), Command(kOk),  // ends before it begins
-    Date(IDC_EXPORT_FROM, 2026, 1, 5), Date(IDC_EXPORT_TO, 2026, 2, 28), Command(kOk), Command(kOk)};
+    Control(IDC_PING_HOST, kSetText, 0, u"192.168.7.20"), Command(IDC_PING_PING), Send(kTimer, 10),
+    Control(IDC_PING_HOST, kSetText, 0, u"Router"), Command(IDC_PING_PING), Send(kTimer, 10),
+    Command(IDC_PING_DELETE), Command(kOk), Tap(kTapAdapter), Command(kOk), Tap(kTapScanner),
+    Control(IDC_SCANNER_LIST, kKeyDown, kArrowDown), TapRow(IDC_SCANNER_LIST, 0), Send(kTimer, 7), Command(kOk),
+    Tap(kTapCard), Command(kOk), Tap(kTapApplet), Tap(kTapGraph), kPaint, Send(kTimer, 12), Command(kOk),
+    Tap(kTapUsage), kPaint, Date(IDC_USAGE_DATE, 2026, 1, 31), kPaint, Control(IDC_USAGE_MODE, kDropDown, 1),
+    Control(IDC_USAGE_MODE, kChooseEntry, 1), Command(IDC_USAGE_MODE), kPaint, Tap(40, 50), kPaint,  // table
+    Tap(170, 50), Command(IDC_EXPORT_KEYBOARD), Date(IDC_EXPORT_FROM, 2026, 1, 5), Date(IDC_EXPORT_TO, 2026, 2, 28),
+    Command(kOk), Command(kOk)};
 
 const Script kDetector = {
-    Tap(kTapDetector), Command(IDC_DETECTOR_DETECT), Send(kTimer, 14), Answer(kYes), TapRow(IDC_DETECTOR_HOSTS, 0),
-    Answer(kYes), TapRow(IDC_DETECTOR_HOSTS, 1), Answer(kYes), TapRow(IDC_DETECTOR_HOSTS, 1),  // safe, and no longer
+    Tap(kTapDetector), Command(IDC_DETECTOR_DETECT), Send(kTimer, 14), TapRow(IDC_DETECTOR_HOSTS, 0),
+    TapRow(IDC_DETECTOR_HOSTS, 1), TapRow(IDC_DETECTOR_HOSTS, 1),  // safe, and no longer
     Command(IDC_DETECTOR_EXPORT), Command(kOk)};
 
 const Script kOptions = {
-    OpenOptions, kPaint, kApply, kPaint, Type(IDC_OPTIONS_X_LOCATION, u"130"),
-    Control(IDC_OPTIONS_AM_PM, kSetCheck, 0), Control(IDC_OPTIONS_MILITARY, kSetCheck, 1),
-    SelectFirst(IDC_OPTIONS_LOGS), Command(IDC_OPTIONS_DELETE), kApply, kPaint, kApply, Tick(2000, 1000), kPaint};
+    OpenOptions, kPaint, kApply, kPaint, Control(IDC_OPTIONS_X_LOCATION, kSetText, 0, u"130"),
+    Control(IDC_OPTIONS_AM_PM, kSetCheck, 0), Control(IDC_OPTIONS_LOGS, kKeyDown, kArrowDown),
+    Command(IDC_OPTIONS_DELETE), kApply, kPaint, kApply, Command(kOk), Tick(2000, 1000), kPaint};
 
 // The same at double scale. Then without adapter and radio.
 const Script kHighResolution = {
     Attach(480, 640), kRefresh, kRefresh, kPaint, Tick(60000, 350000, 24), kPaint, Tap(2 * kTapUsage, 20), kPaint,
-    Tap(80, 100), kPaint, Command(kOk), Tap(2 * kTapGraph, 20), kPaint, Command(kOk), Adapters(0, 0), Radio(0),
-    Tick(0, 0), Tap(2 * kTapDhcp, 20), Command(IDC_DHCP_RENEW), Command(kCancel), Tap(2 * kTapScanner, 20),
-    Command(kCancel), Tap(2 * kTapDetector, 20), Command(IDC_DETECTOR_DETECT), Command(kCancel),
-    OpenOptions, kApply, Command(IDC_OPTIONS_DELETE_ALL), kApply, kApply};
+    Tap(80, 100), kPaint, Command(kOk), Tap(2 * kTapGraph, 20), kPaint, Command(kOk), Network(0, 0), Tick(0, 0),
+    Tap(2 * kTapDhcp, 20), Command(IDC_DHCP_RENEW), Command(kCancel), Tap(2 * kTapScanner, 20), Command(kCancel),
+    OpenOptions, kApply, Command(IDC_OPTIONS_DELETE_ALL), kApply, kApply, Command(kOk)};
 
-const Script kEnd = {Ask(kClearCache), DetachItem};
+const Script kEnd = {Send(kClearCache, 0), AddFiles, DetachItem};
 // clang-format on

@@ -8,18 +8,11 @@
 
 namespace {
 
-// Pointers of this process that the guest knows by numbers.
-std::map<uint64_t, const void*> handles;
-
-uint32_t NewClosable() {
-    return static_cast<uint32_t>(WordOf(new fakes::Closable));
-}
-
 uint64_t OpenFile(const uint64_t* words) {
     if (At<char16_t>(static_cast<Address>(words[0])) != std::u16string_view(u"UIO1:")) {
         return TakeWords(CreateFileW)(words);
     }
-    return scripted::system.wireless.present ? NewClosable() : WordOf(INVALID_HANDLE_VALUE);
+    return scripted::system.wireless.present ? WordOf(new fakes::Closable) : WordOf(INVALID_HANDLE_VALUE);
 }
 
 // WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
@@ -43,26 +36,30 @@ uint64_t OpenKey(const uint64_t* words) {
     return static_cast<uint64_t>(result);
 }
 
-// The library itself stands in the Windows folder.
-constexpr std::u16string_view kPath = u"\\Windows\\quorvane.dll";
+uint32_t FreeBlock(Address block) {
+    handheld->faults += block != 0 && handheld->blocks.erase(block) == 0 ? "freed what is no block\n" : "";
+    return 0;
+}
 
 uint32_t LoadModule(const char16_t* name) {
-    handheld.libraryUses += name == kPath ? 1 : 0;
-    return name == kPath ? bed->imageBase : NewHandle();
+    const bool isItself = Narrow(name) == "quorvane.dll";
+    handheld->libraryUses += isItself ? 1 : 0;
+    return isItself ? handheld->base : NewHandle();
 }
 
-void FreeModule(uint32_t module) {
-    if (module != bed->imageBase || --handheld.libraryUses == 0) {
-        AddFault("unloads itself while it runs, or what it did not load");
+bool FreeModule(uint32_t module) {
+    if (module != handheld->base || --handheld->libraryUses == 0) {
+        handheld->faults += "unloads itself while it runs, or what it did not load\n";
     }
+    return true;
 }
 
-uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
-    handheld.waitingThreads.emplace_back(function, argument);
-    if (!handheld.threadsWait) {
+uint64_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
+    handheld->waitingThreads.emplace_back(function, argument);
+    if (!handheld->threadsWait) {
         RunThreads();
     }
-    return NewClosable();
+    return WordOf(new fakes::Closable);
 }
 
 // Both ways: code page, flags, source, its units, target, its room (0: asks for it). Between 0x80 and 0x9F a handheld
@@ -84,13 +81,13 @@ uint64_t WordOf(const void* pointer) {
         return static_cast<uint32_t>(place);
     }
     const uint32_t handle = NewHandle();
-    handles[handle] = pointer;
+    handheld->handles[handle] = pointer;
     return handle;
 }
 
 void* PointerOf(uint64_t word) {
-    const auto found = handles.find(word);
-    return found != handles.end() ? const_cast<void*>(found->second) : reinterpret_cast<void*>(word);
+    const auto found = handheld->handles.find(word);
+    return found != handheld->handles.end() ? const_cast<void*>(found->second) : reinterpret_cast<void*>(word);
 }
 
 StandInTable SystemStandIns() {
@@ -115,13 +112,11 @@ StandInTable SystemStandIns() {
         {"RegSetValueExW", RegSetValueExW},
         {"RegCloseKey", RegCloseKey},
         {"LocalAlloc", [](uint32_t, uint32_t bytes) { return Allocate(bytes); }},
-        {"LocalFree", [](Address block) { return block != 0 ? Free(block) : void(), 0; }},
+        {"LocalFree", FreeBlock},
         {"LoadLibraryW", LoadModule},
         {"FreeLibrary", FreeModule},
-        {"FreeLibraryAndExitThread", [](uint32_t module) { return bed->threadEnds = true, FreeModule(module); }},
-        {"GetModuleHandleW", [](Text name) { return Narrow(name) == "quorvane.dll" ? bed->imageBase : 0; }},
-        {"GetModuleFileNameW",
-         [](uint32_t, char16_t* path) { return *std::copy(kPath.begin(), kPath.end(), path) = 0, kPath.size(); }},
+        {"FreeLibraryAndExitThread", [](uint32_t module) { return handheld->threadEnds = true, FreeModule(module); }},
+        {"GetModuleFileNameW", [](uint32_t, char16_t* path) { return memcpy(path, u"quorvane.dll", 26); }},
         {"GetProcAddressW", [](uint32_t, Text name) { return StandInAddress(Narrow(name)); }},
         {"CreateThread", StartThread},
         {"WaitForSingleObject", [] { return 0; }},

@@ -1,43 +1,39 @@
-// The lines of a trace: functions with their arguments, and handles as what they were made from.
+// The lines of a trace: functions with their arguments, at last the files.
 
 #include "tests/device/player.h"
 
 #include <algorithm>
 #include <cstring>
+#include <fstream>
+
+// How a function's calls are written. A letter an argument: w window, i number, s UTF-16 text, v the value of a
+// registry's type before it, m a message with its two arguments, - left out. Letters in parentheses are the fields of a
+// record that is pointed to: 32 bits each, but for texts. What stands behind "=" is described after the call, with its
+// result, on a line of its own.
+// clang-format off
+const std::map<std::string, const char*> kTracedFunctions = {
+    {"BeginPaint", "w"}, {"BitBlt", "-iiii-iii"}, {"CreateCompatibleBitmap", "-ii"}, {"CreateFontIndirectW", "(i---i)"},
+    {"CreatePen", "iii"}, {"CreateProcessW", "-s"}, {"DeleteDC", "-"}, {"DeleteObject", "-"}, {"DrawIconEx", "-ii-----i"},
+    {"DrawTextW", "-si(iiii)i"}, {"EnableWindow", "wi"}, {"EndDialog", "wi"}, {"FillRect", "-(iiii)"}, {"GetDC", "w"},
+    {"GetDlgItemTextW", "wi=--s"}, {"ImageList_Create", "iiiii"}, {"ImageList_Destroy", "-"},
+    {"ImageList_ReplaceIcon", "-i"}, {"InvalidateRect", "w-i"}, {"KillTimer", "wi"}, {"LoadBitmapW", "-i"},
+    {"LoadIconW", "-i"}, {"LoadImageW", "-i"}, {"MessageBoxW", "wssi"}, {"Polyline", "-(iiii)i"}, {"PostMessageW", "wii"},
+    {"RegSetValueExW", "-s-iv"}, {"SelectObject", "-"}, {"SendDlgItemMessageW", "wim"}, {"SendMessageW", "wm"},
+    {"SetBkColor", "-i"}, {"SetBkMode", "-i"}, {"SetDlgItemTextW", "wis"}, {"SetPixel", "-iii"}, {"SetTextColor", "-i"},
+    {"SetTimer", "wii"}, {"SetWindowTextW", "ws"}, {"StretchBlt", "-iiii-iiiii"},
+};
 
 namespace {
 
-// How a function's calls are written. A letter an argument: h handle of a drawing object, w window, i number, s UTF-16
-// text, v the value of a registry's type before it, m a message with its two arguments, - left out. Letters in
-// parentheses are the fields of a record that is pointed to: 32 bits each, but for texts. What stands behind "=" is
-// described after the call, with its result, on a line of its own. ">" only names the handle that the call gives.
-// clang-format off
-const std::map<std::string, const char*> kShapes = {
-    {"BeginPaint", "w>"}, {"BitBlt", "hiiiihiii"}, {"CreateCompatibleBitmap", "-ii>"}, {"CreateCompatibleDC", "h>"},
-    {"CreateFontIndirectW", "(i---i)>"}, {"CreatePen", "iii>"}, {"CreateProcessW", "-s"}, {"DeleteDC", "h"},
-    {"DeleteObject", "h"}, {"DrawIconEx", "hiih----i"}, {"DrawTextW", "hsi(iiii)i"}, {"EnableWindow", "wi"},
-    {"EndDialog", "wi"}, {"FillRect", "h(iiii)h"}, {"GetDC", "w>"}, {"GetDCEx", "w>"}, {"GetDlgItemTextW", "wi=--s"},
-    {"GetStockObject", "i>"}, {"ImageList_Create", "iiiii>"}, {"ImageList_Destroy", "h"},
-    {"ImageList_ReplaceIcon", "hih"}, {"InvalidateRect", "w-i"}, {"KillTimer", "wi"}, {"LoadBitmapW", "-i>"},
-    {"LoadIconW", "-i>"}, {"LoadImageW", "-i>"}, {"MessageBoxW", "wssi"}, {"Polyline", "h(iiii)i"},
-    {"RegSetValueExW", "-s-iv"}, {"ReleaseDC", "-h"}, {"SelectObject", "hh"}, {"SendDlgItemMessageW", "wim"},
-    {"SendMessageW", "wm"}, {"SetBkColor", "hi"}, {"SetBkMode", "hi"}, {"SetDlgItemTextW", "wis"},
-    {"SetPixel", "hiii"}, {"SetTextColor", "hi"}, {"SetTimer", "wii"}, {"SetWindowTextW", "ws"},
-    {"StretchBlt", "hiiiihiiiii"},
-};
 // Messages that show or ask something, and their two arguments; others are left out.
 const std::map<uint32_t, const char*> kMessages = {
     {0x00C5, "i"}, {0x00F0, "="}, {0x00F1, "i"}, {0x0141, "i"}, {0x0143, "is"}, {0x0147, "="}, {0x014B, "i"},
-    {0x014E, "i"}, {0x0402, "i"}, {0x0467, "ii"}, {0x1002, "i(iiii)"}, {0x1003, "ih"}, {0x1004, "="},
-    {0x1009, "i"}, {0x100C, "ii="}, {0x102B, "i(---ii)"}, {0x1030, "i"}, {0x104B, "i(iii)=-(-----s-ii)"},
-    {0x104C, "i(iii--s-i)"}, {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="}, {0x1061, "i(iiis)"},
-    {0x1073, "i(-ii)=-(-----s)"}, {0x1074, "i(iii--s-i)"},
+    {0x014E, "i"}, {0x0402, "i"}, {0x0467, "ii"}, {0x1002, "i(iiii)"}, {0x1004, "="}, {0x1009, "i"}, {0x100C, "ii="},
+    {0x102B, "i(---ii)"}, {0x1030, "i"}, {0x104B, "i(iii)=-(-----s-ii)"}, {0x104C, "i(iii--s-i)"},
+    {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="}, {0x1061, "i(iiis)"}, {0x1073, "i(-ii)=-(-----s)"},
+    {0x1074, "i(iii--s-i)"},
 };
 // clang-format on
-
-std::string Text(uint64_t address) {
-    return address != 0 ? '"' + Narrow(reinterpret_cast<const char16_t*>(address)) + '"' : "null";
-}
 
 uint64_t ReadWord(uint64_t address, size_t bytes) {
     uint64_t word = 0;
@@ -45,36 +41,34 @@ uint64_t ReadWord(uint64_t address, size_t bytes) {
     return word;
 }
 
-uint64_t PlaceOf(const uint64_t* words) {
-    return reinterpret_cast<uintptr_t>(words);
-}
-
 std::string Number(uint64_t word) {
     return std::to_string(static_cast<int32_t>(word));
 }
 
 // The values from `address` on, up to the end of the letters or of the record that they describe.
-std::string Describe(const char*& letter, uint64_t address, size_t wordBytes = sizeof(uint64_t)) {
+std::string Describe(const char*& letter, uint64_t address, size_t wordBytes) {
     std::string texts;
-    for (; strchr("=)>", *letter) == nullptr; ++letter) {
+    for (; strchr("=)", *letter) == nullptr; ++letter) {
         const size_t bytes = *letter == 's' ? std::max(wordBytes, kPointerBytes) : wordBytes;
         address = (address + bytes - 1) / bytes * bytes;
         const uint64_t word = ReadWord(address, bytes);
         if (*letter == '(') {
             texts += " (" + Describe(++letter, word, 4) + " )";
-        } else if (*letter == 'h') {
-            texts += " [" + player.names[word] + " ]";
         } else if (*letter == 's' || (*letter == 'v' && ReadWord(address - sizeof(word), 4) == 1)) {
-            texts += " " + Text(word);
+            texts += word != 0 ? " \"" + Narrow(reinterpret_cast<const char16_t*>(word)) + '"' : " null";
         } else if (*letter == 'm') {
             const char* letters = kMessages.at(static_cast<uint32_t>(word));
-            texts += " " + Number(word) + Describe(letters, address + sizeof(word));
+            texts += " " + Number(word) + Describe(letters, address + sizeof(word), sizeof(word));
         } else if (*letter != '-') {
             texts += " " + Number(*letter == 'w' ? NumberOf(word) : *letter == 'v' ? ReadWord(word, 4) : word);
         }
         address += bytes;
     }
     return texts;
+}
+
+std::string Arguments(const char* letters, const uint64_t* words) {
+    return Describe(letters, reinterpret_cast<uintptr_t>(words), sizeof(*words));
 }
 
 }  // namespace
@@ -97,34 +91,36 @@ void Add(const std::string& line) {
     }
 }
 
-std::vector<std::string> TracedFunctions() {
-    std::vector<std::string> names;
-    for (const auto& [name, shape] : kShapes) {
-        names.push_back(name);
-    }
-    return names;
-}
-
 uint64_t TraceCall(const std::string& function, const uint64_t* words, const StandIn& perform) {
-    const auto shape = kShapes.find(function);
-    const char* letters = shape != kShapes.end() ? shape->second : "";
+    constexpr size_t kAlike = 5;  // letters in which LoadIconW and a desktop's LoadImageW agree
+    const auto shape = kTracedFunctions.find(function);
+    const char* letters = shape != kTracedFunctions.end() ? shape->second : "";
     const char* message = strchr(letters, 'm');
-    const uint64_t* asked = words + (message != nullptr ? message - letters : 0);
-    const auto known = message != nullptr ? kMessages.find(static_cast<uint32_t>(*asked)) : kMessages.end();
+    const uint64_t* asked = message != nullptr ? words + (message - letters) : words;
+    const auto known = message != nullptr ? kMessages.find(static_cast<uint32_t>(*asked++)) : kMessages.end();
     if (*letters == 0 || (message != nullptr && known == kMessages.end())) {
         return perform(words);
     }
-    const std::string arguments = Describe(letters, PlaceOf(words));
-    if (*letters == '>') {
-        const uint64_t made = perform(words);
-        player.names[made] = arguments;
-        return made;
-    }
-    Add(function + arguments);
+    Add(function.substr(0, kAlike) + Arguments(letters, words));
     const uint64_t result = perform(words);
-    const char* answer = strchr(message != nullptr ? known->second : letters, '=');
-    if (answer != nullptr) {
-        Add("= " + Number(result) + Describe(++answer, PlaceOf(message != nullptr ? asked + 1 : words)));
+    if (const char* answer = strchr(message != nullptr ? known->second : letters, '=')) {
+        Add("= " + Number(result) + Arguments(answer + 1, asked));
     }
     return result;
+}
+
+void AddFiles() {
+    std::map<std::string, std::string> found;
+    for (const char* folder : {"My Documents", "Program Files/Ostrik"}) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(player.root / folder)) {
+            std::ifstream file(entry.path(), std::ios::binary);
+            std::string& bytes = found[entry.path().lexically_relative(player.root).generic_string()];
+            for (char byte = 0; file.get(byte);) {
+                bytes += ' ' + std::to_string(byte);
+            }
+        }
+    }
+    for (const auto& [name, bytes] : found) {
+        Add(name + ":" + bytes);
+    }
 }

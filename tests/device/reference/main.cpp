@@ -1,12 +1,10 @@
-// device_reference.exe FOLDER - performs the device script with the desktop's objects and the scripted services, and
-// leaves in FOLDER what the library as ARM code has to leave too: the handheld's folders and trace.txt. Dialogs and
-// pages have their real controls, but are invisible and without a message loop: the script sends what a person would
-// cause, and timers never run by themselves.
+// device_reference.exe FILE - performs the script with the desktop's objects and the scripted services, and leaves in
+// FILE the trace that the library as ARM code has to leave, too. Dialogs and pages have their real controls, but are
+// invisible and without a message loop: the script sends what a person would cause, and timers never run by themselves.
 
 #include "item/item_state.h"
 #include "item/item_window.h"
 #include "item/settings.h"
-#include "platform/desktop/today_frame.h"
 #include "platform/dialogs.h"
 #include "platform/property_sheet.h"
 #include "platform/today.h"
@@ -16,10 +14,7 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <fstream>
-
-namespace files = std::filesystem;
 
 extern "C" INT_PTR CALLBACK CustomItemOptionsDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -39,9 +34,7 @@ void* PointerOf(uint64_t word) {
 
 namespace {
 
-const files::path kFolders[] = {"C:\\Program Files\\Ostrik", "C:\\My Documents"};
-
-HWND frame = nullptr;  // that the desktop takes for the screen
+HWND host = nullptr;
 
 // One function takes the calls of an import: a call's arguments are words, in registers and on the stack, whatever
 // their types.
@@ -75,7 +68,7 @@ AnyFunction Original(const std::string& function) {
 // All calls that are compared, and the script's answers, go their way through the trace.
 void HookSystem() {
     std::map<std::string, StandIn> stands;
-    for (const std::string& name : TracedFunctions()) {
+    for (const auto& [name, shape] : kTracedFunctions) {
         stands[name] = [original = Original(name)](const uint64_t* w) {
             return original(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11]);
         };
@@ -96,22 +89,6 @@ HWND Handle(uint64_t number) {
     return reinterpret_cast<HWND>(number);
 }
 
-void PrepareSystem() {
-    for (const files::path& folder : kFolders) {
-        files::remove_all(folder);
-    }
-    files::create_directories(kFolders[1]);
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kItemKey);
-    SetCurrentDirectoryW(L"C:\\");
-    const INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
-    InitCommonControlsEx(&controls);
-    itemState.instance = GetModuleHandleW(nullptr);
-    WNDCLASSW frameClass = {};
-    frameClass.lpfnWndProc = DefWindowProcW;
-    frameClass.lpszClassName = platform::kFrameClass;
-    RegisterClassW(&frameClass);
-}
-
 }  // namespace
 
 // Instead of the desktop's own, which scale templates and wait.
@@ -124,7 +101,9 @@ INT_PTR RunDialog(HINSTANCE instance, int templateId, HWND, DLGPROC procedure) {
     auto* invisible = reinterpret_cast<DLGTEMPLATE*>(copy.data());
     invisible->style &= ~static_cast<DWORD>(WS_VISIBLE);
     Add("open dialog " + std::to_string(templateId));
-    ::RunDialog(WordOf(CreateDialogIndirectParamW(instance, invisible, frame, procedure, 0)));
+    HWND dialog = CreateDialogIndirectParamW(instance, invisible, host, procedure, 0);
+    ::RunDialog(WordOf(dialog));
+    DestroyWindow(dialog);
     return IDOK;
 }
 
@@ -148,24 +127,19 @@ uint64_t AttachItem() {
     memset(memory, 0, sizeof(memory));
     player.memory = memory;
     memory[kRecordEnabled] = 1;
-    frame = CreateWindowExW(0, platform::kFrameClass, nullptr, WS_POPUP, 0, 0, 480, 480, nullptr, nullptr, nullptr,
-                            nullptr);
+    host = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 480, 480, nullptr, nullptr, nullptr, nullptr);
     RegisterItemWindowClass();
     InitializeItem();
-    return WordOf(InitializeCustomItem(reinterpret_cast<TODAYLISTITEM*>(memory), frame));
+    return WordOf(InitializeCustomItem(reinterpret_cast<TODAYLISTITEM*>(memory), host));
 }
 
 void DetachItem() {
-    DestroyWindow(frame);
+    DestroyWindow(host);
     UnregisterItemWindowClass();
 }
 
 void OpenOptions() {
     platform::RunDialog(itemState.instance, IDD_TODAY_OPTIONS, nullptr, CustomItemOptionsDlgProc);
-}
-
-void CloseWindow(uint64_t window) {
-    DestroyWindow(Handle(window));
 }
 
 int64_t SendTo(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {
@@ -182,16 +156,18 @@ int NumberOf(uint64_t window) {
 }
 
 int main(int, char** arguments) {
-    PrepareSystem();
-    HookSystem();
     ResetPlayer();
+    player.root = "C:\\";
+    std::filesystem::remove_all("C:\\Program Files\\Ostrik");
+    std::filesystem::remove_all("C:\\My Documents");
+    std::filesystem::create_directory("C:\\My Documents");
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kItemKey);
+    SetCurrentDirectoryW(L"C:\\");
+    const INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
+    InitCommonControlsEx(&controls);
+    itemState.instance = GetModuleHandleW(nullptr);
+    HookSystem();
     PerformWholeScript();
-    const files::path results = arguments[1];
-    for (const files::path& source : kFolders) {
-        const files::path target = results / source.relative_path();
-        files::create_directories(target);
-        files::copy(source, target, files::copy_options::recursive);
-    }
-    std::ofstream(results / "trace.txt", std::ios::binary) << player.trace;
+    std::ofstream(arguments[1], std::ios::binary) << player.trace;
     return 0;
 }
