@@ -11,8 +11,8 @@ namespace {
 void Measure(const char* name, const Step& step) {
     const uint64_t instructions = handheld->instructions, systemCalls = handheld->imports;
     Perform({step});
-    std::cout << "instructions_per_" << name << ' ' << handheld->instructions - instructions << "\nsystem_calls_per_" << name
-              << ' ' << handheld->imports - systemCalls << '\n';
+    std::cout << "instructions_per_" << name << ' ' << handheld->instructions - instructions << "\nsystem_calls_per_"
+              << name << ' ' << handheld->imports - systemCalls << '\n';
 }
 
 }  // namespace

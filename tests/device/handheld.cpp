@@ -1,5 +1,5 @@
 // The host's side of the item, windows, dialogs and property sheets. A window of the guest's class hears messages in
-// its procedure, a dialog in its dialog procedure. A control's handle is its number.
+// its procedure, a dialog in its dialog procedure. The handle of a control or a resource is its number.
 
 #include "tests/device/handheld.h"
 
@@ -42,11 +42,9 @@ bool RunSheet(const std::array<uint32_t, 10>* header) {
 // asked for. Without such a trace every control answers alike.
 int32_t Answer(char16_t* text, int32_t* fields) {
     const std::string answer = player.reference.empty() ? "= 1 \"192.168.7.20\"" : player.reference.front();
-    int32_t result = 1, image = 0, data = 0;
-    if (sscanf(answer.c_str(), "= %d ( null %d %d", &result, &image, &data) == 3 && fields != nullptr) {
-        fields[0] = image;
-        fields[1] = data;
-    }
+    int32_t result = 1, others[2];
+    fields = fields != nullptr ? fields : others;
+    sscanf(answer.c_str(), "= %d ( null %d %d", &result, fields, fields + 1);
     if (const size_t quote = answer.find('"'); text != nullptr && quote < answer.size()) {
         *std::copy(answer.begin() + quote + 1, answer.begin() + answer.rfind('"'), text) = 0;
     }
@@ -59,22 +57,17 @@ int32_t AnswerMessage(uint32_t message, int32_t* item) {
     return Answer(message == kGetCell ? At<char16_t>(item[5]) : nullptr, message == kGetItem ? item + 7 : nullptr);
 }
 
-// A resource's handle is its number, too.
-uint32_t SecondArgument(uint64_t, uint32_t number) {
-    return number;
-}
-
 StandInTable WindowStandIns() {
+    const auto secondArgument = [](uint64_t, uint32_t number) { return number; };
     return {
-        {"BeginPaint", [](uint64_t, uint32_t* paint) { return *paint = NewHandle(); }},
         {"CreateWindowExW",
          [] { return handheld->procedures[NewHandle()] = handheld->itemProcedure, handheld->nextHandle; }},
         {"DialogBoxIndirectParamW",
          [](uint64_t, uint32_t number, uint64_t, Address procedure) { return OpenDialog(number, procedure); }},
-        {"FindResourceW", SecondArgument},
-        {"GetDlgItem", SecondArgument},
+        {"FindResourceW", secondArgument},
+        {"GetDlgItem", secondArgument},
         {"GetDlgItemTextW", [](uint64_t, uint32_t, char16_t* text) { return Answer(text, nullptr); }},
-        {"LoadResource", SecondArgument},
+        {"LoadResource", secondArgument},
         {"PropertySheetW", RunSheet},
         // WNDCLASSW, whose procedure is its second word.
         {"RegisterClassW", [](const uint32_t* record) { return handheld->itemProcedure = record[1]; }},

@@ -36,8 +36,7 @@ struct Handheld {
     std::map<std::string, StandIn> standIns;
     std::vector<std::string> trapNames;  // by the addresses that imports lead to
     std::map<Address, uint32_t> blocks;  // of the heap
-    Address heapEnd = kHeapBase, itemProcedure = 0;
-    Address entry = 0;
+    Address heapEnd = kHeapBase, itemProcedure = 0, entry = 0;
     const uint32_t* exports = nullptr;        // their places in the library
     std::map<uint64_t, Address> procedures;   // of the guest, by window
     std::map<uint64_t, const void*> handles;  // pointers of this process that the guest knows by numbers

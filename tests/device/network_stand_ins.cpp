@@ -90,7 +90,6 @@ StandInTable NetworkStandIns() {
         {"ntohl", [](uint32_t value) { return ntohl(value); }},
         {"ConnMgrConnectionStatus",
          [](uint32_t, DWORD* status) { return platform::ConnMgrConnectionStatus(nullptr, status); }},
-        {"ConnMgrProviderMessage", [] { return E_NOINTERFACE; }},
         {"InternetConnectW",
          [](uint64_t, const wchar_t* host) { return scripted::system.internet.hosts.push_back(host), NewHandle(); }},
         {"InternetReadFile", platform::InternetReadFile},

@@ -9,15 +9,6 @@ Player player;
 
 namespace {
 
-void PerformUntilEnd(uint64_t window) {
-    while (player.next < player.script->size() && (window == 0 || player.ended != window)) {
-        const Step& step = (*player.script)[player.next++];
-        Add("# " + std::to_string(player.next));
-        step();
-    }
-    player.ended = 0;
-}
-
 // In 192.168.7.0/24 three hosts answer; the last byte of their address tells the rest.
 std::optional<platform::EchoReply> AnswerEcho(uint32_t address, DWORD) {
     platform::EchoReply reply = {};
@@ -42,9 +33,8 @@ bool GetSpecialFolder(uint64_t, char16_t* path, int folder) {
 }
 
 // No font decides how wide a text is.
-int DrawOrMeasure(uint64_t, const char16_t* text, int, int32_t* area, uint32_t flags) {
-    constexpr uint32_t kMeasure = 0x400;  // DT_CALCRECT
-    constexpr int kHeight = 12, kCharacterWidth = 5;
+int DrawOrMeasure(uint64_t, const char16_t* text, int, int32_t* area, int flags) {
+    constexpr int kMeasure = 0x400, kHeight = 12, kCharacterWidth = 5;  // DT_CALCRECT
     if ((flags & kMeasure) != 0) {
         area[2] = area[0] + kCharacterWidth * static_cast<int32_t>(std::u16string_view(text).size());
         area[3] = area[1] + kHeight;
@@ -75,7 +65,7 @@ void ResetPlayer() {
 void Perform(const Script& script) {
     player.script = &script;
     player.next = 0;
-    PerformUntilEnd(0);
+    RunDialog(player.item);
 }
 
 void PerformWholeScript() {
@@ -86,7 +76,12 @@ void PerformWholeScript() {
 
 void RunDialog(uint64_t window) {
     const uint64_t before = std::exchange(player.top, window);
-    PerformUntilEnd(window);
+    while (player.next < player.script->size() && player.ended != window) {
+        const Step& step = (*player.script)[player.next++];
+        Add("# " + std::to_string(player.next));
+        step();
+    }
+    player.ended = 1;
     player.top = before;
 }
 

@@ -26,9 +26,10 @@ uint64_t WordOf(Value value) {
 }
 
 // A word as a function of this process takes it: a number, a pointer, or a text of wider letters.
-class Word {
-  public:
-    explicit Word(uint64_t value) : word(value) {}
+struct Word {
+    uint64_t word;
+    std::wstring text = {};
+
     template <class Value>
     operator Value*() {
         return reinterpret_cast<Value*>(PointerOf(word));
@@ -42,19 +43,15 @@ class Word {
         text.assign(letters, letters + std::char_traits<char16_t>::length(letters));
         return text.c_str();
     }
-
-  private:
-    uint64_t word;
-    std::wstring text;
 };
 
 template <class Result, class... Values>
 StandIn TakeWords(Result (*function)(Values...)) {
     return [function](const uint64_t* words) {
-        const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
-            return WordOf(function(static_cast<Values>(Word(words[I]))...));
-        };
-        return call(std::index_sequence_for<Values...>{});
+        return [&]<size_t... I>(std::index_sequence<I...>) {
+            return WordOf(function(static_cast<Values>(Word{words[I]})...));
+        }
+        (std::index_sequence_for<Values...>{});
     };
 }
 
@@ -93,14 +90,14 @@ struct Player {
     uint8_t* memory = nullptr;  // that the item can reach: the Today screen's record, behind it what messages point to
     uint64_t item = 0;
     uint64_t top = 0;    // where steps go
-    uint64_t ended = 0;  // the dialog that asked to end
+    uint64_t ended = 1;  // the dialog that asked to end; 1: none
 };
 extern Player player;
 
 void ResetPlayer();  // with the script's network
 void Perform(const Script& script);
 void PerformWholeScript();
-// For the system's stand-ins of dialogs and pages: performs steps until it ends.
+// For the system's stand-ins of dialogs and pages: performs steps until it ends, or until the last one.
 void RunDialog(uint64_t window);
 StandInTable ScriptedStandIns();  // what of the system the script answers by itself, alike on both
 

@@ -14,7 +14,7 @@ constexpr uint32_t kSetText = 0x000C, kPaintMessage = 0x000F, kNotify = 0x004E, 
                    kCommand = 0x0111, kTimer = 0x0113, kChooseEntry = 0x014E, kDropDown = 0x014F, kButtonUp = 0x0202,
                    kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243;
 constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
-constexpr uint32_t kOk = 1, kCancel = 2, kArrowDown = 0x28, kTickTimer = 11, kHighWord = 16;  // bits
+constexpr uint32_t kOk = 1, kArrowDown = 0x28, kTickTimer = 11, kHighWord = 16;  // bits
 
 // NMHDR has a window, its number and the code, each as long as a handle; `data` follow.
 void Notify(uint64_t control, int32_t code, std::initializer_list<uint32_t> data = {}) {
@@ -117,17 +117,16 @@ const Script kTraffic = {
     Network(0, 0), Tick(0, 0, 2), kPaint, Network(7, -85), Tick(1024, 2048, 4), kPaint, AddFiles};
 
 const Script kTools = {
-    Tick(10, 1), Tap(kTapSignal), kPaint, Send(kTimer, 13), Command(kOk), Tap(kTapDhcp), Command(IDC_DHCP_DETECT),
+    Tick(10, 1), Tap(kTapSignal), kPaint, Command(kOk), Tap(kTapDhcp), Command(IDC_DHCP_DETECT),
     Command(IDC_DHCP_RELEASE), Command(IDC_DHCP_RENEW), Command(kOk), Tap(kTapPing),
     Control(IDC_PING_HOST, kSetText, 0, u"192.168.7.20"), Command(IDC_PING_PING), Send(kTimer, 10),
     Control(IDC_PING_HOST, kSetText, 0, u"Router"), Command(IDC_PING_PING), Send(kTimer, 10),
     Command(IDC_PING_DELETE), Command(kOk), Tap(kTapAdapter), Command(kOk), Tap(kTapScanner),
-    Control(IDC_SCANNER_LIST, kKeyDown, kArrowDown), TapRow(IDC_SCANNER_LIST, 0), Send(kTimer, 7), Command(kOk),
-    Tap(kTapCard), Command(kOk), Tap(kTapApplet), Tap(kTapGraph), kPaint, Send(kTimer, 12), Command(kOk),
-    Tap(kTapUsage), kPaint, Date(IDC_USAGE_DATE, 2026, 1, 31), kPaint, Control(IDC_USAGE_MODE, kDropDown, 1),
+    Control(IDC_SCANNER_LIST, kKeyDown, kArrowDown), TapRow(IDC_SCANNER_LIST, 0), Command(kOk), Tap(kTapCard),
+    Command(kOk), Tap(kTapApplet), Tap(kTapGraph), kPaint, Command(kOk), Tap(kTapUsage), kPaint,
+    Date(IDC_USAGE_DATE, 2026, 1, 31), kPaint, Control(IDC_USAGE_MODE, kDropDown, 1),
     Control(IDC_USAGE_MODE, kChooseEntry, 1), Command(IDC_USAGE_MODE), kPaint, Tap(40, 50), kPaint,  // table
-    Tap(170, 50), Command(IDC_EXPORT_KEYBOARD), Date(IDC_EXPORT_FROM, 2026, 1, 5), Date(IDC_EXPORT_TO, 2026, 2, 28),
-    Command(kOk), Command(kOk)};
+    Tap(170, 50), Date(IDC_EXPORT_FROM, 2026, 1, 5), Date(IDC_EXPORT_TO, 2026, 2, 28), Command(kOk), Command(kOk)};
 
 const Script kDetector = {
     Tap(kTapDetector), Command(IDC_DETECTOR_DETECT), Send(kTimer, 14), TapRow(IDC_DETECTOR_HOSTS, 0),
@@ -142,9 +141,8 @@ const Script kOptions = {
 // The same at double scale. Then without adapter and radio.
 const Script kHighResolution = {
     Attach(480, 640), kRefresh, kRefresh, kPaint, Tick(60000, 350000, 24), kPaint, Tap(2 * kTapUsage, 20), kPaint,
-    Tap(80, 100), kPaint, Command(kOk), Tap(2 * kTapGraph, 20), kPaint, Command(kOk), Network(0, 0), Tick(0, 0),
-    Tap(2 * kTapDhcp, 20), Command(IDC_DHCP_RENEW), Command(kCancel), Tap(2 * kTapScanner, 20), Command(kCancel),
-    OpenOptions, kApply, Command(IDC_OPTIONS_DELETE_ALL), kApply, kApply, Command(kOk)};
+    Command(kOk), Tap(2 * kTapGraph, 20), kPaint, Command(kOk), Network(0, 0), Tick(0, 0), Tap(2 * kTapDhcp, 20),
+    Command(kOk), OpenOptions, kApply, Command(IDC_OPTIONS_DELETE_ALL), kApply, kApply, Command(kOk)};
 
 const Script kEnd = {Send(kClearCache, 0), AddFiles, DetachItem};
 // clang-format on

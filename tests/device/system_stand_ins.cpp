@@ -15,21 +15,20 @@ uint64_t OpenFile(const uint64_t* words) {
     return scripted::system.wireless.present ? WordOf(new fakes::Closable) : WordOf(INVALID_HANDLE_VALUE);
 }
 
-// WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
+// WIN32_FIND_DATAW as the handheld has it: an object number before the name, no short name.
 template <auto* find>
 auto Find(Word where, uint8_t* record) {
     WIN32_FIND_DATAW found = {};
     const auto result = find(where, &found);
-    memset(record, 0, 560);
     memcpy(record, &found.dwFileAttributes, sizeof(found.dwFileAttributes));
-    std::copy_n(found.cFileName, wcslen(found.cFileName), reinterpret_cast<char16_t*>(record + 40));
+    std::copy_n(found.cFileName, wcslen(found.cFileName) + 1, reinterpret_cast<char16_t*>(record + 40));
     return result;
 }
 
 template <bool creates>
 uint64_t OpenKey(const uint64_t* words) {
     HKEY key = nullptr;
-    Word name(words[1]);
+    Word name{words[1]};
     const LONG result = creates ? RegCreateKeyExW(nullptr, name, 0, nullptr, 0, 0, nullptr, &key, nullptr)
                                 : RegOpenKeyExW(nullptr, name, 0, 0, &key);
     *At<uint32_t>(static_cast<Address>(words[creates ? 7 : 4])) = static_cast<uint32_t>(WordOf(key));
@@ -48,10 +47,9 @@ uint32_t LoadModule(const char16_t* name) {
 }
 
 bool FreeModule(uint32_t module) {
-    if (module != handheld->base || --handheld->libraryUses == 0) {
-        handheld->faults += "unloads itself while it runs, or what it did not load\n";
-    }
-    return true;
+    const bool isFine = module == handheld->base && --handheld->libraryUses != 0;
+    handheld->faults += isFine ? "" : "unloads itself while it runs, or what it did not load\n";
+    return isFine;
 }
 
 uint64_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {

@@ -27,11 +27,10 @@ namespace {
 
 // Messages that show or ask something, and their two arguments; others are left out.
 const std::map<uint32_t, const char*> kMessages = {
-    {0x00C5, "i"}, {0x00F0, "="}, {0x00F1, "i"}, {0x0141, "i"}, {0x0143, "is"}, {0x0147, "="}, {0x014B, "i"},
-    {0x014E, "i"}, {0x0402, "i"}, {0x0467, "ii"}, {0x1002, "i(iiii)"}, {0x1004, "="}, {0x1009, "i"}, {0x100C, "ii="},
-    {0x102B, "i(---ii)"}, {0x1030, "i"}, {0x104B, "i(iii)=-(-----s-ii)"}, {0x104C, "i(iii--s-i)"},
-    {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="}, {0x1061, "i(iiis)"}, {0x1073, "i(-ii)=-(-----s)"},
-    {0x1074, "i(iii--s-i)"},
+    {0x00F0, "="}, {0x00F1, "i"}, {0x0143, "is"}, {0x0147, "="}, {0x014B, "i"}, {0x014E, "i"}, {0x0402, "i"},
+    {0x1002, "i(iiii)"}, {0x1004, "="}, {0x1009, "i"}, {0x100C, "ii="}, {0x104B, "i(iii)=-(-----s-ii)"},
+    {0x104C, "i(iii--s-i)"}, {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="}, {0x1061, "i(iiis)"},
+    {0x1073, "i(-ii)=-(-----s)"}, {0x1074, "i(iii--s-i)"},
 };
 // clang-format on
 
@@ -92,7 +91,6 @@ void Add(const std::string& line) {
 }
 
 uint64_t TraceCall(const std::string& function, const uint64_t* words, const StandIn& perform) {
-    constexpr size_t kAlike = 5;  // letters in which LoadIconW and a desktop's LoadImageW agree
     const auto shape = kTracedFunctions.find(function);
     const char* letters = shape != kTracedFunctions.end() ? shape->second : "";
     const char* message = strchr(letters, 'm');
@@ -101,7 +99,7 @@ uint64_t TraceCall(const std::string& function, const uint64_t* words, const Sta
     if (*letters == 0 || (message != nullptr && known == kMessages.end())) {
         return perform(words);
     }
-    Add(function.substr(0, kAlike) + Arguments(letters, words));
+    Add((function == "LoadImageW" ? "LoadIconW" : function) + Arguments(letters, words));  // a desktop's way to an icon
     const uint64_t result = perform(words);
     if (const char* answer = strchr(message != nullptr ? known->second : letters, '=')) {
         Add("= " + Number(result) + Arguments(answer + 1, asked));

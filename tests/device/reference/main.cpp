@@ -7,7 +7,6 @@
 #include "item/settings.h"
 #include "platform/dialogs.h"
 #include "platform/property_sheet.h"
-#include "platform/today.h"
 #include "platform/worker.h"
 #include "resources/resource_ids.h"
 #include "tests/device/player.h"
@@ -85,10 +84,6 @@ void HookSystem() {
     }
 }
 
-HWND Handle(uint64_t number) {
-    return reinterpret_cast<HWND>(number);
-}
-
 }  // namespace
 
 // Instead of the desktop's own, which scale templates and wait.
@@ -144,15 +139,16 @@ void OpenOptions() {
 
 int64_t SendTo(uint64_t window, uint32_t message, uint64_t wParam, uint64_t lParam) {
     static const auto send = reinterpret_cast<decltype(&SendMessageW)>(Original("SendMessageW"));
-    return send(Handle(window), message, wParam, static_cast<LPARAM>(lParam));
+    return send(reinterpret_cast<HWND>(window), message, wParam, static_cast<LPARAM>(lParam));
 }
 
 void SendToControl(uint32_t number, uint32_t message, uint64_t wParam, const void* lParam) {
-    SendTo(WordOf(GetDlgItem(Handle(player.top), static_cast<int>(number))), message, wParam, WordOf(lParam));
+    HWND control = GetDlgItem(reinterpret_cast<HWND>(player.top), static_cast<int>(number));
+    SendTo(WordOf(control), message, wParam, WordOf(lParam));
 }
 
 int NumberOf(uint64_t window) {
-    return GetDlgCtrlID(Handle(window));
+    return GetDlgCtrlID(reinterpret_cast<HWND>(window));
 }
 
 int main(int, char** arguments) {
