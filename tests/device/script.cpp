@@ -110,7 +110,8 @@ const Script kBegin = {
     Clock(2026, 1, 31, 22), Network(3, -60), Attach(240, 320), kRefresh, kRefresh, kPaint, Tick(0, 0)};
 
 const Script kTraffic = {
-    kPaint, Tick(1500, 700), Tick(900000, 250000, 5), kRefresh, kPaint, Clock(2026, 1, 31, 23), Tick(3000000, 20000, 16),
+    Clock(2026, 1, 30, 9), Tick(1 << 20, 1 << 19), Clock(2026, 1, 31, 22), kPaint, Tick(1500, 700),  // 1 MB at once
+    Tick(900000, 250000, 5), kRefresh, kPaint, Clock(2026, 1, 31, 23), Tick(3000000, 20000, 16),
     kPaint, Clock(2026, 2, 1, 0),  // hour, day and month at once
     Tick(700, 600, 3), Tick(0U - 50000000, 0U - 50000000),  // a fall, below 0, counts nothing
     Tick(100000, 50000000),  // the counters wrap
