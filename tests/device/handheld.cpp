@@ -40,13 +40,13 @@ bool RunSheet(const std::array<uint32_t, 10>* header) {
 
 // What the desktop's control answered, which is the trace's next line there: result, and a text or the fields that were
 // asked for. Without such a trace every control answers alike.
-int32_t Answer(char16_t* text, int32_t* fields) {
+int32_t Answer(char16_t* text, size_t room, int32_t* fields = nullptr) {
     const std::string answer = player.reference.empty() ? "= 1 \"192.168.7.20\"" : player.reference.front();
     int32_t result = 1, others[2];
     fields = fields != nullptr ? fields : others;
     sscanf(answer.c_str(), "= %d ( null %d %d", &result, fields, fields + 1);
     if (const size_t quote = answer.find('"'); text != nullptr && quote < answer.size()) {
-        *std::copy(answer.begin() + quote + 1, answer.begin() + answer.rfind('"'), text) = 0;
+        *std::copy_n(answer.begin() + quote + 1, std::min(answer.rfind('"') - quote, room) - 1, text) = 0;
     }
     return result;
 }
@@ -54,7 +54,8 @@ int32_t Answer(char16_t* text, int32_t* fields) {
 // LVITEMW has text, image and data from its sixth word on.
 int32_t AnswerMessage(uint32_t message, int32_t* item) {
     constexpr uint32_t kGetItem = 0x104B, kGetCell = 0x1073;
-    return Answer(message == kGetCell ? At<char16_t>(item[5]) : nullptr, message == kGetItem ? item + 7 : nullptr);
+    return message == kGetCell ? Answer(At<char16_t>(item[5]), item[6])
+                               : Answer(nullptr, 0, message == kGetItem ? item + 7 : nullptr);
 }
 
 StandInTable WindowStandIns() {
@@ -66,7 +67,7 @@ StandInTable WindowStandIns() {
          [](uint64_t, uint32_t number, uint64_t, Address procedure) { return OpenDialog(number, procedure); }},
         {"FindResourceW", secondArgument},
         {"GetDlgItem", secondArgument},
-        {"GetDlgItemTextW", [](uint64_t, uint32_t, char16_t* text) { return Answer(text, nullptr); }},
+        {"GetDlgItemTextW", [](uint64_t, uint32_t, char16_t* text, uint32_t room) { return Answer(text, room); }},
         {"LoadResource", secondArgument},
         {"PropertySheetW", RunSheet},
         // WNDCLASSW, whose procedure is its second word.
