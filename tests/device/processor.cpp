@@ -91,8 +91,9 @@ void BindImports(Address row) {
     constexpr uint32_t kByOrdinal = 0x80000000;
     std::map<std::string, std::string> names;  // by library and ordinal
     std::ifstream list(QUORVANE_IMPORTS);
-    for (std::string function, library, ordinal; list >> function >> library && std::getline(list, ordinal);) {
-        names[library + ".dll" + ordinal] = function;
+    for (std::string function, library, ordinal; list >> function >> library >> ordinal;) {
+        names[library + ".dll " + ordinal] = function;
+        list.ignore(kPageBytes, '\n');
     }
     for (; *At<uint32_t>(row) != 0; row += 20) {
         const std::string library = At<char>(AddressIn(row + 12));
