@@ -3,7 +3,7 @@
 #pragma once
 
 #include <atomic>
-#include <string>
+#include <string_view>
 
 namespace fakes {
 
@@ -14,10 +14,10 @@ enum class Faults { Once, FromThereOn, OfItsFunction };
 struct Countdown {
     int nth = 0;
     Faults faults = Faults::Once;
-    int calls = 0;       // so far
-    std::string failed;  // the function that failed first
+    int calls = 0;         // so far
+    char failed[40] = {};  // the function that failed first
 };
-inline thread_local Countdown countdown;
+inline constinit thread_local Countdown countdown;
 
 // Handles, keys and memory that were taken and not returned.
 inline std::atomic<int> openResources = 0;
@@ -29,7 +29,7 @@ inline int OpenResources() {
 inline bool Fails(std::string_view function) {
     const int call = ++countdown.calls;
     if (call == countdown.nth) {
-        countdown.failed = function;
+        function.copy(countdown.failed, sizeof(countdown.failed) - 1);
     }
     return countdown.nth != 0 && call >= countdown.nth &&
            (call == countdown.nth || countdown.faults == Faults::FromThereOn ||

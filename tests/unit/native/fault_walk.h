@@ -91,7 +91,7 @@ inline void WalkFaults(void (*prepare)(), const Values& whole, const Others& oth
             const Contents before = prepared();
             const int resources = fakes::OpenResources();
             const Contents outcome = OutcomeOf(run, {nth, faults, 0, {}});
-            SCOPED_TRACE(fakes::countdown.failed + ", call " + std::to_string(nth));
+            SCOPED_TRACE(std::string(fakes::countdown.failed) + ", call " + std::to_string(nth));
             EXPECT_EQ(fakes::OpenResources(), resources);
             EXPECT_EQ(Broken(outcome, before, complete, others), L"");
             if (outcome != complete) {
