@@ -137,7 +137,7 @@ def measure_handheld(figures):
     library = f"{ROOT}/build/device/quorvane.dll"
     measure_library(figures, library, "handheld: ")
     os.environ["QUORVANE_DEVICE_LIBRARY"] = library
-    printed = output_of([f"{NATIVE}/tests/device/device_tests", "--gtest_filter=Figures.*"])
+    printed = output_of([f"{NATIVE}/bench/handheld_figures"])
     for name, number in re.findall(r"^([a-z]+(?:_[a-z]+)+) (\d+)$", printed, re.MULTILINE):
         figures.add(f"handheld: {name.replace('_', ' ')}", int(number), "bytes" if "stack" in name else "")
 

@@ -8,60 +8,42 @@
 
 namespace {
 
-// A record of the guest: numbers and texts by their places.
-std::string Record(size_t bytes, const std::map<size_t, uint64_t>& numbers,
-                   const std::map<size_t, std::string>& texts) {
-    std::string record(bytes, 0);
-    for (const auto& [place, number] : numbers) {
-        memcpy(&record[place], &number, sizeof(uint32_t));
+// Fills a record, numbers and texts by their places, or tells how much room it needs.
+bool Give(uint8_t* buffer, ULONG* size, ULONG bytes, const std::map<size_t, uint64_t>& numbers,
+          const std::map<size_t, std::string>& texts) {
+    const bool fits = buffer != nullptr && *size >= bytes;
+    *size = bytes;
+    for (auto number = numbers.begin(); fits && number != numbers.end(); ++number) {
+        memcpy(buffer + number->first, &number->second, sizeof(uint32_t));
     }
-    for (const auto& [place, text] : texts) {
-        record.replace(place, text.size(), text);
+    for (auto text = texts.begin(); fits && text != texts.end(); ++text) {
+        text->second.copy(reinterpret_cast<char*>(buffer + text->first), text->second.size());
     }
-    return record;
+    return fits;
 }
 
-// The protocol of most calls: how much room the data need, and the data when there is as much.
-DWORD Give(const std::string& data, void* buffer, ULONG* size) {
-    const bool fits = buffer != nullptr && *size >= data.size();
-    *size = static_cast<ULONG>(data.size());
-    if (fits) {
-        memcpy(buffer, data.data(), data.size());
-    }
-    return fits ? NO_ERROR : ERROR_BUFFER_OVERFLOW;
-}
-
-// IP_ADAPTER_INFO, each with the address of the next one in front.
-DWORD GetAdapters(void* buffer, ULONG* size) {
-    constexpr size_t kBytes = 640;
-    const auto& adapters = scripted::system.adapters;
-    std::string list;
-    for (const scripted::Adapter& a : adapters) {
-        const Address next = &a != &adapters.back() ? AddressAt(buffer) + list.size() + kBytes : 0;
+// IP_ADAPTER_INFO of the only adapter.
+DWORD GetAdapters(uint8_t* buffer, ULONG* size) {
+    for (const scripted::Adapter& a : scripted::system.adapters) {
         // clang-format off
-        list += Record(kBytes,
-            {{0, next}, {400, a.hardwareAddress.size()}, {412, a.index}, {416, a.type}, {420, a.dhcpEnabled},
-             {548, a.haveWins}, {632, a.leaseObtained}, {636, a.leaseExpires}},
+        const bool fits = Give(buffer, size, 640,
+            {{400, a.hardwareAddress.size()}, {412, a.index}, {416, a.type}, {420, a.dhcpEnabled}, {548, a.haveWins},
+             {632, a.leaseObtained}, {636, a.leaseExpires}},
             {{8, a.name}, {268, a.description}, {404, {a.hardwareAddress.begin(), a.hardwareAddress.end()}},
              {432, a.address}, {448, a.mask}, {472, a.gateway}, {512, a.dhcpServer}, {556, a.primaryWins},
              {596, a.secondaryWins}});
         // clang-format on
+        return fits ? NO_ERROR : ERROR_BUFFER_OVERFLOW;
     }
-    return adapters.empty() ? ERROR_NO_DATA : Give(list, buffer, size);
+    return ERROR_NO_DATA;
 }
 
-// IP_INTERFACE_INFO: a count, then an index and 128 units of name each. There is room for one more.
-DWORD GetInterfaces(void* buffer, ULONG* size) {
-    const auto& adapters = scripted::system.adapters;
-    std::string list = Record(4, {{0, adapters.size()}}, {});
-    for (const scripted::Adapter& adapter : adapters) {
-        std::string wide;
-        for (const char letter : adapter.name) {
-            wide += {letter, 0};
-        }
-        list += Record(260, {{0, adapter.index}}, {{4, wide}});
-    }
-    return Give(list + Record(260, {}, {}), buffer, size) == NO_ERROR ? NO_ERROR : ERROR_INSUFFICIENT_BUFFER;
+// IP_INTERFACE_INFO: a count, then index and name (UTF-16) of the only adapter.
+DWORD GetInterfaces(uint8_t* buffer, ULONG* size) {
+    const size_t count = scripted::system.adapters.size();
+    const uint32_t index = count != 0 ? scripted::system.adapters[0].index : 0;
+    const bool fits = Give(buffer, size, 264, {{0, count}, {4, index}}, {{8, {"W\0L\0A\0N\0001", 9}}});
+    return fits ? NO_ERROR : ERROR_INSUFFICIENT_BUFFER;
 }
 
 // MIB_IFROW: letters of half the width come before what is alike.
@@ -72,21 +54,6 @@ DWORD GetInterfaceRow(uint8_t* row) {
     const DWORD result = platform::GetIfEntry(&wide);
     memcpy(row + 512, &wide.dwIndex, kRest);
     return result;
-}
-
-// IP_PER_ADAPTER_INFO, whose list of name servers begins at 12; further ones stand behind it.
-DWORD GetNameServers(uint32_t index, void* buffer, ULONG* size) {
-    for (const scripted::Adapter& adapter : scripted::system.adapters) {
-        std::string list = Record(12, {}, {});
-        for (const std::string& server : adapter.dnsServers) {
-            const Address next = server != adapter.dnsServers.back() ? AddressAt(buffer) + list.size() + 40 : 0;
-            list += Record(40, {{0, next}}, {{4, server}});
-        }
-        if (adapter.index == index) {
-            return Give(list, buffer, size);
-        }
-    }
-    return ERROR_INVALID_PARAMETER;
 }
 
 // The binding's name behind a record of five words, or the value behind an identifier and the binding's name.
@@ -112,24 +79,17 @@ StandInTable NetworkStandIns() {
         {"GetAdaptersInfo", GetAdapters},
         {"GetInterfaceInfo", GetInterfaces},
         {"GetIfEntry", GetInterfaceRow},
-        {"GetPerAdapterInfo", GetNameServers},
         {"GetIpNetTable", platform::GetIpNetTable},
         {"IpReleaseAddress", platform::IpReleaseAddress},
         {"IpRenewAddress", platform::IpRenewAddress},
         {"IcmpSendEcho", platform::IcmpSendEcho},
         {"DeviceIoControl", DeviceIoControl},
-        {"WSAStartup", [](uint32_t, uint8_t* data) { return memset(data, 0, 400), 0; }},
         {"inet_addr", [](const char* text) { return inet_addr(text); }},
         {"htons", [](uint16_t value) { return htons(value); }},
         {"htonl", [](uint32_t value) { return htonl(value); }},
         {"ntohl", [](uint32_t value) { return ntohl(value); }},
-        {"ConnMgrEstablishConnection",
-         [](const uint32_t* request, uint32_t* connection) {
-             return *connection = 0xC0, *request == 64 ? S_OK : E_FAIL;
-         }},
         {"ConnMgrConnectionStatus",
          [](uint32_t, DWORD* status) { return platform::ConnMgrConnectionStatus(nullptr, status); }},
-        {"ConnMgrProviderMessage", [] { return E_NOINTERFACE; }},
         {"InternetConnectW",
          [](uint64_t, const wchar_t* host) { return scripted::system.internet.hosts.push_back(host), NewHandle(); }},
         {"InternetReadFile", platform::InternetReadFile},

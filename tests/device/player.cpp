@@ -1,175 +1,109 @@
-// Steps become the messages that a person, the host and the system cause.
+// Performs scripts; and what of the system the script answers by itself, alike on both: time, the network's peers, a
+// person's answers.
 
 #include "tests/device/player.h"
+#include "tests/support/access_point_list.h"
 #include "tests/support/wireless_values.h"
 
-using namespace device_script;
-using namespace device_script::steps;
+Player player;
 
 namespace {
 
-// Numbers of messages and notifications, the same on every Windows.
-constexpr uint32_t kSetText = 0x000C, kPaint = 0x000F, kNotify = 0x004E, kSetCheck = 0x00F1, kCommand = 0x0111,
-                   kTimer = 0x0113, kChooseEntry = 0x014E, kDropDown = 0x014F, kButtonUp = 0x0202,
-                   kClearCache = 0x0400 + 242, kQueryRefresh = 0x0400 + 243, kSetDate = 0x1000 + 2,
-                   kSetRowState = 0x1000 + 43;
-constexpr int32_t kPageLeft = -201, kPageApplied = -202, kRowTapped = -2, kDateChanged = -759;
-constexpr uint32_t kChosen = 1, kTickTimer = 11, kHighWord = 16;  // CBN_SELCHANGE; the item's timer; bits
-
-void SetClock(Player& p, const Step& s) {
-    const auto word = [](uint32_t value) { return static_cast<WORD>(value); };
-    p.time = {word(s.a), word(s.b), 0, word(s.c), word(s.d), 30, 15, 0};
+// In 192.168.7.0/24 three hosts answer; the last byte of their address tells the rest.
+std::optional<platform::EchoReply> AnswerEcho(uint32_t address, DWORD) {
+    platform::EchoReply reply = {};
+    reply.address = address;
+    reply.roundTripTime = address >> 24;
+    reply.timeToLive = 64;
+    const bool answers = reply.roundTripTime == 1 || reply.roundTripTime == 20 || reply.roundTripTime == 250;
+    return answers ? std::optional(reply) : std::nullopt;
 }
 
-void RunTicks(Player& p, const Step& s) {
-    for (uint32_t i = 0; i < s.c; ++i) {
-        for (scripted::Adapter& adapter : scripted::system.adapters) {
-            adapter.received += s.a;
-            adapter.transmitted += s.b;
-        }
-        p.tickCount += 2000;
-        p.Send(p.item, kTimer, kTickTimer, 0);
+bool GetClientArea(uint64_t window, int32_t* area) {
+    area[0] = area[1] = 0;
+    area[2] = static_cast<int32_t>(player.screenWidth);
+    area[3] = static_cast<int32_t>(window == player.item ? 24 : player.screenHeight);
+    return true;
+}
+
+bool GetSpecialFolder(uint64_t, char16_t* path, int folder) {
+    const std::u16string_view name = folder == CSIDL_PERSONAL ? u"\\My Documents" : u"\\Program Files";
+    path[name.copy(path, name.size())] = 0;
+    return true;
+}
+
+// No font decides how wide a text is.
+int DrawOrMeasure(uint64_t, const char16_t* text, int, int32_t* area, int flags) {
+    constexpr int kMeasure = 0x400, kHeight = 12, kCharacterWidth = 5;  // DT_CALCRECT
+    if ((flags & kMeasure) != 0) {
+        area[2] = area[0] + kCharacterWidth * static_cast<int32_t>(std::u16string_view(text).size());
+        area[3] = area[1] + kHeight;
     }
+    return kHeight;
 }
-
-void ChooseEntry(Player& p, const Step& s) {
-    p.SendToControl(s.a, kDropDown, 1);
-    p.SendToControl(s.a, kChooseEntry, s.b);
-    p.SendToTop(kCommand, s.a | kChosen << kHighWord, p.ControlOf(p.top, s.a));
-    p.SendToControl(s.a, kDropDown, 0);
-}
-
-const std::map<Act, void (*)(Player& p, const Step& s)> kActs = {
-    {Attach,
-     [](Player& p, const Step& s) {
-         p.screenWidth = s.a;
-         p.screenHeight = s.b;
-         p.trace.names.clear();
-         p.item = p.top = p.Attach();
-     }},
-    {Detach, [](Player& p, const Step&) { p.Detach(); }},
-    {Clock, SetClock},
-    {Adapters,
-     [](Player&, const Step& s) {
-         scripted::system.adapters = {kAdapters, kAdapters + s.a};
-         for (scripted::Adapter& adapter : scripted::system.adapters) {
-             adapter.index += s.b;
-         }
-     }},
-    {Radio,
-     [](Player&, const Step& s) {
-         scripted::system.wireless.present = s.a != 0;
-         scripted::system.wireless.values[OID_802_11_RSSI] = NdisFields({s.b});
-     }},
-    {Tick, RunTicks},
-    {Refresh, [](Player& p, const Step&) { p.Ask(kQueryRefresh); }},
-    {Clear, [](Player& p, const Step&) { p.Ask(kClearCache); }},
-    {Paint, [](Player& p, const Step&) { p.SendToTop(kPaint); }},
-    {Tap, [](Player& p, const Step& s) { p.SendToTop(kButtonUp, 0, s.a | s.b << kHighWord); }},
-    {Options, [](Player& p, const Step&) { p.OpenOptions(); }},
-    {Command, [](Player& p, const Step& s) { p.SendToTop(kCommand, s.a | s.b << kHighWord, p.ControlOf(p.top, s.a)); }},
-    {Timer, [](Player& p, const Step& s) { p.SendToTop(kTimer, s.a); }},
-    {Text,
-     [](Player& p, const Step& s) {
-         std::copy_n(s.text, strlen(s.text) + 1, reinterpret_cast<char16_t*>(p.memory + kRecordBytes));
-         p.SendToControl(s.a, kSetText, 0, WordOf(p.memory + kRecordBytes));
-     }},
-    {Choose, ChooseEntry},
-    {Date,
-     [](Player& p, const Step& s) {
-         const uint32_t month = s.b | s.c << kHighWord, day = s.d << kHighWord, noon = 12;
-         p.SendToControl(s.a, kSetDate, 0, p.Store({month, day, noon, 0}));
-         p.Notify(s.a, kDateChanged, {0, month, day, noon, 0});
-     }},
-    {Check, [](Player& p, const Step& s) { p.SendToControl(s.a, kSetCheck, s.b); }},
-    {Select,  // LVITEM
-     [](Player& p, const Step& s) {
-         p.SendToControl(s.a, kSetRowState, s.b, p.Store({0, 0, 0, 3, 3, 0}));
-     }},
-    {Row,
-     [](Player& p, const Step& s) {
-         p.Notify(s.a, kRowTapped, {s.b, 0});
-     }},  // NMLISTVIEW
-    {Answer, [](Player& p, const Step& s) { p.answer = s.a; }},
-    {Apply,
-     [](Player& p, const Step&) {
-         p.Notify(0, kPageLeft);
-         p.Notify(0, kPageApplied);
-         p.ended = p.top;
-     }},
-};
 
 }  // namespace
 
-Player* player = nullptr;
-
-void Player::Run(std::span<const Step> toPerform) {
-    player = this;
-    steps = toPerform;
-    next = 0;
-    PerformUntilEnd(0);
+void ResetPlayer() {
+    player = {};
+    scripted::Reset();
+    scripted::Platform& system = scripted::system;
+    system.arp = {{0x0107A8C0, {2, 0, 0, 0, 7, 1}}, {0x1407A8C0, {2, 0, 0, 0, 7, 20}}};
+    system.echo = AnswerEcho;
+    system.results["GetPerAdapterInfo size"] = ERROR_NO_DATA;
+    system.internet.answers[L"ip1.quorvane.net"].pieces = {"203.0.113.77\n"};
+    UseWireless();
+    system.wireless.values = {
+        {OID_802_11_BSSID, {2, 0, 0, 0, 0, 1}},
+        {OID_802_11_SSID, SsidValue("Office & Lab", 12)},
+        {OID_802_11_BSSID_LIST_SCAN, {}},
+        {OID_802_11_CONFIGURATION, NdisFields({32, 100, 10, 2437000, 0, 0, 0, 0})},
+        {OID_802_11_BSSID_LIST, AccessPointListBuilder().Add("Office & Lab", 1, -52, 1).Add("guest", 2, -81).Value()},
+    };
 }
 
-// What is still posted when the dialog ends is lost with it.
-void Player::PerformUntilEnd(uint64_t window) {
-    for (;;) {
-        while (!posted.empty() && posted.front()[0] == window && ended != window) {
-            const auto [to, message, wParam] = posted.front();
-            posted.pop_front();
-            Send(to, static_cast<uint32_t>(message), wParam, 0);
-        }
-        if (next == steps.size() || (window != 0 && ended == window)) {
-            break;
-        }
-        const Step& step = steps[next++];
-        trace.Add("# " + std::to_string(next));
-        kActs.at(step.act)(*this, step);
-    }
-    ended = 0;
-    std::erase_if(posted, [&](const auto& message) { return message[0] == window; });
+void Perform(const Script& script) {
+    player.script = &script;
+    player.next = 0;
+    RunDialog(player.item);
 }
 
-void Player::RunDialog(uint64_t window) {
-    const uint64_t before = std::exchange(top, window);
-    PerformUntilEnd(window);
-    top = before;
-    CloseWindow(window);
-    const std::string name = trace.NameOf(window) + "/";
-    std::erase_if(trace.names, [&](const auto& entry) { return (entry.second + "/").starts_with(name); });
-}
-
-uint64_t Player::Store(std::initializer_list<uint32_t> words) {
-    std::copy(words.begin(), words.end(), reinterpret_cast<uint32_t*>(memory + kRecordBytes));
-    return WordOf(memory + kRecordBytes);
-}
-
-void Player::Ask(uint32_t message) {
-    const int64_t result = Send(item, message, 0, WordOf(memory));
-    uint32_t height = 0;
-    memcpy(&height, memory + kRecordHeight, sizeof(height));
-    trace.Add("  result " + std::to_string(result) + " height " + std::to_string(height));
-}
-
-// What a dialog's procedure returns is not what the system returns, so that only the item's results count.
-void Player::SendToTop(uint32_t message, uint64_t wParam, uint64_t lParam) {
-    const uint64_t window = top;
-    const int64_t result = Send(window, message, wParam, lParam);
-    if (window == item) {
-        trace.Add("  result " + std::to_string(result));
+void PerformWholeScript() {
+    for (const Script* script : {&kBegin, &kTraffic, &kTools, &kDetector, &kOptions, &kEnd, &kHighResolution, &kEnd}) {
+        Perform(*script);
     }
 }
 
-void Player::SendToControl(uint32_t number, uint32_t message, uint64_t wParam, uint64_t lParam) {
-    Send(ControlOf(top, number), message, wParam, lParam);
+void RunDialog(uint64_t window) {
+    const uint64_t before = std::exchange(player.top, window);
+    while (player.next < player.script->size() && player.ended != window) {
+        const Step& step = (*player.script)[player.next++];
+        Add("# " + std::to_string(player.next));
+        step();
+    }
+    player.ended = 1;
+    player.top = before;
 }
 
-// NMHDR has the control, its number and the code, each as long as a handle; `data` follow.
-void Player::Notify(uint32_t control, int32_t code, std::initializer_list<uint32_t> data) {
-    uint8_t* at = memory + kRecordBytes;
-    for (const uint64_t field : {ControlOf(top, control), uint64_t{control}, static_cast<uint64_t>(code)}) {
-        memcpy(at, &field, trace.pointerBytes);
-        at += trace.pointerBytes;
-    }
-    std::copy(data.begin(), data.end(), reinterpret_cast<uint32_t*>(at));
-    SendToTop(kNotify, control, WordOf(memory + kRecordBytes));
+StandInTable ScriptedStandIns() {
+    return {
+        {"CreateProcessW", [] { return false; }},
+        {"DrawTextW", DrawOrMeasure},
+        {"EndDialog", [](uint64_t dialog) { return player.ended = dialog; }},
+        {"GetClientRect", GetClientArea},
+        {"GetLocalTime", [](SYSTEMTIME* time) { return *time = player.time, true; }},
+        {"GetPixel", [] { return 0; }},
+        {"GetSystemMetrics", [](uint32_t which) { return which == 0 ? player.screenWidth : player.screenHeight; }},
+        {"GetTickCount", [] { return player.tickCount; }},
+        {"GetTimeZoneInformation", [](uint8_t* zone) { return memset(zone, 0, 172), 0; }},  // UTC, no daylight saving
+        // Yes or OK.
+        {"MessageBoxW", [](uint64_t, uint64_t, uint64_t, uint32_t flags) { return (flags & 7) == 4 ? 6 : 1; }},
+        {"PostMessageW", [] { return true; }},
+        {"SetTimer", [](uint64_t, uint32_t timer) { return timer; }},
+        {"SHGetSpecialFolderPathW", GetSpecialFolder},
+        {"Sleep", [] { return 0; }},
+        // No peer tells its name.
+        {"gethostbyname", [] { return 0; }},
+        {"socket", [] { return -1; }},
+    };
 }

@@ -8,74 +8,56 @@
 
 namespace {
 
-// Pointers of this process that the guest knows by numbers.
-std::map<uint64_t, const void*> handles;
-
-uint32_t NewClosable() {
-    return static_cast<uint32_t>(WordOf(new fakes::Closable));
-}
-
 uint64_t OpenFile(const uint64_t* words) {
     if (At<char16_t>(static_cast<Address>(words[0])) != std::u16string_view(u"UIO1:")) {
         return TakeWords(CreateFileW)(words);
     }
-    return scripted::system.wireless.present ? NewClosable() : WordOf(INVALID_HANDLE_VALUE);
+    return scripted::system.wireless.present ? WordOf(new fakes::Closable) : WordOf(INVALID_HANDLE_VALUE);
 }
 
-// WIN32_FIND_DATAW as the handheld has it: 560 bytes, an object number before the name, no short name.
+// WIN32_FIND_DATAW as the handheld has it: an object number before the name, no short name.
 template <auto* find>
 auto Find(Word where, uint8_t* record) {
     WIN32_FIND_DATAW found = {};
     const auto result = find(where, &found);
-    memset(record, 0, 560);
     memcpy(record, &found.dwFileAttributes, sizeof(found.dwFileAttributes));
-    std::copy_n(found.cFileName, wcslen(found.cFileName), reinterpret_cast<char16_t*>(record + 40));
+    std::copy_n(found.cFileName, wcslen(found.cFileName) + 1, reinterpret_cast<char16_t*>(record + 40));
     return result;
 }
 
 template <bool creates>
 uint64_t OpenKey(const uint64_t* words) {
     HKEY key = nullptr;
-    Word name(words[1]);
+    Word name{words[1]};
     const LONG result = creates ? RegCreateKeyExW(nullptr, name, 0, nullptr, 0, 0, nullptr, &key, nullptr)
                                 : RegOpenKeyExW(nullptr, name, 0, 0, &key);
     *At<uint32_t>(static_cast<Address>(words[creates ? 7 : 4])) = static_cast<uint32_t>(WordOf(key));
     return static_cast<uint64_t>(result);
 }
 
-uint32_t LocalAllocate(uint32_t flags, uint32_t bytes) {
-    constexpr uint32_t kZeroed = 0x40;
-    constexpr uint8_t kUnset = 0xCD;
-    const Address block = Allocate(bytes);
-    if (block != 0 && (flags & kZeroed) == 0) {
-        memset(At<void>(block), kUnset, bytes);
-    }
-    return block;
+uint32_t FreeBlock(Address block) {
+    handheld->faults += block != 0 && handheld->blocks.erase(block) == 0 ? "freed what is no block\n" : "";
+    return 0;
 }
-
-// The library itself stands in the Windows folder.
-constexpr std::u16string_view kPath = u"\\Windows\\quorvane.dll";
 
 uint32_t LoadModule(const char16_t* name) {
-    if (name != kPath && Narrow(name) != "cellcore.dll" && Narrow(name) != "wininet.dll") {
-        AddFault("loads another library");
-    }
-    handheld->libraryUses += name == kPath ? 1 : 0;
-    return name == kPath ? bed->imageBase : NewHandle();
+    const bool isItself = Narrow(name) == "quorvane.dll";
+    handheld->libraryUses += isItself ? 1 : 0;
+    return isItself ? handheld->base : NewHandle();
 }
 
-void FreeModule(uint32_t module) {
-    if (module != bed->imageBase || --handheld->libraryUses == 0) {
-        AddFault("unloads itself while it runs, or what it did not load");
-    }
+bool FreeModule(uint32_t module) {
+    const bool isFine = module == handheld->base && --handheld->libraryUses != 0;
+    handheld->faults += isFine ? "" : "unloads itself while it runs, or what it did not load\n";
+    return isFine;
 }
 
-uint32_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
+uint64_t StartThread(uint64_t, uint32_t, Address function, uint32_t argument) {
     handheld->waitingThreads.emplace_back(function, argument);
     if (!handheld->threadsWait) {
-        handheld->RunThreads();
+        RunThreads();
     }
-    return NewClosable();
+    return WordOf(new fakes::Closable);
 }
 
 // Both ways: code page, flags, source, its units, target, its room (0: asks for it). Between 0x80 and 0x9F a handheld
@@ -85,11 +67,6 @@ uint32_t Translate(uint32_t, uint32_t, const From* source, uint32_t units, To* t
     std::transform(source, source + std::min(units, room), target,
                    [](From letter) { return static_cast<To>(letter < 0x100 ? letter : '?'); });
     return room != 0 && units > room ? 0 : units;
-}
-
-uint32_t FindLast(const char16_t* text, char16_t unit) {
-    const size_t at = std::u16string_view(text).rfind(unit);
-    return at == std::u16string_view::npos ? 0 : AddressAt(text + at);
 }
 
 using Text = const char16_t*;
@@ -102,13 +79,13 @@ uint64_t WordOf(const void* pointer) {
         return static_cast<uint32_t>(place);
     }
     const uint32_t handle = NewHandle();
-    handles[handle] = pointer;
+    handheld->handles[handle] = pointer;
     return handle;
 }
 
 void* PointerOf(uint64_t word) {
-    const auto found = handles.find(word);
-    return found != handles.end() ? const_cast<void*>(found->second) : reinterpret_cast<void*>(word);
+    const auto found = handheld->handles.find(word);
+    return found != handheld->handles.end() ? const_cast<void*>(found->second) : reinterpret_cast<void*>(word);
 }
 
 StandInTable SystemStandIns() {
@@ -132,14 +109,12 @@ StandInTable SystemStandIns() {
         {"RegQueryValueExW", RegQueryValueExW},
         {"RegSetValueExW", RegSetValueExW},
         {"RegCloseKey", RegCloseKey},
-        {"LocalAlloc", LocalAllocate},
-        {"LocalFree", [](Address block) { return block != 0 ? Free(block) : void(), 0; }},
+        {"LocalAlloc", [](uint32_t, uint32_t bytes) { return Allocate(bytes); }},
+        {"LocalFree", FreeBlock},
         {"LoadLibraryW", LoadModule},
         {"FreeLibrary", FreeModule},
-        {"FreeLibraryAndExitThread", [](uint32_t module) { return bed->threadEnds = true, FreeModule(module); }},
-        {"GetModuleHandleW", [](Text name) { return Narrow(name) == "quorvane.dll" ? bed->imageBase : 0; }},
-        {"GetModuleFileNameW",
-         [](uint32_t, char16_t* path) { return *std::copy(kPath.begin(), kPath.end(), path) = 0, kPath.size(); }},
+        {"FreeLibraryAndExitThread", [](uint32_t module) { return handheld->threadEnds = true, FreeModule(module); }},
+        {"GetModuleFileNameW", [](uint32_t, char16_t* path) { return memcpy(path, u"quorvane.dll", 26); }},
         {"GetProcAddressW", [](uint32_t, Text name) { return StandInAddress(Narrow(name)); }},
         {"CreateThread", StartThread},
         {"WaitForSingleObject", [] { return 0; }},
@@ -151,7 +126,7 @@ StandInTable SystemStandIns() {
         {"_wcsicmp", _wcsicmp},
         {"wcscmp", [](Text left, Text right) { return std::u16string_view(left).compare(right); }},
         {"wcslen", [](Text text) { return std::u16string_view(text).size(); }},
-        {"wcsrchr", FindLast},
+        {"wcsrchr", [](Text name, char16_t dot) { return name + std::u16string_view(name).rfind(dot); }},
         {"wcstol", [](Text text, uint32_t, int base) { return strtol(Narrow(text).c_str(), nullptr, base); }},
         {"strcmp", [](const char* left, const char* right) { return strcmp(left, right); }},
         {"memcmp", [](const void* left, const void* right, uint32_t bytes) { return memcmp(left, right, bytes); }},

@@ -1,97 +1,76 @@
-// The lines of a trace.
+// The lines of a trace: functions with their arguments, at last the files.
 
-#include "tests/device/trace.h"
+#include "tests/device/player.h"
 
 #include <algorithm>
 #include <cstring>
+#include <fstream>
+
+// How a function's calls are written. A letter an argument: w window, i number, s UTF-16 text, v the value of a
+// registry's type before it, m a message with its two arguments, - left out. Letters in parentheses are the fields of a
+// record that is pointed to: 32 bits each, but for texts. What stands behind "=" is described after the call, with its
+// result, on a line of its own.
+// clang-format off
+const std::map<std::string, const char*> kTracedFunctions = {
+    {"BeginPaint", "w"}, {"BitBlt", "-iiii-iii"}, {"CreateCompatibleBitmap", "-ii"}, {"CreateFontIndirectW", "(i---i)"},
+    {"CreatePen", "iii"}, {"CreateProcessW", "-s"}, {"DeleteDC", "-"}, {"DeleteObject", "-"}, {"DrawIconEx", "-ii-----i"},
+    {"DrawTextW", "-si(iiii)i"}, {"EnableWindow", "wi"}, {"EndDialog", "wi"}, {"FillRect", "-(iiii)"}, {"GetDC", "w"},
+    {"GetDlgItemTextW", "wi=--s"}, {"ImageList_Create", "iiiii"}, {"ImageList_Destroy", "-"},
+    {"ImageList_ReplaceIcon", "-i"}, {"InvalidateRect", "w-i"}, {"KillTimer", "wi"}, {"LoadBitmapW", "-i"},
+    {"LoadIconW", "-i"}, {"LoadImageW", "-i"}, {"MessageBoxW", "wssi"}, {"Polyline", "-(iiii)i"}, {"PostMessageW", "wii"},
+    {"RegSetValueExW", "-s-iv"}, {"SelectObject", "-"}, {"SendDlgItemMessageW", "wim"}, {"SendMessageW", "wm"},
+    {"SetBkColor", "-i"}, {"SetBkMode", "-i"}, {"SetDlgItemTextW", "wis"}, {"SetPixel", "-iii"}, {"SetTextColor", "-i"},
+    {"SetTimer", "wii"}, {"SetWindowTextW", "ws"}, {"StretchBlt", "-iiii-iiiii"},
+};
 
 namespace {
 
-// clang-format off
-constexpr CallShape kShapes[] = {
-    {"BeginPaint", "h-", "paint"}, {"BitBlt", "hiiiihiix"}, {"CreateCompatibleBitmap", "-ii", "bitmap"},
-    {"CreateCompatibleDC", "-", "memory"}, {"CreateFontIndirectW", "(i---i--t)", "font"}, {"CreatePen", "iix", "pen"},
-    {"CreateProcessW", "-s"}, {"DeleteDC", "h", "", true}, {"DeleteObject", "h", "", true},
-    {"DestroyIcon", "h", "", true, true}, {"DrawIconEx", "hiih----x"}, {"DrawTextW", "hsi(iiii)x"},
-    {"EnableWindow", "hi"}, {"EndDialog", "hi"}, {"EndPaint", "h-"}, {"FillRect", "h(iiii)h"},
-    {"GetDC", "h", "context"}, {"GetStockObject", "i", "shared", false, true}, {"ImageList_Create", "iixii", "images"},
-    {"ImageList_Destroy", "h", "", true}, {"ImageList_ReplaceIcon", "hih"}, {"InvalidateRect", "h-i"},
-    {"KillTimer", "hi"}, {"LoadBitmapW", "-i", "picture"}, {"LoadIconW", "-i", "icon", false, true},
-    {"LoadImageW", "-i----", "icon", false, true}, {"MessageBoxW", "hssx"}, {"Polyline", "h(iiii)i"},
-    {"RegSetValueExW", "-s-iv"}, {"ReleaseDC", "-h", "", true}, {"SelectObject", "hh"},
-    {"SendDlgItemMessageW", "him"}, {"SendMessageW", "hm"}, {"SetBkColor", "hx"}, {"SetBkMode", "hi"},
-    {"SetDlgItemTextW", "his"}, {"SetPixel", "hiix"}, {"SetTextColor", "hx"}, {"SetTimer", "hii-"},
-    {"SetWindowTextW", "hs"}, {"StretchBlt", "hiiiihiiiix"}, {"closesocket", "h", "", true, true},
-    {"socket", "---", "socket", false, true}
-};
-// Messages that show or ask something, and their two arguments.
+// Messages that show or ask something, and their two arguments; others are left out.
 const std::map<uint32_t, const char*> kMessages = {
-    {0x00C5, "i"}, {0x00F0, "="}, {0x00F1, "i"}, {0x0141, "i"}, {0x0143, "is"}, {0x014B, "i"},
-    {0x014E, "i"}, {0x014F, "i"}, {0x0402, "i"}, {0x0467, "ii"}, {0x1002, "i(xxxx)"},
-    {0x1003, "ih"}, {0x1004, "="}, {0x1009, "i"}, {0x100C, "ii="}, {0x102B, "i(---ii)"}, {0x1030, "i"},
-    {0x104B, "i(iii)=-(-----s-ii)"}, {0x104C, "i(iii--s-i)"}, {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="},
-    {0x1061, "i(iiis)"}, {0x1073, "i(-ii)=-(-----s)"}, {0x1074, "i(iii--s-i)"}, {0x8001, "ih"}
+    {0x00F0, "="}, {0x00F1, "i"}, {0x0143, "is"}, {0x0147, "="}, {0x014B, "i"}, {0x014E, "i"}, {0x0402, "i"},
+    {0x1002, "i(iiii)"}, {0x1004, "="}, {0x1009, "i"}, {0x100C, "ii="}, {0x104B, "i(iii)=-(-----s-ii)"},
+    {0x104C, "i(iii--s-i)"}, {0x104D, "i(iii--s-i)="}, {0x1053, "i(i)="}, {0x1061, "i(iiis)"},
+    {0x1073, "i(-ii)=-(-----s)"}, {0x1074, "i(iii--s-i)"},
 };
 // clang-format on
 
-std::string Text(uint64_t address) {
-    return address != 0 ? '"' + Narrow(reinterpret_cast<const char16_t*>(address)) + '"' : "null";
-}
-
-uint64_t ReadWord(uint64_t address, uint32_t bytes) {
+uint64_t ReadWord(uint64_t address, size_t bytes) {
     uint64_t word = 0;
     memcpy(&word, reinterpret_cast<const void*>(address), bytes);
     return word;
 }
 
+std::string Number(uint64_t word) {
+    return std::to_string(static_cast<int32_t>(word));
+}
+
 // The values from `address` on, up to the end of the letters or of the record that they describe.
-std::string Describe(const Trace& trace, const char*& letter, uint64_t address, uint32_t wordBytes);
-
-std::string Arguments(const Trace& trace, const char* letters, const uint64_t* words) {
-    return Describe(trace, letters, reinterpret_cast<uintptr_t>(words), sizeof(*words));
-}
-
-std::string ValueText(const Trace& trace, char letter, uint64_t address, uint64_t word) {
-    switch (letter) {
-        case 'h':
-            return trace.NameOf(word);
-        case 'i':
-            return std::to_string(static_cast<int32_t>(word));
-        case 's':
-            return Text(word);
-        case 't':
-            return Text(address);
-        case 'v':
-            return ReadWord(address - sizeof(word), 4) == 1 ? Text(word) : std::to_string(ReadWord(word, 4));
-        case 'm':
-            return Hex(word) + Arguments(trace, kMessages.at(static_cast<uint32_t>(word)),
-                                         reinterpret_cast<const uint64_t*>(address) + 1);
-        default:
-            return Hex(static_cast<uint32_t>(word));
-    }
-}
-
-std::string Describe(const Trace& trace, const char*& letter, uint64_t address, uint32_t wordBytes) {
+std::string Describe(const char*& letter, uint64_t address, size_t wordBytes) {
     std::string texts;
     for (; strchr("=)", *letter) == nullptr; ++letter) {
-        const uint32_t bytes = *letter == 's' ? std::max(wordBytes, trace.pointerBytes) : wordBytes;
+        const size_t bytes = *letter == 's' ? std::max(wordBytes, kPointerBytes) : wordBytes;
         address = (address + bytes - 1) / bytes * bytes;
         const uint64_t word = ReadWord(address, bytes);
         if (*letter == '(') {
-            texts += " (" + Describe(trace, ++letter, word, 4) + " )";
+            texts += " (" + Describe(++letter, word, 4) + " )";
+        } else if (*letter == 's' || (*letter == 'v' && ReadWord(address - sizeof(word), 4) == 1)) {
+            texts += word != 0 ? " \"" + Narrow(reinterpret_cast<const char16_t*>(word)) + '"' : " null";
+        } else if (*letter == 'm') {
+            const char* letters = kMessages.at(static_cast<uint32_t>(word));
+            texts += " " + Number(word) + Describe(letters, address + sizeof(word), sizeof(word));
         } else if (*letter != '-') {
-            texts += " " + ValueText(trace, *letter, address, word);
+            texts += " " + Number(*letter == 'w' ? NumberOf(word) : *letter == 'v' ? ReadWord(word, 4) : word);
         }
         address += bytes;
     }
     return texts;
 }
 
-}  // namespace
-
-std::span<const CallShape> TracedCalls() {
-    return kShapes;
+std::string Arguments(const char* letters, const uint64_t* words) {
+    return Describe(letters, reinterpret_cast<uintptr_t>(words), sizeof(*words));
 }
+
+}  // namespace
 
 std::string Narrow(const char16_t* text) {
     std::string narrow;
@@ -101,64 +80,45 @@ std::string Narrow(const char16_t* text) {
     return narrow;
 }
 
-std::string Hex(uint64_t value) {
-    char text[24];
-    snprintf(text, sizeof(text), "0x%llX", static_cast<unsigned long long>(value));
-    return text;
-}
-
-std::string Trace::NameOf(uint64_t handle) const {
-    const auto found = names.find(handle);
-    return found != names.end() ? found->second : handle == 0 ? "null" : "other";
-}
-
-void Trace::Add(const std::string& line) {
-    if (isSilent) {
-        return;
-    }
-    text += line + "\n";
-    if (!reference.empty()) {
-        if (difference.empty() && line != reference.front()) {
-            difference = text.substr(text.rfind('#')) + "instead of " + reference.front();
+void Add(const std::string& line) {
+    player.trace += line + "\n";
+    if (!player.reference.empty()) {
+        if (player.difference.empty() && line != player.reference.front()) {
+            player.difference = player.trace.substr(player.trace.rfind('#')) + "instead of " + player.reference.front();
         }
-        reference.pop_front();
+        player.reference.pop_front();
     }
 }
 
-uint64_t Trace::Call(const std::string& function, const uint64_t* words, const StandIn& perform) {
-    const auto* shape =
-        std::find_if(std::begin(kShapes), std::end(kShapes), [&](const CallShape& s) { return function == s.name; });
-    if (shape == std::end(kShapes)) {
+uint64_t TraceCall(const std::string& function, const uint64_t* words, const StandIn& perform) {
+    const auto shape = kTracedFunctions.find(function);
+    const char* letters = shape != kTracedFunctions.end() ? shape->second : "";
+    const char* message = strchr(letters, 'm');
+    const uint64_t* asked = message != nullptr ? words + (message - letters) : words;
+    const auto known = message != nullptr ? kMessages.find(static_cast<uint32_t>(*asked++)) : kMessages.end();
+    if (*letters == 0 || (message != nullptr && known == kMessages.end())) {
         return perform(words);
     }
-    const char* message = strchr(shape->arguments, 'm');
-    const uint64_t* asked = words + (message != nullptr ? message - shape->arguments : 0);
-    const auto found = message != nullptr ? kMessages.find(static_cast<uint32_t>(*asked)) : kMessages.end();
-    if (message != nullptr && found == kMessages.end()) {
-        return perform(words);  // shows nothing
-    }
-    const std::string arguments = Arguments(*this, shape->arguments, words);
-    if (!shape->isSilent) {
-        Add(function + arguments);
-    }
+    Add((function == "LoadImageW" ? "LoadIconW" : function) + Arguments(letters, words));  // a desktop's way to an icon
     const uint64_t result = perform(words);
-    if (const char* answer = message != nullptr ? strchr(found->second, '=') : nullptr) {
-        Add("= " + std::to_string(static_cast<int32_t>(result)) + Arguments(*this, answer + 1, asked + 1));
-    }
-    if (shape->makes[0] != 0) {
-        names[result] = shape->makes + arguments;
-    }
-    if (shape->releases) {
-        names.erase(words[strrchr(shape->arguments, 'h') - shape->arguments]);
+    if (const char* answer = strchr(message != nullptr ? known->second : letters, '=')) {
+        Add("= " + Number(result) + Arguments(answer + 1, asked));
     }
     return result;
 }
 
-void Trace::Open(uint64_t window, uint32_t number, std::span<const uint8_t> dialogTemplate) {
-    uint32_t sum = 0;
-    for (const uint8_t byte : dialogTemplate) {
-        sum = sum * 31 + byte;
+void AddFiles() {
+    std::map<std::string, std::string> found;
+    for (const char* folder : {"My Documents", "Program Files/Ostrik"}) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(player.root / folder)) {
+            std::ifstream file(entry.path(), std::ios::binary);
+            std::string& bytes = found[entry.path().lexically_relative(player.root).generic_string()];
+            for (char byte = 0; file.get(byte);) {
+                bytes += ' ' + std::to_string(byte);
+            }
+        }
     }
-    names[window] = "dialog " + std::to_string(number);
-    Add("open " + names[window] + " " + Hex(sum));
+    for (const auto& [name, bytes] : found) {
+        Add(name + ":" + bytes);
+    }
 }
