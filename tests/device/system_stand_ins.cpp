@@ -2,7 +2,7 @@
 // and texts are the guest's own.
 
 #include "tests/device/handheld.h"
-#include "tests/fakes/win32/parts.h"
+#include "tests/fakes/fakes.h"
 
 #include <algorithm>
 

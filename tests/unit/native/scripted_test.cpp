@@ -101,6 +101,7 @@ TEST(Scan, Leaves_the_table_of_one_before_to_its_workers_and_the_records_of_a_cl
         reply.address = address;
         return (ntohl(address) & 0xC0) == 0x80 ? std::optional(reply) : std::nullopt;  // hosts 128 to 191
     };
+    EXPECT_TRUE(StartScan(nullptr));  // its workers alone keep its table
     HostTable* const first = Start();
     HostTable* const second = Start();
     Open();

@@ -1,3 +1,0 @@
-// tests/fakes/win32/parts.h - what CloseHandle accepts.
-#pragma once
-#include "tests/fakes/fakes.h"
