@@ -3,13 +3,72 @@
 
 #include <cstdlib>
 
+#include "item/strip_paint.h"
+#include "item/tap_dispatch.h"
+#include "options/options_sheet.h"
 #include "platform/desktop/today_frame.h"
+#include "platform/dialogs.h"
 #include "platform/scoped_gdi.h"
 #include "platform/screen.h"
+#include "platform/today.h"
 #include "tests/ui/ui_test.h"
 
 namespace ui {
 namespace {
+
+WINDOWINFO InfoOf(HWND window) {
+    WINDOWINFO info = {};
+    info.cbSize = sizeof(info);
+    GetWindowInfo(window, &info);
+    return info;
+}
+
+bool Contains(const RECT& outer, const RECT& inner) {
+    RECT both = {};
+    UnionRect(&both, &outer, &inner);
+    return EqualRect(&both, &outer) != FALSE;
+}
+
+// A group frame stands around other controls, the arrows inside their field.
+bool Overlap(HWND a, HWND b) {
+    const auto standsOnOthers = [](HWND control) {
+        const bool button = IsOfClass(control, L"Button");
+        return button ? (GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX
+                      : IsOfClass(control, UPDOWN_CLASSW);
+    };
+    RECT common = InfoOf(a).rcWindow;
+    const RECT other = InfoOf(b).rcWindow;
+    return IsWindowVisible(b) && !standsOnOthers(a) && !standsOnOthers(b) && IntersectRect(&common, &common, &other);
+}
+
+bool ShowsWholeText(HWND control) {
+    const bool label = IsOfClass(control, L"Static");
+    if (!label && !IsOfClass(control, L"Button")) {
+        return true;
+    }
+    const RECT area = InfoOf(control).rcWindow;
+    const bool hasBox = !label && (GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK) > BS_DEFPUSHBUTTON;
+    const LONG room = area.right - area.left - (hasBox ? GetSystemMetrics(SM_CXMENUCHECK) + 4 : 0);
+    const platform::ScopedWindowContext screen(control);
+    const platform::ScopedSelection font(screen.context,
+                                         reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    RECT needed = {0, 0, room, 0};
+    wchar_t text[400] = {};
+    DrawTextW(screen.context, text, GetWindowTextW(control, text, 400), &needed,
+              DT_CALCRECT | (label ? DT_WORDBREAK : DT_SINGLELINE));
+    return needed.right <= room && needed.bottom <= area.bottom - area.top;
+}
+
+LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == TODAYM_DRAWWATERMARK) {
+        const auto& asked = *reinterpret_cast<const TODAYDRAWWATERMARKINFO*>(lParam);
+        return FillRect(asked.hdc, &asked.rc, reinterpret_cast<HBRUSH>(GetClassLongPtrW(window, GCLP_HBRBACKGROUND)));
+    }
+    if (message == platform::kFrameKeyboardMessage) {
+        keyboard += wParam != 0 ? '+' : '-';
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
 
 void RegisterFrameClass(const wchar_t* name, WNDPROC procedure, COLORREF ground) {
     WNDCLASSW frame = {};
@@ -17,160 +76,61 @@ void RegisterFrameClass(const wchar_t* name, WNDPROC procedure, COLORREF ground)
     frame.hInstance = itemState.instance;
     frame.lpszClassName = name;
     frame.hbrBackground = CreateSolidBrush(ground);
-    if (RegisterClassW(&frame) == 0) {
-        DeleteObject(frame.hbrBackground);  // it is there already
-    }
-}
-
-bool Contains(const RECT& outer, const RECT& inner) {
-    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
-           inner.bottom <= outer.bottom;
-}
-
-RECT AreaOf(HWND window) {
-    RECT area = {};
-    GetWindowRect(window, &area);
-    return area;
-}
-
-// In screen coordinates.
-RECT ClientAreaOf(HWND window) {
-    RECT area = {};
-    GetClientRect(window, &area);
-    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
-    return area;
-}
-
-int ButtonKindOf(HWND window) {
-    return IsOfClass(window, L"Button") ? GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK : -1;
-}
-
-// A group frame stands around other controls, the arrows inside their field.
-bool StandsOnOthers(HWND control) {
-    return IsOfClass(control, UPDOWN_CLASSW) || ButtonKindOf(control) == BS_GROUPBOX;
-}
-
-bool ShowsWholeText(HWND control) {
-    const bool label = IsOfClass(control, L"Static");
-    if (StandsOnOthers(control) || (!label && !IsOfClass(control, L"Button"))) {
-        return true;
-    }
-    const RECT area = AreaOf(control);
-    const bool hasBox = ButtonKindOf(control) > BS_DEFPUSHBUTTON;
-    const LONG room = area.right - area.left - (hasBox ? GetSystemMetrics(SM_CXMENUCHECK) + 4 : 0);
-    const platform::ScopedWindowContext screen(control);
-    const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
-    const platform::ScopedSelection selectedFont(screen.context, font);
-    RECT needed = {0, 0, room, 0};
-    DrawTextW(screen.context, TextOf(control).c_str(), -1, &needed,
-              DT_CALCRECT | (label ? DT_WORDBREAK : DT_SINGLELINE));
-    return needed.right <= room && needed.bottom <= area.bottom - area.top;
+    RegisterClassW(&frame);
 }
 
 }  // namespace
 
-LRESULT CALLBACK UiTest::FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* test = reinterpret_cast<UiTest*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == TODAYM_DRAWWATERMARK) {
-        const auto& asked = *reinterpret_cast<const TODAYDRAWWATERMARKINFO*>(lParam);
-        FillRect(asked.hdc, &asked.rc, reinterpret_cast<HBRUSH>(GetClassLongPtrW(window, GCLP_HBRBACKGROUND)));
-        return TRUE;
-    }
-    if (message == platform::kFrameKeyboardMessage) {
-        test->keyboard += wParam != 0 ? '+' : '-';
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
 void UiTest::SetUp() {
-    RegisterFrameClass(platform::kFrameClass, FrameProc, kWatermark);
-    RegisterFrameClass(platform::kTaskbarClass, DefWindowProcW, kTaskbar);
     int width = 0;
     int height = 0;
-    ASSERT_EQ(sscanf(GetParam(), "%dx%d", &width, &height), 2);
+    sscanf(GetParam(), "%dx%d", &width, &height);
     frame = CreateWindowExW(0, platform::kFrameClass, L"Today", WS_POPUP | WS_CLIPCHILDREN, 0, 0, width, height,
                             nullptr, nullptr, itemState.instance, nullptr);
-    SetWindowLongPtrW(frame, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     RefreshScreenSize();
-    EXPECT_EQ(std::pair(itemState.screenWidth, itemState.screenHeight), std::pair(width, height));
-    HWND taskbar = CreateWindowExW(0, platform::kTaskbarClass, nullptr, WS_CHILD | WS_VISIBLE, 0, 0, width,
-                                   FrameTaskbarHeight(), frame, nullptr, itemState.instance, nullptr);
+    CreateWindowExW(0, platform::kTaskbarClass, nullptr, WS_CHILD | WS_VISIBLE, 0, 0, width, 26 * ScreenScale(), frame,
+                    nullptr, itemState.instance, nullptr);
     ShowWindow(frame, SW_SHOW);
-    UpdateWindow(frame);
-    UpdateWindow(taskbar);
+    RedrawWindow(frame, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+Texts UiTest::RunTool(uint32_t place, const std::vector<int>& answers, const Use& use) const {
+    CreatePens();
+    const auto scale = static_cast<uint32_t>(ScreenScale());
+    const auto open = [&] {
+        if (place == kOptions) {
+            platform::RunDialog(itemState.instance, IDD_TODAY_OPTIONS, frame, CustomItemOptionsDlgProc);
+        } else {
+            DispatchTap(frame, place * scale, 10 * scale);
+        }
+    };
+    return RunDialog(open, answers, use);
 }
 
 void UiTest::SaveScreen(const std::string& name) const {
     if (const char* folder = std::getenv("QUORVANE_SCREENSHOTS")) {
         // A Linux path is reached through drive Z:.
-        const std::string path = (folder[0] == '/' ? "Z:" : "") + (folder + ("/" + name)) + "-" + GetParam() + ".bmp";
+        const std::string path = std::string("Z:") + folder + "/" + name + "-" + GetParam() + ".bmp";
         EXPECT_TRUE(SavePicture(TakeScreenPicture(frame), std::wstring(path.begin(), path.end()).c_str()));
     }
 }
 
-void UiTest::ExpectReadable(HWND dialog, int cutControl) const {
-    RECT screen = ClientAreaOf(frame);
-    screen.top = AreaOf(platform::FindTaskbar()).bottom;
-    EXPECT_TRUE(Contains(screen, AreaOf(dialog))) << "the dialog reaches beyond the screen";
-    std::vector<HWND> before;
-    for (HWND child : ChildrenOf(dialog)) {
+void UiTest::ExpectReadable(HWND dialog, const std::wstring& texts, int cutControl) const {
+    EXPECT_EQ(TextsOf(dialog), texts);
+    RECT screen = InfoOf(frame).rcWindow;
+    screen.top = InfoOf(platform::FindTaskbar()).rcWindow.bottom;
+    EXPECT_TRUE(Contains(screen, InfoOf(dialog).rcWindow)) << "the dialog reaches beyond the screen";
+    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        const int id = GetDlgCtrlID(child);
         if (!IsWindowVisible(child)) {
             continue;
         }
-        const int id = GetDlgCtrlID(child);
-        const RECT area = AreaOf(child);
-        EXPECT_TRUE(id == cutControl || Contains(ClientAreaOf(dialog), area)) << id << " reaches beyond the dialog";
-        EXPECT_TRUE(id == cutControl || ShowsWholeText(child)) << id << " is cut";
-        for (HWND other : before) {
-            const RECT otherArea = AreaOf(other);
-            RECT common = {};
-            EXPECT_FALSE(IntersectRect(&common, &area, &otherArea) && !StandsOnOthers(child) && !StandsOnOthers(other))
-                << id << " overlaps " << GetDlgCtrlID(other);
-        }
-        before.push_back(child);
-    }
-}
-
-void FillWindow(HWND window, const RECT& area, COLORREF color) {
-    HDC context = GetDCEx(window, nullptr, DCX_CACHE);
-    const platform::ScopedObject brush(CreateSolidBrush(color));
-    FillRect(context, &area, static_cast<HBRUSH>(brush.object));
-    ReleaseDC(window, context);
-}
-
-Picture Drawn(SIZE size, COLORREF ground, const std::function<void(HDC)>& draw) {
-    HWND canvas =
-        CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, size.cx, size.cy, nullptr, nullptr, nullptr, nullptr);
-    ShowWindow(canvas, SW_SHOWNA);  // the focus stays where it is
-    UpdateWindow(canvas);
-    FillWindow(canvas, {0, 0, size.cx, size.cy}, ground);
-    HDC context = GetDC(canvas);
-    draw(context);
-    ReleaseDC(canvas, context);
-    const Picture picture = TakePicture(canvas);
-    DestroyWindow(canvas);
-    return picture;
-}
-
-bool IsAt(const Picture& picture, int x, int y, const Picture& part) {
-    for (int i = 0; i < part.width * part.height; ++i) {
-        const int column = i % part.width;
-        const int row = i / part.width;
-        if (picture.At(x + column, y + row) != part.At(column, row)) {
-            return false;
+        const bool whole = Contains(InfoOf(dialog).rcClient, InfoOf(child).rcWindow) && ShowsWholeText(child);
+        EXPECT_TRUE(id == cutControl || whole) << id << " is cut or reaches beyond the dialog";
+        for (HWND other = GetWindow(dialog, GW_CHILD); other != child; other = GetWindow(other, GW_HWNDNEXT)) {
+            EXPECT_FALSE(Overlap(child, other)) << id << " overlaps " << GetDlgCtrlID(other);
         }
     }
-    return true;
-}
-
-std::string Colors(const Picture& picture, int x, int y, int stepX, int stepY, int count) {
-    std::string colors;
-    for (int i = 0; i < count; ++i) {
-        const COLORREF color = picture.At(x + i * stepX, y + i * stepY);
-        colors += color == kRed ? 'R' : color == kGreen ? 'G' : color == kBlue ? 'B' : color == kBlack ? 'K' : '.';
-    }
-    return colors;
 }
 
 }  // namespace ui
@@ -181,6 +141,7 @@ int main(int argumentCount, char** arguments) {
     // As the Today host does for every plug-in.
     const INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
     InitCommonControlsEx(&controls);
-    SetCurrentDirectoryW(L"C:\\");
+    ui::RegisterFrameClass(platform::kFrameClass, ui::FrameProc, ui::kWatermark);
+    ui::RegisterFrameClass(platform::kTaskbarClass, DefWindowProcW, ui::kTaskbar);
     return RUN_ALL_TESTS();
 }
