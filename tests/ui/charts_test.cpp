@@ -1,6 +1,8 @@
 // The charts as a person uses them at every screen size, and as pixels: the live graph and the signal, which a timer
 // keeps up to date, the usage and its export.
 
+#include <numeric>
+
 #include "item/tick.h"
 #include "tests/support/traffic_logs.h"
 #include "tests/ui/ui_test.h"
@@ -18,7 +20,7 @@ std::string ColorsAbove(HWND window, int x, int y, std::initializer_list<int> he
     std::string colors;
     for (const int height : heights) {
         const COLORREF color = picture.At(x, y - height * ScreenScale());
-        colors += color == kRed ? 'R' : color == kBlue ? 'B' : color == RGB(0, 255, 0) ? 'G' : '.';
+        colors += color == RGB(255, 0, 0) ? 'R' : color == RGB(0, 0, 255) ? 'B' : color == RGB(0, 255, 0) ? 'G' : '.';
     }
     return colors;
 }
@@ -40,8 +42,7 @@ TEST_P(Charts, Live_graph_shows_the_last_ticks_and_follows_its_timer) {
     };
     RunTool(kLiveGraphTool, {}, [&](HWND dialog) {
         const int scale = ScreenScale();
-        SaveScreen("live-empty");
-        ExpectReadable(dialog, L"Traffic|OK|");
+        ExpectReadable(dialog, "live-empty", L"Traffic|OK|");
         itemState.sampleCount = 0;
         add(800, 200);
         add(0, 512);  // of 1,024
@@ -59,18 +60,15 @@ TEST_P(Charts, Live_graph_shows_the_last_ticks_and_follows_its_timer) {
 TEST_P(Charts, Signal_draws_every_reading_by_its_height_and_follows_its_timer) {
     RunTool(kSignalTool, {}, [&](HWND dialog) {
         const auto tick = [&] { SendMessageW(dialog, WM_TIMER, 13, 0); };
-        ExpectReadable(dialog, L"Signal|Current|Signal Strength:|-200dBm|Signal Status:|No Signal|OK|");
         tick();
-        SaveScreen("signal-none");
+        ExpectReadable(dialog, "signal-none", L"Signal|Current|Signal Strength:|-200dBm|Signal Status:|No Signal|OK|");
         for (const auto& [place, reading, height] : {std::tuple(0, -89, 2), {18, 20, 64}, {39, -66, 48}}) {
             const int x = (58 + 3 * place) * ScreenScale();
             itemState.SignalHistory[place] = reading;
             tick();
             EXPECT_EQ(ColorsAbove(dialog, x, 156 * ScreenScale(), {0, height, height + 1}), "GG.");
         }
-        for (int i = 0; i < kSignalReadings; ++i) {
-            itemState.SignalHistory[i] = -88 + 28 * i / 39 + i % 5;
-        }
+        std::iota(std::begin(itemState.SignalHistory), std::end(itemState.SignalHistory), -92);
         itemState.SignalDbm = -56;
         tick();
         SaveScreen("signal-full");
@@ -80,16 +78,14 @@ TEST_P(Charts, Signal_draws_every_reading_by_its_height_and_follows_its_timer) {
 }
 
 TEST_P(Charts, Usage_has_every_view_with_bars_of_exact_heights) {
-    // Maximum 1,000: the scale is 1,024.
-    WriteLog(2006, 12, LogRecord(1, 0, 410, 820) + LogRecord(2, 0, 820, 410) + LogRecord(31, 23, 0, 1000));
     RandomNumbers random;
     WriteLog(2007, 2, PatchyMonth(2007, 2, random));
     WriteLog(2007, 3, FullMonth(2007, 3, 44739242, 22369621));  // 1024.00MB a day: the widest counts
     itemState.amPmFormat = true;
     RunTool(kUsageTool, {}, [&](HWND dialog) {
         const int scale = ScreenScale();
-        const auto bar = [&](int x, std::initializer_list<int> heights) {
-            return ColorsAbove(dialog, x * scale, scale == 1 ? 193 : 388, heights);
+        const auto bar = [&](int x, int lower, int upper) {
+            return ColorsAbove(dialog, x * scale, scale == 1 ? 193 : 388, {0, lower - 1, lower, upper - 1, upper});
         };
         const auto tap = [&](int x) { Tap(dialog, x * scale, 43 * scale); };
         // By a key, with the list dropped down.
@@ -98,43 +94,40 @@ TEST_P(Charts, Usage_has_every_view_with_bars_of_exact_heights) {
             SendMessageW(combo, WM_KEYDOWN, key, 0);
             SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
         };
-        PickDate(dialog, IDC_USAGE_DATE, 2006, 12, 5);
-        EXPECT_EQ(bar(35, {0, 39, 40, 79, 80}), "BBRR.");
-        EXPECT_EQ(bar(40, {0, 39, 40, 79, 80}), "RRBB.");
-        EXPECT_EQ(TextsOf(dialog, {IDC_USAGE_TITLE}), L"Daily Traffic for Dec 2006|");
         PickDate(dialog, IDC_USAGE_DATE, 2007, 2, 8);
         SaveScreen("usage-daily");
         choose(VK_DOWN);
-        SaveScreen("usage-hourly");
+        // A square screen is narrower than what is painted.
+        itemState.screenWidth == itemState.screenHeight
+            ? SaveScreen("usage-hourly")
+            : ExpectReadable(dialog, "usage-hourly", L"Hourly Traffic for Feb 8, 2007||Hourly|OK|");
         tap(31);  // table
         SaveScreen("usage-hourly-table");
         PickDate(dialog, IDC_USAGE_DATE, 2007, 3, 8);
         tap(73);  // chart
-        EXPECT_EQ(bar(37, {0, 42, 43, 86, 87}) + bar(198, {0, 42, 43, 86, 87}), "RRBB.RRBB.");
-        if (itemState.screenWidth != itemState.screenHeight) {  // a square one is narrower than what is painted
-            ExpectReadable(dialog, L"Hourly Traffic for Mar 8, 2007||Hourly|OK|");
-        }
-        tap(31);
+        EXPECT_EQ(bar(37, 43, 87) + bar(198, 43, 87), "RRBB.RRBB.");
         choose(VK_UP);
+        EXPECT_EQ(bar(35, 26, 52) + bar(185, 26, 52), "RRBB.RRBB.");
+        tap(31);
         SaveScreen("usage-daily-table");
     });
 }
 
 TEST_P(Charts, Export_writes_a_range_that_does_not_end_before_it_begins) {
-    const Texts told = RunDialog([&] { OpenExport(frame); }, {IDOK},
-                                 [&](HWND dialog) {
-                                     SaveScreen("export");
-                                     EXPECT_TRUE(TextsOf(dialog, {IDC_EXPORT_FILE}).ends_with(L"\\export.csv|"));
-                                     SetDlgItemTextW(dialog, IDC_EXPORT_FILE, DataPath(L"out.csv").c_str());
-                                     ExpectReadable(dialog, L"Export to csv file|From||To||Output File:|" +
-                                                                DataPath(L"out.csv|Keyboard|Cancel|OK|"));
-                                     PickDate(dialog, IDC_EXPORT_FROM, 2007, 1, 1);
-                                     PickDate(dialog, IDC_EXPORT_TO, 2006, 12, 31);
-                                     Press(dialog, IDOK);
-                                     EXPECT_FALSE(FileExists(L"out.csv"));
-                                     PickDate(dialog, IDC_EXPORT_FROM, 2006, 12, 31);
-                                     PickDate(dialog, IDC_EXPORT_TO, 2007, 1, 2);
-                                 });
+    const Texts told = RunDialog(
+        [&] { OpenExport(frame); }, {IDOK},
+        [&](HWND dialog) {
+            EXPECT_TRUE(TextsOf(dialog, {IDC_EXPORT_FILE}).ends_with(L"\\export.csv|"));
+            SetDlgItemTextW(dialog, IDC_EXPORT_FILE, DataPath(L"out.csv").c_str());
+            ExpectReadable(dialog, "export",
+                           L"Export to csv file|From||To||Output File:|" + DataPath(L"out.csv|Keyboard|Cancel|OK|"));
+            PickDate(dialog, IDC_EXPORT_FROM, 2007, 1, 1);
+            PickDate(dialog, IDC_EXPORT_TO, 2006, 12, 31);
+            Press(dialog, IDOK);
+            EXPECT_FALSE(FileExists(L"out.csv"));
+            PickDate(dialog, IDC_EXPORT_FROM, 2006, 12, 31);
+            PickDate(dialog, IDC_EXPORT_TO, 2007, 1, 2);
+        });
     EXPECT_EQ(told, Texts{L"Error|Invalid date range!|30"});
     EXPECT_EQ(std::ranges::count(ReadWholeFile(L"out.csv"), '\n'), 3) << "a heading and two sums";
 }

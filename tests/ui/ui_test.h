@@ -17,11 +17,11 @@
 
 namespace ui {
 
-inline constexpr COLORREF kWatermark = RGB(200, 224, 240), kTaskbar = RGB(40, 60, 90), kRed = RGB(255, 0, 0),
-                          kBlue = RGB(0, 0, 255);
+inline constexpr COLORREF kWatermark = RGB(200, 224, 240), kTaskbar = RGB(40, 60, 90);
 
-using Texts = std::vector<std::wstring>;
+// What a test does with an open dialog.
 using Use = std::function<void(HWND dialog)>;
+using Texts = std::vector<std::wstring>;
 
 // Calls `open`, which runs a modal dialog, and `use` when that is shown and has painted; if it is open then, it is
 // closed with OK. A message box is answered by the next of `answers` (IDOK, IDCANCEL, ...) instead of being shown, and
@@ -44,23 +44,23 @@ class UiTest : public testing::TestWithParam<const char*> {
   protected:
     HWND frame = nullptr;
 
+    static void SetUpTestSuite();
     void SetUp() override;
     void TearDown() override { DestroyWindow(frame); }
 
-    // Opens a tool by a tap, the options as the host does. A message box is answered by the next of `answers`...
+    // Opens a tool by a tap, or the options as the host does; see RunDialog.
     Texts RunTool(uint32_t place, const std::vector<int>& answers, const Use& use) const;
 
     // Writes what the screen shows now to NAME-WIDTHxHEIGHT.bmp in the folder that the environment variable
     // QUORVANE_SCREENSHOTS names by a Linux path. Does nothing without the variable.
     void SaveScreen(const std::string& name) const;
 
-    // Fails unless the dialog has those texts (see TextsOf) and lies on the screen and below the taskbar, every control
-    // lies within the dialog, no two controls overlap (but group frames, which go around others, and up-down arrows),
-    // and every label and button shows its whole text. `cutControl` is one that may be cut at its edges.
-    void ExpectReadable(HWND dialog, const std::wstring& texts, int cutControl = 0) const;
+    // Saves the screen and fails unless the dialog has those texts (see TextsOf) and lies on the screen and below the
+    // taskbar, every control lies within the dialog, no two controls overlap (but group frames, which go around others,
+    // and up-down arrows), and every label and button shows its whole text. `cutControl` may be cut at its edges.
+    void ExpectReadable(HWND dialog, const std::string& picture, const std::wstring& texts, int cutControl = 0) const;
 };
 
-// For INSTANTIATE_TEST_SUITE_P.
 inline const auto kEveryScreen = testing::Values("240x320", "320x240", "480x640", "640x480", "480x480");
 
 // Lets the dialog live (its timers, its threads' results) until `done` says so; a failure after 15 s.
@@ -71,12 +71,9 @@ void Press(HWND dialog, int id);
 
 // The pen at a client point of the window, down and up at once.
 void Tap(HWND window, int x, int y);
-void TapRow(HWND dialog, int list, int row);
 
 // The texts of those controls, or of all, in the template's order, each with "|" behind it. A list view has those of
 // its rows: the image's number and the columns, with "|" between them and ";" at the end.
 std::wstring TextsOf(HWND dialog, std::initializer_list<int> ids = {});
-
-bool IsOfClass(HWND window, const wchar_t* name);
 
 }  // namespace ui
