@@ -1,8 +1,6 @@
 // The charts as a person uses them at every screen size, and as pixels: the live graph and the signal, which a timer
 // keeps up to date, the usage and its export.
 
-#include <numeric>
-
 #include "item/tick.h"
 #include "tests/support/traffic_logs.h"
 #include "tests/ui/ui_test.h"
@@ -68,7 +66,7 @@ TEST_P(Charts, Signal_draws_every_reading_by_its_height_and_follows_its_timer) {
             tick();
             EXPECT_EQ(ColorsAbove(dialog, x, 156 * ScreenScale(), {0, height, height + 1}), "GG.");
         }
-        std::iota(std::begin(itemState.SignalHistory), std::end(itemState.SignalHistory), -92);
+        std::ranges::generate(itemState.SignalHistory, [i = 0]() mutable { return -88 + (i += 7) % 29; });
         itemState.SignalDbm = -56;
         tick();
         SaveScreen("signal-full");
@@ -114,20 +112,19 @@ TEST_P(Charts, Usage_has_every_view_with_bars_of_exact_heights) {
 }
 
 TEST_P(Charts, Export_writes_a_range_that_does_not_end_before_it_begins) {
-    const Texts told = RunDialog(
-        [&] { OpenExport(frame); }, {IDOK},
-        [&](HWND dialog) {
-            EXPECT_TRUE(TextsOf(dialog, {IDC_EXPORT_FILE}).ends_with(L"\\export.csv|"));
-            SetDlgItemTextW(dialog, IDC_EXPORT_FILE, DataPath(L"out.csv").c_str());
-            ExpectReadable(dialog, "export",
-                           L"Export to csv file|From||To||Output File:|" + DataPath(L"out.csv|Keyboard|Cancel|OK|"));
-            PickDate(dialog, IDC_EXPORT_FROM, 2007, 1, 1);
-            PickDate(dialog, IDC_EXPORT_TO, 2006, 12, 31);
-            Press(dialog, IDOK);
-            EXPECT_FALSE(FileExists(L"out.csv"));
-            PickDate(dialog, IDC_EXPORT_FROM, 2006, 12, 31);
-            PickDate(dialog, IDC_EXPORT_TO, 2007, 1, 2);
-        });
+    const auto open = [&] { OpenExport(frame); };
+    const Texts told = RunDialog(open, {IDOK}, [&](HWND dialog) {
+        EXPECT_TRUE(TextsOf(dialog, {IDC_EXPORT_FILE}).ends_with(L"\\export.csv|"));
+        SetDlgItemTextW(dialog, IDC_EXPORT_FILE, L"\\export.csv");
+        ExpectReadable(dialog, "export", L"Export to csv file|From||To||Output File:|\\export.csv|Keyboard|Cancel|OK|");
+        SetDlgItemTextW(dialog, IDC_EXPORT_FILE, DataPath(L"out.csv").c_str());
+        PickDate(dialog, IDC_EXPORT_FROM, 2007, 1, 1);
+        PickDate(dialog, IDC_EXPORT_TO, 2006, 12, 31);
+        Press(dialog, IDOK);
+        EXPECT_FALSE(FileExists(L"out.csv"));
+        PickDate(dialog, IDC_EXPORT_FROM, 2006, 12, 31);
+        PickDate(dialog, IDC_EXPORT_TO, 2007, 1, 2);
+    });
     EXPECT_EQ(told, Texts{L"Error|Invalid date range!|30"});
     EXPECT_EQ(std::ranges::count(ReadWholeFile(L"out.csv"), '\n'), 3) << "a heading and two sums";
 }
