@@ -45,8 +45,7 @@ TEST_P(Charts, Live_graph_shows_the_last_ticks_and_follows_its_timer) {
         add(800, 200);
         add(0, 512);  // of 1,024
         WaitUntil([&] { return ColorsAbove(dialog, 172 * scale, 130 * scale - 1, {0, 50, 51}) == "BB."; });
-        EXPECT_EQ(ColorsAbove(dialog, 165 * scale, 130 * scale - 1, {0, 19, 20, 78, 79}), "BBRR.")
-            << "smaller in front";
+        EXPECT_EQ(ColorsAbove(dialog, 165 * scale, 130 * scale - 1, {0, 19, 20, 78, 79}), "BBRR.");
         for (uint32_t i = 0; i < 25; ++i) {
             add(500 * i, i % 3 == 0 ? 500 * i : 12000 - 500 * i);
         }

@@ -19,7 +19,8 @@ void Paint(HWND window, const RECT& area, COLORREF color, int icon = 0) {
     FillRect(context, &area, static_cast<HBRUSH>(brush.object));
     const int side = area.right - area.left;
     HANDLE loaded = LoadImageW(itemState.instance, MAKEINTRESOURCEW(icon), IMAGE_ICON, side, side, LR_SHARED);
-    DrawIconEx(context, area.left, area.top, static_cast<HICON>(loaded), side, side, 0, nullptr, DI_NORMAL);
+    EXPECT_TRUE(icon == 0 || DrawIconEx(context, area.left, area.top, static_cast<HICON>(loaded), side, side, 0,
+                                        nullptr, DI_NORMAL));
     ReleaseDC(window, context);
 }
 

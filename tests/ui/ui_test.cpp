@@ -130,6 +130,7 @@ Texts RunDialog(const std::function<void()>& open, const std::vector<int>& answe
     KillTimer(nullptr, timer);
     EXPECT_FALSE(script.use) << "no dialog came";
     EXPECT_EQ(script.messageBoxes.size(), answers.size()) << "message boxes shown and expected";
+    script.messageBoxes.resize(answers.size());
     return script.messageBoxes;
 }
 
@@ -169,9 +170,10 @@ Texts UiTest::RunTool(uint32_t place, const std::vector<int>& answers, const Use
 }
 
 void UiTest::SaveScreen(const std::string& name) const {
+    const Picture picture = TakeScreenPicture(frame);  // all is painted then, also when nobody wants to see it
     if (const char* folder = std::getenv("QUORVANE_SCREENSHOTS")) {
         const std::string path = std::string("Z:") + folder + "/" + name + "-" + GetParam() + ".bmp";
-        EXPECT_TRUE(SavePicture(TakeScreenPicture(frame), std::wstring(path.begin(), path.end()).c_str()));
+        EXPECT_TRUE(SavePicture(picture, std::wstring(path.begin(), path.end()).c_str()));
     }
 }
 

@@ -51,8 +51,8 @@ class UiTest : public testing::TestWithParam<const char*> {
     // Opens a tool by a tap, or the options as the host does; see RunDialog.
     Texts RunTool(uint32_t place, const std::vector<int>& answers, const Use& use) const;
 
-    // Writes what the screen shows now to NAME-WIDTHxHEIGHT.bmp in the folder that the environment variable
-    // QUORVANE_SCREENSHOTS names by a Linux path. Does nothing without the variable.
+    // Paints what is pending, and writes what the screen shows to NAME-WIDTHxHEIGHT.bmp in the folder that the
+    // environment variable QUORVANE_SCREENSHOTS names by a Linux path, if it does.
     void SaveScreen(const std::string& name) const;
 
     // Saves the screen and fails unless the dialog has those texts (see TextsOf) and lies on the screen and below the
