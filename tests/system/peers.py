@@ -21,33 +21,29 @@ def start_netbios(net, names, seconds=30):
                 del waiting[number]
         return not waiting
 
-    wait_until(all_own_their_names, seconds, f"nmbd owns its name on {waiting}", 0.2)
+    wait_until(all_own_their_names, seconds, f"nmbd owns its name on {waiting}")
 
 
 def _start_nmbd(net, number, name):
     folder = f"{net.folder}/nmbd{number}"
     os.makedirs(folder, exist_ok=True)
-    lines = ["[global]", f"netbios name = {name}", "workgroup = QUORVANELAN", f"interfaces = {net.address(number)}/24",
-             "bind interfaces only = yes", "local master = no", "domain master = no", "preferred master = no",
-             "disable spoolss = yes", f"log file = {folder}/log"]
-    lines += [f"{kind} = {folder}" for kind in ("private dir", "lock directory", "state directory", "cache directory",
-                                                "pid directory", "ncalrpc dir")]
-    with open(f"{folder}/smb.conf", "w") as file:
-        file.write("\n".join(lines) + "\n")
-    return net.start(number, ["nmbd", "-F", "--no-process-group", "-s", f"{folder}/smb.conf"], **QUIET)
+    settings = {"netbios name": name, "interfaces": f"{net.address(number)}/24", "bind interfaces only": "yes",
+                "local master": "no", "log file": f"{folder}/log"}
+    for kind in ("private dir", "lock directory", "state directory", "cache directory", "pid directory", "ncalrpc dir"):
+        settings[kind] = folder
+    return net.start(number, ["nmbd", "-F", "--no-process-group", "-s", "/dev/null",
+                              *(f"--option={key}={value}" for key, value in settings.items())], **QUIET)
 
 
 class DhcpServer:
-    """dnsmasq in the gateway: DHCP with router, DNS and WINS servers, and DNS for {name: address}."""
+    """dnsmasq in the gateway: DHCP, and DNS for {name: address}; both name the gateway itself."""
 
     def __init__(self, net, first=100, last=150, lease="2m", names=None):
         self.lease_file = f"{net.folder}/dnsmasq.leases"
-        gateway = net.address("gateway")
         command = ["dnsmasq", "--keep-in-foreground", "--conf-file=/dev/null", "--user=root", "--bind-interfaces",
                    "--interface=eth0", "--no-ping", "--no-resolv", "--no-hosts", "--pid-file=",
                    f"--dhcp-leasefile={self.lease_file}", "--dhcp-authoritative",
-                   f"--dhcp-range={net.address(first)},{net.address(last)},255.255.255.0,{lease}",
-                   f"--dhcp-option=3,{gateway}", f"--dhcp-option=6,{gateway}", f"--dhcp-option=44,{net.address(2)}"]
+                   f"--dhcp-range={net.address(first)},{net.address(last)},255.255.255.0,{lease}"]
         command += [f"--address=/{name}/{address}" for name, address in (names or {}).items()]
         self.process = net.start("gateway", command, **QUIET)
         wait_for_listener(net, "-u", 67)
@@ -80,10 +76,9 @@ class DhcpClient:
         with open(f"{net.folder}/dhclient-script", "w", opener=lambda *path: os.open(*path, 0o755)) as file:
             file.write(DHCLIENT_SCRIPT.replace("RESOLVER", net.resolver))
         with open(f"{net.folder}/dhclient.conf", "w") as file:
-            file.write("request subnet-mask, routers, domain-name-servers, netbios-name-servers;\n"
-                       "initial-interval 1; backoff-cutoff 2; timeout 10; retry 2;\n")
+            file.write("initial-interval 1; backoff-cutoff 2; timeout 10; retry 2;\n")
         net.start("device", self.command("-d"), **QUIET)
-        wait_until(self.address, 15, "the lease is applied", 0.1)
+        wait_until(self.address, 15, "the lease is applied")
 
     def command(self, *options):
         return ["dhclient", "-4", "-lf", self.lease_file, "-pf", f"{self.net.folder}/dhclient.pid",
@@ -95,22 +90,15 @@ class DhcpClient:
         return addresses[0]["local"] if addresses else ""
 
 
-class EchoServer:
+def start_echo_server(net):
     """nginx in the gateway, which answers as docs/echo-server.md has it."""
-
-    def __init__(self, net):
-        with open(f"{ROOT}/docs/echo-server.md") as file:
-            location = re.search(r"(?m)^    location = [^}]*}", file.read())[0]
-        self.log = f"{net.folder}/access.log"
-        with open(f"{net.folder}/nginx.conf", "w") as file:
-            file.write(f"daemon off; master_process off; user root; pid {net.folder}/nginx.pid; events {{ }}\n"
-                       f"http {{ access_log {self.log}; server {{ listen 80; {location} }} }}\n")
-        net.start("gateway", ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
-        wait_for_listener(net, "-t", 80)
-
-    def requests(self):
-        with open(self.log) as file:
-            return file.read().splitlines()
+    with open(f"{ROOT}/docs/echo-server.md") as file:
+        location = re.search(r"(?m)^    location = [^}]*}", file.read())[0]
+    with open(f"{net.folder}/nginx.conf", "w") as file:
+        file.write(f"daemon off; master_process off; user root; pid {net.folder}/nginx.pid; events {{ }}\n"
+                   f"http {{ access_log off; server {{ listen 80; {location} }} }}\n")
+    net.start("gateway", ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
+    wait_for_listener(net, "-t", 80)
 
 
 def wait_for_listener(net, protocol, port, place="gateway"):
