@@ -16,16 +16,21 @@ import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 BUILD = f"{ROOT}/build"
+GATEWAY, DEVICE = 1, 33
 
 
-def wait_until(condition, seconds, what, interval=0.1):
+def wait_until(condition, seconds, what):
     """Asks until the condition is true and returns its value; fails after the given time."""
     deadline = time.monotonic() + seconds
     while not (value := condition()):
         if time.monotonic() > deadline:
             raise TimeoutError(f"not within {seconds} s: {what}")
-        time.sleep(interval)
+        time.sleep(0.1)
     return value
+
+
+def address(number):
+    return f"192.168.7.{number}"
 
 
 def hardware(number):
@@ -33,16 +38,14 @@ def hardware(number):
 
 
 class Network(contextlib.ExitStack):
-    """with Network([10]) as net: net.run("device", ["ping", net.address(10)]). A place is "device", "gateway", "lan" (the
-    namespace of the bridge) or a host's number. `device_number` None leaves the device without an address. What is put
+    """with Network([10]) as net: net.run("device", ["ping", address(10)]). A place is "device", "lan" (the namespace of the
+    bridge) or the number of a host or the gateway. `device` is the device's address; with None it has none. What is put
     on the stack (net.callback) ends with the network, whose files are in net.folder."""
     _numbers = itertools.count()
 
-    device_mac, gateway_mac = "02:51:56:01:00:01", "02:51:56:01:00:fe"
-
-    def __init__(self, hosts=(), device_number=33):
+    def __init__(self, hosts=(), device=address(DEVICE)):
         super().__init__()
-        self.hosts, self.device_number = [*hosts], device_number
+        self.hosts, self.device = [*hosts], device
         self.prefix = f"qn{os.getpid()}n{next(self._numbers)}-"
         self.resolver = f"/etc/netns/{self.prefix}device/resolv.conf"
 
@@ -51,36 +54,28 @@ class Network(contextlib.ExitStack):
         self.callback(_remove, self.prefix)
         # Beside the finished Wine prefix, whose files are linked into it.
         self.folder = tempfile.mkdtemp(prefix=self.prefix, dir=BUILD)
-        places = ["lan", "device", "gateway", *self.hosts]
-        _batch([f"netns add {self.namespace(place)}" for place in places])
-        for place in places:
+        # A file of its own from the start: programs that are running see later changes of it, never the machine's.
+        os.makedirs(os.path.dirname(self.resolver))
+        open(self.resolver, "w").close()
+        for place in ("lan", "device", GATEWAY, *self.hosts):
+            subprocess.run(["ip", "netns", "add", self.namespace(place)], check=True)
             self.set(place, "net.ipv6.conf.default.disable_ipv6=1")
             self.ip(place, "link set lo up")
         self.ip("lan", "link add bridge type bridge forward_delay 0 mcast_snooping 0", "link set bridge up")
-        self._connect("gateway", 1, self.gateway_mac)
+        for number in (GATEWAY, *self.hosts):
+            self.ip("lan", f"link add p{number} up master bridge type veth"
+                           f" peer name eth0 address {hardware(number)} netns {self.namespace(number)}")
+            self.ip(number, "link set eth0 up", f"addr add {address(number)}/24 dev eth0")
         # Refusals of the gateway are wanted every time, whatever other networks of this machine send meanwhile.
-        self.set("gateway", "net.ipv4.ip_forward=1", "net.ipv4.icmp_ratemask=0")
-        for number in self.hosts:
-            self._connect(number, number, hardware(number))
+        self.set(GATEWAY, "net.ipv4.ip_forward=1", "net.ipv4.icmp_ratemask=0")
         self.attach_device()
-        # A file of its own from the start: programs that are running see later changes of it, never the machine's.
-        self.set_resolver()
         return self
-
-    def _connect(self, place, number, mac):
-        self.ip("lan", f"link add p{place} up master bridge type veth"
-                       f" peer name eth0 address {mac} netns {self.namespace(place)}")
-        self.ip(place, "link set eth0 up", f"addr add {self.address(number)}/24 dev eth0")
 
     def namespace(self, place):
         return f"{self.prefix}{place}"
 
-    def address(self, place):
-        numbers = {"device": self.device_number, "gateway": 1}
-        return f"192.168.7.{numbers.get(place, place)}"
-
     def ip(self, place, *commands):
-        _batch(commands, self.namespace(place))
+        self.run(place, ["ip", "-batch", "-"], input="\n".join(commands), stderr=None, check=True)
 
     def ask_ip(self, place, *words):
         """The records that this command shows."""
@@ -99,15 +94,9 @@ class Network(contextlib.ExitStack):
 
     def run(self, place, command, **options):
         """Runs a program to its end and returns the completed process with its text output."""
-        options = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.STDOUT, "text": True,
-                   "timeout": 60, **options}
+        options = {"input": "", "stdout": subprocess.PIPE, "stderr": subprocess.STDOUT, "text": True, "timeout": 60,
+                   **options}
         return subprocess.run(["ip", "netns", "exec", self.namespace(place), *command], **options)
-
-    def set_resolver(self, *servers):
-        """Names the DNS servers that the device's programs started from now on see."""
-        os.makedirs(os.path.dirname(self.resolver), exist_ok=True)
-        with open(self.resolver, "w") as file:
-            file.writelines(f"nameserver {server}\n" for server in servers)
 
     def counters(self):
         """The kernel's own octet counters of the device's adapter: (received, transmitted)."""
@@ -115,14 +104,13 @@ class Network(contextlib.ExitStack):
         return statistics["rx"]["bytes"], statistics["tx"]["bytes"]
 
     def attach_device(self, chosen=""):
-        """Gives the device its adapter eth0, with an address and the default route; chosen may be an "index 77"."""
-        self.ip("device", f"link add eth0 {chosen} address {self.device_mac} up type veth"
+        """Gives the device its adapter eth0, with its address and the default route; chosen may be an "index 77"."""
+        self.ip("device", f"link add eth0 {chosen} address {hardware(DEVICE)} up type veth"
                           f" peer name pdevice netns {self.namespace('lan')}")
         self.ip("lan", "link set pdevice master bridge up")
         self.wait_for_bridge()
-        if self.device_number:
-            self.ip("device", f"addr add {self.address('device')}/24 dev eth0",
-                    f"route add default via {self.address('gateway')}")
+        if self.device:
+            self.ip("device", f"addr add {self.device}/24 dev eth0", f"route add default via {address(GATEWAY)}")
 
     def wait_for_bridge(self):
         """The bridge hears of a link that came up a moment later, and drops what comes before."""
@@ -154,10 +142,3 @@ def _remove(prefix):
         subprocess.run(f"{end}; ip netns del {name}", shell=True, stderr=subprocess.DEVNULL, timeout=10)
     for folder in [*glob.glob(f"/etc/netns/{prefix}*"), *glob.glob(f"{BUILD}/{prefix}*")]:
         shutil.rmtree(folder, ignore_errors=True)
-
-
-def _batch(commands, namespace=None):
-    where = ["-n", namespace] if namespace else []
-    done = subprocess.run(["ip", *where, "-batch", "-"], input="\n".join(commands), text=True, capture_output=True)
-    if done.returncode:
-        raise RuntimeError(f"ip {' '.join(where)}: {done.stderr.strip()}")

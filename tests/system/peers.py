@@ -3,7 +3,7 @@ import os
 import re
 import subprocess
 
-from network import ROOT, wait_until
+from network import GATEWAY, ROOT, address, wait_until
 
 QUIET = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
@@ -17,7 +17,7 @@ def start_netbios(net, names, seconds=30):
         for number, name in [*waiting.items()]:
             if processes[number].poll() is not None:
                 processes[number] = _start_nmbd(net, number, name)
-            elif f"{name} " in net.run("gateway", ["nmblookup", "-A", net.address(number)]).stdout:
+            elif f"{name} " in net.run(GATEWAY, ["nmblookup", "-A", address(number)]).stdout:
                 del waiting[number]
         return not waiting
 
@@ -27,7 +27,7 @@ def start_netbios(net, names, seconds=30):
 def _start_nmbd(net, number, name):
     folder = f"{net.folder}/nmbd{number}"
     os.makedirs(folder, exist_ok=True)
-    settings = {"netbios name": name, "interfaces": f"{net.address(number)}/24", "bind interfaces only": "yes",
+    settings = {"netbios name": name, "interfaces": f"{address(number)}/24", "bind interfaces only": "yes",
                 "local master": "no", "log file": f"{folder}/log"}
     for kind in ("private dir", "lock directory", "state directory", "cache directory", "pid directory", "ncalrpc dir"):
         settings[kind] = folder
@@ -35,24 +35,16 @@ def _start_nmbd(net, number, name):
                               *(f"--option={key}={value}" for key, value in settings.items())], **QUIET)
 
 
-class DhcpServer:
-    """dnsmasq in the gateway: DHCP, and DNS for {name: address}; both name the gateway itself."""
-
-    def __init__(self, net, first=100, last=150, lease="2m", names=None):
-        self.lease_file = f"{net.folder}/dnsmasq.leases"
-        command = ["dnsmasq", "--keep-in-foreground", "--conf-file=/dev/null", "--user=root", "--bind-interfaces",
-                   "--interface=eth0", "--no-ping", "--no-resolv", "--no-hosts", "--pid-file=",
-                   f"--dhcp-leasefile={self.lease_file}", "--dhcp-authoritative",
-                   f"--dhcp-range={net.address(first)},{net.address(last)},255.255.255.0,{lease}"]
-        command += [f"--address=/{name}/{address}" for name, address in (names or {}).items()]
-        self.process = net.start("gateway", command, **QUIET)
-        wait_for_listener(net, "-u", 67)
-        wait_for_listener(net, "-u", 53)
-
-    def addresses(self):
-        """Those it has leased."""
-        with open(self.lease_file) as file:
-            return [line.split()[2] for line in file]
+def start_dhcp_server(net, first=100, last=150, lease="2m", names=None):
+    """dnsmasq in the gateway: DHCP, and DNS for {name: address}."""
+    command = ["dnsmasq", "--keep-in-foreground", "--conf-file=/dev/null", "--user=root", "--bind-interfaces",
+               "--interface=eth0", "--no-ping", "--no-resolv", "--no-hosts", "--pid-file=", "--leasefile-ro",
+               "--dhcp-authoritative", f"--dhcp-range={address(first)},{address(last)},255.255.255.0,{lease}"]
+    command += [f"--address=/{name}/{number}" for name, number in (names or {}).items()]
+    server = net.start(GATEWAY, command, **QUIET)
+    wait_for_listener(net, "-u", 67)
+    wait_for_listener(net, "-u", 53)
+    return server
 
 
 DHCLIENT_SCRIPT = """#!/bin/sh
@@ -77,12 +69,10 @@ class DhcpClient:
             file.write(DHCLIENT_SCRIPT.replace("RESOLVER", net.resolver))
         with open(f"{net.folder}/dhclient.conf", "w") as file:
             file.write("initial-interval 1; backoff-cutoff 2; timeout 10; retry 2;\n")
-        net.start("device", self.command("-d"), **QUIET)
-        wait_until(self.address, 15, "the lease is applied")
-
-    def command(self, *options):
-        return ["dhclient", "-4", "-lf", self.lease_file, "-pf", f"{self.net.folder}/dhclient.pid",
-                "-sf", f"{self.net.folder}/dhclient-script", "-cf", f"{self.net.folder}/dhclient.conf", *options, "eth0"]
+        self.process = net.start("device", [
+            "dhclient", "-4", "-d", "-lf", self.lease_file, "-pf", f"{net.folder}/dhclient.pid",
+            "-sf", f"{net.folder}/dhclient-script", "-cf", f"{net.folder}/dhclient.conf", "eth0"], **QUIET)
+        net.device = wait_until(self.address, 15, "the lease is applied")
 
     def address(self):
         """The device's address now, or an empty text."""
@@ -97,10 +87,10 @@ def start_echo_server(net):
     with open(f"{net.folder}/nginx.conf", "w") as file:
         file.write(f"daemon off; master_process off; user root; pid {net.folder}/nginx.pid; events {{ }}\n"
                    f"http {{ access_log off; server {{ listen 80; {location} }} }}\n")
-    net.start("gateway", ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
+    net.start(GATEWAY, ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
     wait_for_listener(net, "-t", 80)
 
 
-def wait_for_listener(net, protocol, port, place="gateway"):
+def wait_for_listener(net, protocol, port, place=GATEWAY):
     ask = ["ss", "-Hln", protocol, f"sport = :{port}"]
     wait_until(lambda: f":{port} " in net.run(place, ask).stdout, 5, f"somebody listens at port {port}")

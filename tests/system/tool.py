@@ -1,12 +1,13 @@
 """The Today host as a person uses it: taps of a mouse on its screen, and its dialogs read by the probe program."""
 import collections
 import subprocess
+import time
 
 from network import ROOT, stop, wait_until
 
 PROBE = f"{ROOT}/build/desktop/tests/probe.exe"
 OK, CANCEL = 1, 2
-MESSAGE = 100  # the text of a message box of Wine
+UNNUMBERED = 65535
 STRIP_MIDDLE, SCREEN_BOTTOM = 62, 307
 GRAPH, SIGNAL, USAGE, DHCP, PING, ADAPTER, SCANNER, CARD, DETECTOR = 25, 58, 77, 96, 115, 134, 153, 172, 191
 PATIENCE = 60
@@ -55,11 +56,15 @@ class Tool:
         return self.dialog()[0]
 
     def texts(self, *numbers):
+        """Of a list view with rows these."""
         controls = self.dialog()[1]
-        return [controls[number].text if number in controls else None for number in numbers]
+        return [controls[number].rows or controls[number].text for number in numbers]
 
-    def rows(self, number):
-        return self.dialog()[1][number].rows
+    def shows(self, expected, *numbers, seconds=20):
+        """The controls come to show that."""
+        end = time.monotonic() + seconds
+        while (shown := self.texts(*numbers)) != expected:
+            assert time.monotonic() < end, f"{shown} is not {expected}"
 
     def wait_for(self, condition, what):
         """Waits for a condition on the number of the dialog that takes input."""
@@ -87,7 +92,7 @@ class Tool:
     def fill(self, number, text):
         """Types over what is in a field."""
         self.tap(number)
-        self._act("key", "ctrl+a", "type", text)
+        self._act("key", "End", "shift+Home", "type", text)
         wait_until(lambda: self.texts(number) == [text], PATIENCE, f"{text} in {number}")
 
     def open(self, x, y=STRIP_MIDDLE):
@@ -102,8 +107,8 @@ class Tool:
         self.wait_for(lambda dialog: dialog != before, f"{number} closes the dialog")
 
     def answer(self):
-        """Closes the message box that has come up: its caption and text."""
-        text, = wait_until(lambda: (shown := self.texts(MESSAGE)) != [None] and shown, PATIENCE, "a message")
-        title = self.top().text
+        """Closes the message box that has come up: its caption and text. Only a message box has a caption."""
+        box, controls = wait_until(lambda: (shown := self.dialog())[0].number and shown[0].text and shown, PATIENCE,
+                                   "a message")
         self.close()
-        return title, text
+        return box.text, controls[UNNUMBERED].text

@@ -5,7 +5,6 @@ import re
 import resource
 import struct
 import subprocess
-import time
 
 from network import ROOT
 
@@ -51,8 +50,7 @@ class WineSession:
 
     def set_value(self, name, value):
         """A setting of the item."""
-        kind = "REG_DWORD" if isinstance(value, int) else "REG_SZ"
-        self.run("reg", "add", ITEM_KEY, "/v", name, "/t", kind, "/d", str(value), "/f", check=True)
+        self.run("reg", "add", ITEM_KEY, "/v", name, "/d", value, "/f", check=True)
 
     def value(self, name):
         """As `reg` shows it, or None where there is no such value."""
@@ -63,30 +61,14 @@ class WineSession:
         return sorted(glob.glob(f"{self.data}/*.log"))
 
     def records(self):
-        """Of all months, by hour as its month's name, day and hour: octets (received, transmitted)."""
+        """Of all months: octets (received, transmitted) by month's file, day and hour, as in "202702.log 28 0"."""
         records = {}
         for path in self.logs():
             with open(path, "rb") as file:
                 for day, hour, _, *octets in struct.iter_unpack("<bbHII", file.read()):
-                    records[os.path.basename(path), day, hour] = tuple(octets)
+                    records[f"{os.path.basename(path)} {day} {hour}"] = tuple(octets)
         return records
 
     def logged(self):
         """The sums over all records."""
         return tuple(map(sum, zip((0, 0), *self.records().values())))
-
-
-class Clock:
-    """The time of day of programs started with its `environment`; it stands still for nobody else."""
-
-    def __init__(self, net):
-        library, self.file = f"{net.folder}/clock_shift.so", f"{net.folder}/clock"
-        subprocess.run(["g++", "-O1", "-shared", "-fPIC", "-fno-threadsafe-statics", "-o", library,
-                        f"{ROOT}/tests/system/clock_shift.cpp"], check=True)
-        self.set(time.time())
-        self.environment = {"LD_PRELOAD": library, "QUORVANE_CLOCK": self.file}
-
-    def set(self, seconds):
-        """So many since 1970-01-01 UTC. Running programs have it at once."""
-        with open(self.file, "r+b" if os.path.exists(self.file) else "wb") as file:
-            file.write(struct.pack("<q", int(seconds) - int(time.time())))
