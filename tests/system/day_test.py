@@ -7,12 +7,11 @@ import operator
 import os
 import re
 import subprocess
-import sys
 import time
 import unittest
 
 from network import GATEWAY, Network, address, hardware, stop, wait_until
-from peers import QUIET, DhcpClient, start_dhcp_server, start_echo_server, wait_for_listener
+from peers import DhcpClient, start_dhcp_server, start_echo_server
 from tool import ADAPTER, CARD, DHCP, GRAPH, PING, SCANNER, SCREEN_BOTTOM, SIGNAL, USAGE, Tool
 from wine import WineSession
 
@@ -22,17 +21,6 @@ ZONE, AHEAD = "Asia/Kolkata", 19800
 LEASE_LINES = (1001, 1023, 1002, 1003, 1004)
 LEASE_SECONDS = 7200
 HOST, SILENT, NOBODY = 10, 40, 99
-
-# A web server whose answer comes an octet a second.
-SLOW_SERVER = """
-import socketserver, time
-class Answer(socketserver.BaseRequestHandler):
-    def handle(self):
-        self.request.sendall(b"HTTP/1.1 200 OK\\r\\nContent-Length: 99\\r\\n\\r\\n")
-        while self.request.send(b"2"):
-            time.sleep(1)
-socketserver.ThreadingTCPServer(("", 80), Answer).serve_forever()
-"""
 
 
 def as_text(seconds):
@@ -44,12 +32,10 @@ def minus(octets, others):
 
 
 class DayTest(unittest.TestCase):
-    maxDiff = None
-
     # The bookkeeping
 
     def at(self, hour):
-        """It is so many hours later for the host, and for nobody else."""
+        """It is so many hours later for the programs of Wine, and for nobody else."""
         self.hour = time.strftime("%Y%m.log %-d %-H", time.gmtime(LAST_DAY + hour * 3600))
         with open(f"{self.clock}.new", "w") as file:
             file.write(f"{int(LAST_DAY + hour * 3600 - AHEAD - time.time()):+}")
@@ -68,10 +54,7 @@ class DayTest(unittest.TestCase):
 
     def start_host(self):
         """From when the adapter rests, all is accounted for; the first tick only looked."""
-        self.tool = self.enterContext(Tool(self.wine, LD_PRELOAD="/usr/$LIB/faketime/libfaketime.so.1",
-                                           FAKETIME_TIMESTAMP_FILE=self.clock, FAKETIME_NO_CACHE="1",
-                                           FAKETIME_DONT_FAKE_MONOTONIC="1"))
-        time.sleep(TICK)
+        self.tool = self.enterContext(Tool(self.wine))
 
         def rested():
             before = self.net.counters(), self.wine.logged()
@@ -132,7 +115,7 @@ class DayTest(unittest.TestCase):
         self.tool.shows(self.lease(), *LEASE_LINES)
 
     def see_the_lease_and_the_public_address(self):
-        """The second of the names that are compiled in is asked when the first one's server is not done in time."""
+        """An octet a second comes from the first of the names that are compiled in: the second one is asked in time."""
         self.see_lease()
         started = time.monotonic()
         self.tool.tap(1084)
@@ -190,12 +173,10 @@ class DayTest(unittest.TestCase):
         self.start_host()
 
     def ping(self):
-        self.net.ip(GATEWAY, "route add unreachable 10.99.0.0/16")
         self.tool.open(PING)
         for host, status in ((address(HOST), f"Host ({address(HOST)}) is alive"),
                              (address(SILENT), "Request timed out."),
-                             (address(NOBODY), "Destination host unreachable."),
-                             ("10.99.0.1", "Destination host unreachable.")):
+                             (address(NOBODY), "Destination host unreachable.")):
             self.tool.fill(1007, host)
             self.tool.tap(1024)
             alive = host == address(HOST)
@@ -215,17 +196,15 @@ class DayTest(unittest.TestCase):
 
     def change_the_options(self):
         self.tool.open(60, SCREEN_BOTTOM)
-        truth = self.adapter()
         rows = dict(*self.tool.texts(1011))
-        self.assertEqual([rows[name] for name in ("Adapter", "MAC Address", "Type", "Speed", "IP Address")],
-                         [truth[0].removeprefix("Adapter - "), *truth[1:5]])
+        self.assertEqual([f"Adapter - {rows['Adapter']}", *map(rows.get, ("MAC Address", "Type", "Speed", "IP Address"))],
+                         self.adapter()[:5])
         self.tool.tap_screen(80, 36)
         self.tool.shows(["75"], 1081)
         self.tool.tap(1074)
         self.assertEqual(self.tool.texts(1080), [[["2027", "02"]]])
         self.tool.close()
-        self.tool.wait_for(lambda dialog: not dialog, "both windows close")
-        self.assertEqual(self.wine.value("TIcon"), "0x0")
+        wait_until(lambda: self.wine.value("TIcon") == "0x0", 20, "the choice is kept")
 
     def export(self):
         """The day as a person takes it home; the adapter may count a little while the file is written."""
@@ -249,16 +228,17 @@ class DayTest(unittest.TestCase):
     def test_a_day_and_two_hours(self):
         self.net = self.enterContext(Network([HOST, SILENT], device=None))
         self.net.set(SILENT, "net.ipv4.icmp_echo_ignore_all=1")
-        self.net.start(HOST, [sys.executable, "-c", SLOW_SERVER], **QUIET)
-        wait_for_listener(self.net, "-t", 80, HOST)
+        start_echo_server(self.net, HOST, "limit_rate 1;")
         start_echo_server(self.net)
         self.server = start_dhcp_server(self.net, lease=str(LEASE_SECONDS), names={
             "ip1.quorvane.net": address(HOST), "ip2.quorvane.net": address(GATEWAY)})
         self.client = DhcpClient(self.net)
-        self.wine = WineSession(self.net, TZ=ZONE)
-        self.wine.start_helper()
         self.clock, self.records = f"{self.net.folder}/clock", {}
         self.at(0)
+        self.wine = WineSession(self.net, TZ=ZONE, LD_PRELOAD="/usr/$LIB/faketime/libfaketime.so.1",
+                                FAKETIME_TIMESTAMP_FILE=self.clock, FAKETIME_NO_CACHE="1",
+                                FAKETIME_DONT_FAKE_MONOTONIC="1")
+        self.wine.start_helper()
         self.start_host()
         events = {0: self.see_the_graph, 1: self.see_adapter, 3: self.see_the_lease_and_the_public_address,
                   5: self.look_for_a_radio, 7: self.switch_the_adapter_off_and_on, 9: self.release_and_renew,
@@ -272,8 +252,3 @@ class DayTest(unittest.TestCase):
             self.account()
             self.assertIsNone(self.tool.host.poll(), "the host ended")
         self.assertEqual(len(self.records), 26)
-        self.assertEqual([os.path.basename(path) for path in self.wine.logs()], ["202702.log", "202703.log"])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -66,8 +66,6 @@ class Network(contextlib.ExitStack):
             self.ip("lan", f"link add p{number} up master bridge type veth"
                            f" peer name eth0 address {hardware(number)} netns {self.namespace(number)}")
             self.ip(number, "link set eth0 up", f"addr add {address(number)}/24 dev eth0")
-        # Refusals of the gateway are wanted every time, whatever other networks of this machine send meanwhile.
-        self.set(GATEWAY, "net.ipv4.ip_forward=1", "net.ipv4.icmp_ratemask=0")
         self.attach_device()
         return self
 

@@ -1,6 +1,7 @@
 """Real peers for a Network: NetBIOS names, DHCP with DNS, the echo server."""
 import os
 import re
+import shlex
 import subprocess
 
 from network import GATEWAY, ROOT, address, wait_until
@@ -10,29 +11,18 @@ QUIET = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
 def start_netbios(net, names, seconds=30):
     """nmbd on hosts, given as {number: name}, each of which owns its name at the end; one that ends at start starts again."""
-    processes = {number: _start_nmbd(net, number, name) for number, name in names.items()}
-    waiting = dict(names)
-
-    def all_own_their_names():
-        for number, name in [*waiting.items()]:
-            if processes[number].poll() is not None:
-                processes[number] = _start_nmbd(net, number, name)
-            elif f"{name} " in net.run(GATEWAY, ["nmblookup", "-A", address(number)]).stdout:
-                del waiting[number]
-        return not waiting
-
-    wait_until(all_own_their_names, seconds, f"nmbd owns its name on {waiting}")
-
-
-def _start_nmbd(net, number, name):
-    folder = f"{net.folder}/nmbd{number}"
-    os.makedirs(folder, exist_ok=True)
-    settings = {"netbios name": name, "interfaces": f"{address(number)}/24", "bind interfaces only": "yes",
-                "local master": "no", "log file": f"{folder}/log"}
-    for kind in ("private dir", "lock directory", "state directory", "cache directory", "pid directory", "ncalrpc dir"):
-        settings[kind] = folder
-    return net.start(number, ["nmbd", "-F", "--no-process-group", "-s", "/dev/null",
-                              *(f"--option={key}={value}" for key, value in settings.items())], **QUIET)
+    for number, name in names.items():
+        folder = f"{net.folder}/nmbd{number}"
+        os.makedirs(folder)
+        settings = {"netbios name": name, "interfaces": f"{address(number)}/24", "bind interfaces only": "yes",
+                    "local master": "no", "log file": f"{folder}/log", "private dir": folder, "lock directory": folder,
+                    "state directory": folder, "cache directory": folder, "pid directory": folder, "ncalrpc dir": folder}
+        nmbd = shlex.join(["nmbd", "-F", "--no-process-group", "-s", "/dev/null",
+                           *(f"--option={key}={value}" for key, value in settings.items())])
+        net.start(number, ["sh", "-c", f"until {nmbd}; do sleep 0.1; done"], **QUIET)
+    for number, name in names.items():
+        wait_until(lambda: f"{name} " in net.run(GATEWAY, ["nmblookup", "-A", address(number)]).stdout, seconds,
+                   f"nmbd owns its name on {number}")
 
 
 def start_dhcp_server(net, first=100, last=150, lease="2m", names=None):
@@ -42,8 +32,7 @@ def start_dhcp_server(net, first=100, last=150, lease="2m", names=None):
                "--dhcp-authoritative", f"--dhcp-range={address(first)},{address(last)},255.255.255.0,{lease}"]
     command += [f"--address=/{name}/{number}" for name, number in (names or {}).items()]
     server = net.start(GATEWAY, command, **QUIET)
-    wait_for_listener(net, "-u", 67)
-    wait_for_listener(net, "-u", 53)
+    wait_for_listener(net, GATEWAY, "-u", 67)
     return server
 
 
@@ -80,17 +69,18 @@ class DhcpClient:
         return addresses[0]["local"] if addresses else ""
 
 
-def start_echo_server(net):
-    """nginx in the gateway, which answers as docs/echo-server.md has it."""
+def start_echo_server(net, place=GATEWAY, limit=""):
+    """nginx, which answers as docs/echo-server.md has it."""
     with open(f"{ROOT}/docs/echo-server.md") as file:
         location = re.search(r"(?m)^    location = [^}]*}", file.read())[0]
-    with open(f"{net.folder}/nginx.conf", "w") as file:
-        file.write(f"daemon off; master_process off; user root; pid {net.folder}/nginx.pid; events {{ }}\n"
-                   f"http {{ access_log off; server {{ listen 80; {location} }} }}\n")
-    net.start(GATEWAY, ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
-    wait_for_listener(net, "-t", 80)
+    settings = f"{net.folder}/nginx{place}"
+    with open(f"{settings}.conf", "w") as file:
+        file.write(f"daemon off; master_process off; user root; pid {settings}.pid; events {{ }}\n"
+                   f"http {{ access_log off; {limit} server {{ listen 80; {location} }} }}\n")
+    net.start(place, ["nginx", "-c", f"{settings}.conf", "-e", f"{settings}.log"])
+    wait_for_listener(net, place, "-t", 80)
 
 
-def wait_for_listener(net, protocol, port, place=GATEWAY):
+def wait_for_listener(net, place, protocol, port):
     ask = ["ss", "-Hln", protocol, f"sport = :{port}"]
     wait_until(lambda: f":{port} " in net.run(place, ask).stdout, 5, f"somebody listens at port {port}")

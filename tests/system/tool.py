@@ -18,15 +18,15 @@ Window = collections.namedtuple("Window", "number x y text rows")
 
 
 class Tool:
-    """with Tool(wine) as tool: the running host. With the x of an icon of the strip that tool is open. `more` are further
-    options of the host and `environment` of its process."""
+    """with Tool(wine) as tool: the running host, with so many more options. With the x of an icon of the strip that tool
+    is open."""
 
-    def __init__(self, wine, icon=None, size="240x320", seconds=400, more=(), **environment):
+    def __init__(self, wine, icon=None, size="240x320", seconds=400, more=()):
         self.wine, self.icon, self.scale = wine, icon, 2 if max(map(int, size.split("x"))) > 320 else 1
-        self.arguments, self.environment = ("--size", size, "--seconds", seconds, *more), environment
+        self.arguments = "--size", size, "--seconds", seconds, *more
 
     def __enter__(self):
-        self.host = self.wine.start_host(*self.arguments, **self.environment)
+        self.host = self.wine.start_host(*self.arguments)
         wait_until(lambda: self._probe().returncode == 0, PATIENCE, "the host's screen")
         self.corner = self.top()
         if self.icon:

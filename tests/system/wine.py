@@ -36,10 +36,9 @@ class WineSession:
         """Runs a Windows program to its end; the completed process has its text output."""
         return self.net.run("device", ["wine", *command], cwd=self.root, env=self.variables, **options)
 
-    def start_host(self, *arguments, **environment):
+    def start_host(self, *arguments):
         """The process returned is the Windows process itself, so killing it is a crash."""
-        return self.net.start("device", ["wine", HOST, *map(str, arguments)], cwd=self.root,
-                              env={**self.variables, **environment})
+        return self.net.start("device", ["wine", HOST, *map(str, arguments)], cwd=self.root, env=self.variables)
 
     def start_helper(self):
         """Starts the Linux helper in the session's namespace; programs started from now on find it."""
