@@ -101,8 +101,7 @@ class DayTest(unittest.TestCase):
             heights = [max((height for height in range(101)
                             if monitor[dialog.y + 16 + 113 - height, dialog.x + 4 + 7 * column] & 0xFFFFFF == colour),
                            default=0) for column in range(5, 25)]
-            columns = sum(height > 0 for height in heights)
-            self.assertTrue(0 <= octets - 1024 * sum(heights) < 1024 * (columns + 1), (colour, octets, heights))
+            self.assertIn(octets - 1024 * sum(heights), range(1024 * (1 + sum(map(bool, heights)))), heights)
         self.tool.close()
 
     def see_adapter(self):
@@ -116,11 +115,13 @@ class DayTest(unittest.TestCase):
 
     def see_the_lease_and_the_public_address(self):
         """An octet a second comes from the first of the names that are compiled in: the second one is asked in time."""
+        slow = start_echo_server(self.net, HOST, "limit_rate 1;")
         self.see_lease()
         started = time.monotonic()
         self.tool.tap(1084)
         self.tool.shows([self.client.address()], 1083)
         self.assertLess(time.monotonic() - started, 12.5)
+        stop(slow)
         self.tool.close()
 
     def release_and_renew(self):
@@ -228,7 +229,6 @@ class DayTest(unittest.TestCase):
     def test_a_day_and_two_hours(self):
         self.net = self.enterContext(Network([HOST, SILENT], device=None))
         self.net.set(SILENT, "net.ipv4.icmp_echo_ignore_all=1")
-        start_echo_server(self.net, HOST, "limit_rate 1;")
         start_echo_server(self.net)
         self.server = start_dhcp_server(self.net, lease=str(LEASE_SECONDS), names={
             "ip1.quorvane.net": address(HOST), "ip2.quorvane.net": address(GATEWAY)})
@@ -250,5 +250,4 @@ class DayTest(unittest.TestCase):
                 events[hour]()
             self.ping_hosts(5_000 + 500 * hour, 20_000 + 1_000 * hour)
             self.account()
-            self.assertIsNone(self.tool.host.poll(), "the host ended")
         self.assertEqual(len(self.records), 26)

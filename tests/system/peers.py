@@ -76,9 +76,10 @@ def start_echo_server(net, place=GATEWAY, limit=""):
     settings = f"{net.folder}/nginx{place}"
     with open(f"{settings}.conf", "w") as file:
         file.write(f"daemon off; master_process off; user root; pid {settings}.pid; events {{ }}\n"
-                   f"http {{ access_log off; {limit} server {{ listen 80; {location} }} }}\n")
-    net.start(place, ["nginx", "-c", f"{settings}.conf", "-e", f"{settings}.log"])
+                   f"http {{ access_log off; keepalive_timeout 0; {limit} server {{ listen 80; {location} }} }}\n")
+    server = net.start(place, ["nginx", "-c", f"{settings}.conf", "-e", f"{settings}.log"])
     wait_for_listener(net, place, "-t", 80)
+    return server
 
 
 def wait_for_listener(net, place, protocol, port):

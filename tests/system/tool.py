@@ -7,7 +7,7 @@ from network import ROOT, stop, wait_until
 
 PROBE = f"{ROOT}/build/desktop/tests/probe.exe"
 OK, CANCEL = 1, 2
-UNNUMBERED = 65535
+UNNUMBERED = 65535  # as the text of a message box is
 STRIP_MIDDLE, SCREEN_BOTTOM = 62, 307
 GRAPH, SIGNAL, USAGE, DHCP, PING, ADAPTER, SCANNER, CARD, DETECTOR = 25, 58, 77, 96, 115, 134, 153, 172, 191
 PATIENCE = 60
