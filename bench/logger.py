@@ -7,7 +7,7 @@ import tempfile
 import time
 
 from programs import memory, processor_seconds
-from scan_networks import Host, Network
+from scan_networks import Network, address
 
 AS_OFTEN = (2, 2, 1)  # seconds between polls and between updates, minutes between saves: the shortest that it takes
 CUSTOMARY = (5, 20, 5)
@@ -71,10 +71,10 @@ def _watch_saves(figures, logger):
 
 
 def measure_logger(figures):
-    with Network([Host(2)]) as net, tempfile.TemporaryDirectory() as often, tempfile.TemporaryDirectory() as traced, \
+    with Network([2]) as net, tempfile.TemporaryDirectory() as often, tempfile.TemporaryDirectory() as traced, \
             tempfile.TemporaryDirectory() as customary:
         trace = f"{traced}/trace"
-        ping = net.start("device", ["ping", "-q", "-i", "0.2", net.address(next(iter(net.hosts)))],
+        ping = net.start("device", ["ping", "-q", "-i", "0.2", address(2)],
                          stdout=subprocess.DEVNULL)
         saving, traced_logger, idle = loggers = [
             Logger(net, often, AS_OFTEN), Logger(net, traced, AS_OFTEN, "strace", "-I2", "-o", trace),

@@ -6,31 +6,31 @@ import sys
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "tests", "system"))
 
-from network import Host, Network  # noqa: E402
+from network import DEVICE, GATEWAY, Network, address, hardware  # noqa: E402
 from peers import start_netbios  # noqa: E402
 from wine import ROOT  # noqa: E402
 
 SCAN_PROBE = f"{ROOT}/build/desktop/bench/scan_probe.exe"
 
 
-NUMBERS = [number for number in range(2, 255) if number != 33]  # which is the device's
+NUMBERS = [number for number in range(2, 255) if number != DEVICE]
 
 
 def expected_hosts(net, names):
     """{address: (hardware address, name)} of all; the device has no row in its own table."""
-    return {net.address("device"): ("-", b""), net.address("gateway"): (net.gateway_mac, b""),
-            **{net.address(number): (host.hardware, names.get(number, "").encode()) for number, host in net.hosts.items()}}
+    return {net.device: ("-", b""),
+            **{address(number): (hardware(number), names.get(number, "").encode()) for number in (GATEWAY, *net.hosts)}}
 
 
 class NamedNetwork:
     """with NamedNetwork(60, 20) as (net, names): so many hosts, real NetBIOS peers on some of them."""
 
     def __init__(self, hosts, named):
-        self.net, self.hosts, self.named = Network(map(Host, NUMBERS[:hosts])), hosts, named
+        self.net, self.hosts, self.named = Network(NUMBERS[:hosts]), hosts, named
 
     def __enter__(self):
         self.net.__enter__()
-        numbers = list(self.net.hosts)[::max(1, self.hosts // self.named)][:self.named]
+        numbers = self.net.hosts[::max(1, self.hosts // self.named)][:self.named]
         names = {number: f"HOST-{number}" for number in numbers}
         start_netbios(self.net, names, 120)
         return self.net, names

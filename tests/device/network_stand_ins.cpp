@@ -63,7 +63,7 @@ bool DeviceIoControl(uint64_t, uint32_t code, const uint32_t* in, uint32_t inByt
         return platform::RadioIoControl(nullptr, code, out, inBytes, room, done);
     }
     const auto value = scripted::system.wireless.values.find(in[0]);
-    if (Narrow(At<char16_t>(in[1])) != "WLAN1" || value == scripted::system.wireless.values.end()) {
+    if (Narrow(At<char16_t>(in[1])) != "w" || value == scripted::system.wireless.values.end()) {
         return false;
     }
     std::copy(value->second.begin(), value->second.end(), reinterpret_cast<uint8_t*>(out + 2));

@@ -1,158 +1,114 @@
-"""A LAN of network namespaces: a bridge, the device under test, a gateway and hosts of chosen behaviour.
+"""A LAN of network namespaces: a bridge, the device under test, a gateway and hosts. Needs root.
 
 Everything carries a prefix with the owner's process id, so several networks live side by side, and the next network
-clears away what one of an owner that is gone left. Needs root.
+clears away what one of an owner that is gone left.
 """
-import atexit
 import contextlib
-import dataclasses
 import glob
 import itertools
 import json
 import os
 import re
 import shutil
-import signal
 import subprocess
 import tempfile
 import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 BUILD = f"{ROOT}/build"
+GATEWAY, DEVICE = 1, 33
 
 
-def wait_until(condition, seconds, what, interval=0.02):
+def wait_until(condition, seconds, what):
     """Asks until the condition is true and returns its value; fails after the given time."""
     deadline = time.monotonic() + seconds
     while not (value := condition()):
         if time.monotonic() > deadline:
             raise TimeoutError(f"not within {seconds} s: {what}")
-        time.sleep(interval)
+        time.sleep(0.1)
     return value
 
 
-@dataclasses.dataclass(frozen=True)
-class Host:
-    """behaviour: answers; drops (no echo reply, all else works); blackhole (answers ARP, nothing else)."""
-    number: int
-    behaviour: str = "answers"
+def address(number):
+    return f"192.168.7.{number}"
 
-    @property
-    def hardware(self):
-        return f"02:51:56:00:00:{self.number:02x}"
+
+def hardware(number):
+    return f"02:51:56:00:00:{number:02x}"
 
 
 class Network(contextlib.ExitStack):
-    """with Network(hosts) as net: net.run("device", ["ping", net.address(10)]). A place is "device", "gateway", "lan"
-    (the namespace of the bridge) or a host's number. `device_number` None leaves the device without an address.
-    What is put on the stack (net.callback) ends with the network, whose files are in net.folder."""
+    """with Network([10]) as net: net.run("device", ["ping", address(10)]). A place is "device", "lan" (the namespace of the
+    bridge) or the number of a host or the gateway. `device` is the device's address; with None it has none. What is put
+    on the stack (net.callback) ends with the network, whose files are in net.folder."""
     _numbers = itertools.count()
 
-    device_mac, gateway_mac = "02:51:56:01:00:01", "02:51:56:01:00:fe"
-
-    def __init__(self, hosts=(), device_number=33):
+    def __init__(self, hosts=(), device=address(DEVICE)):
         super().__init__()
-        self.hosts = {host.number: host for host in hosts}
-        self.device_number = device_number
+        self.hosts, self.device = [*hosts], device
         self.prefix = f"qn{os.getpid()}n{next(self._numbers)}-"
         self.resolver = f"/etc/netns/{self.prefix}device/resolv.conf"
 
     def __enter__(self):
         remove_remains()
         self.callback(_remove, self.prefix)
-        atexit.register(self.close)
         # Beside the finished Wine prefix, whose files are linked into it.
         self.folder = tempfile.mkdtemp(prefix=self.prefix, dir=BUILD)
-        self._build()
-        return self
-
-    def _build(self):
-        places = ["lan", "device", "gateway", *self.hosts]
-        _batch([f"netns add {self.namespace(place)}" for place in places])
-        for place in places:
-            self._set(place, "net.ipv6.conf.all.disable_ipv6=1", "net.ipv6.conf.default.disable_ipv6=1")
+        # A file of its own from the start: programs that are running see later changes of it, never the machine's.
+        os.makedirs(os.path.dirname(self.resolver))
+        open(self.resolver, "w").close()
+        for place in ("lan", "device", GATEWAY, *self.hosts):
+            subprocess.run(["ip", "netns", "add", self.namespace(place)], check=True)
+            self.set(place, "net.ipv6.conf.default.disable_ipv6=1")
             self.ip(place, "link set lo up")
         self.ip("lan", "link add bridge type bridge forward_delay 0 mcast_snooping 0", "link set bridge up")
-        self._connect("gateway", 1, self.gateway_mac)
-        # Refusals of the gateway are wanted every time, whatever other networks of this machine send meanwhile.
-        self._set("gateway", "net.ipv4.ip_forward=1", "net.ipv4.icmp_ratemask=0")
-        for host in self.hosts.values():
-            self._connect(host.number, host.number, host.hardware)
-            if host.behaviour == "drops":
-                self._set(host.number, "net.ipv4.icmp_echo_ignore_all=1")
-            if host.behaviour == "blackhole":
-                self.ip(host.number, f"route add blackhole {self.address('device')}/32")
+        for number in (GATEWAY, *self.hosts):
+            self.ip("lan", f"link add p{number} up master bridge type veth"
+                           f" peer name eth0 address {hardware(number)} netns {self.namespace(number)}")
+            self.ip(number, "link set eth0 up", f"addr add {address(number)}/24 dev eth0")
         self.attach_device()
-        # A file of its own from the start: programs that are running see later changes of it, never the machine's.
-        self.set_resolver()
-
-    def _set(self, place, *settings):
-        self.run(place, ["sysctl", "-qw", *settings], check=True)
-
-    def _connect(self, place, number, mac):
-        self.ip("lan", f"link add p{place} up master bridge type veth"
-                       f" peer name eth0 address {mac} netns {self.namespace(place)}")
-        self.ip(place, "link set eth0 up", f"addr add {self.address(number)}/24 dev eth0")
-
-    # Asking and telling
+        return self
 
     def namespace(self, place):
         return f"{self.prefix}{place}"
 
-    def address(self, place):
-        numbers = {"device": self.device_number, "gateway": 1}
-        return f"192.168.7.{numbers.get(place, place)}"
-
     def ip(self, place, *commands):
-        _batch(commands, self.namespace(place))
+        self.run(place, ["ip", "-batch", "-"], input="\n".join(commands), stderr=None, check=True)
 
     def ask_ip(self, place, *words):
         """The records that this command shows."""
-        shown = subprocess.run(["ip", "-n", self.namespace(place), "-j", *words], check=True, capture_output=True)
-        return json.loads(shown.stdout)
+        return json.loads(self.run(place, ["ip", "-j", *words], check=True).stdout)
+
+    def set(self, place, *settings):
+        self.run(place, ["sysctl", "-qw", *settings], check=True)
 
     def start(self, place, command, **options):
         """Starts a program in a namespace; it ends with the network at the latest. Its process id is its own."""
         # Some daemons end when a pipe on their standard input does.
-        options = {"stdin": subprocess.DEVNULL, **options}
-        process = subprocess.Popen(["ip", "netns", "exec", self.namespace(place), *command], **options)
+        process = subprocess.Popen(["ip", "netns", "exec", self.namespace(place), *command], stdin=subprocess.DEVNULL,
+                                   **options)
         self.callback(stop, process)
         return process
 
-    def run(self, place, command, timeout=30, **options):
+    def run(self, place, command, **options):
         """Runs a program to its end and returns the completed process with its text output."""
-        options = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.STDOUT, "text": True,
+        options = {"input": "", "stdout": subprocess.PIPE, "stderr": subprocess.STDOUT, "text": True, "timeout": 60,
                    **options}
-        return subprocess.run(["ip", "netns", "exec", self.namespace(place), *command], timeout=timeout, **options)
-
-    def set_resolver(self, *servers):
-        """Names the DNS servers that the device's programs started from now on see."""
-        os.makedirs(os.path.dirname(self.resolver), exist_ok=True)
-        with open(self.resolver, "w") as file:
-            file.writelines(f"nameserver {server}\n" for server in servers)
+        return subprocess.run(["ip", "netns", "exec", self.namespace(place), *command], **options)
 
     def counters(self):
         """The kernel's own octet counters of the device's adapter: (received, transmitted)."""
         statistics = self.ask_ip("device", "-s", "link", "show", "eth0")[0]["stats64"]
         return statistics["rx"]["bytes"], statistics["tx"]["bytes"]
 
-    def neighbour(self, address):
-        """The hardware address that the device's ARP table holds for an address, or an empty text."""
-        rows = self.ask_ip("device", "neigh", "show", address)
-        return rows[0].get("lladdr", "") if rows else ""
-
-    # The device's adapter
-
-    def attach_device(self, index=None):
-        """Gives the device its adapter eth0, with an address and the default route, under a chosen index if wanted."""
-        chosen = f"index {index}" if index else ""
-        self.ip("device", f"link add eth0 {chosen} address {self.device_mac} up type veth"
+    def attach_device(self, chosen=""):
+        """Gives the device its adapter eth0, with its address and the default route; chosen may be an "index 77"."""
+        self.ip("device", f"link add eth0 {chosen} address {hardware(DEVICE)} up type veth"
                           f" peer name pdevice netns {self.namespace('lan')}")
         self.ip("lan", "link set pdevice master bridge up")
         self.wait_for_bridge()
-        if self.device_number:
-            self.ip("device", f"addr add {self.address('device')}/24 dev eth0",
-                    f"route add default via {self.address('gateway')}")
+        if self.device:
+            self.ip("device", f"addr add {self.device}/24 dev eth0", f"route add default via {address(GATEWAY)}")
 
     def wait_for_bridge(self):
         """The bridge hears of a link that came up a moment later, and drops what comes before."""
@@ -165,11 +121,7 @@ class Network(contextlib.ExitStack):
 
 
 def stop(process):
-    """Ends a started program: politely, then by force."""
     with process:
-        process.terminate()
-        with contextlib.suppress(subprocess.TimeoutExpired):
-            process.wait(3)
         process.kill()
 
 
@@ -183,24 +135,8 @@ def remove_remains():
 
 def _remove(prefix):
     """Ends every process inside the namespaces of a prefix, then deletes these and its files."""
-
-    def has_ended(name):
-        pids = ["ip", "netns", "pids", name]
-        for process in subprocess.run(pids, capture_output=True, text=True).stdout.split():
-            with contextlib.suppress(ProcessLookupError):
-                os.kill(int(process), signal.SIGKILL)
-        return not subprocess.run(pids, capture_output=True).stdout
-
     for name in map(os.path.basename, glob.glob(f"/run/netns/{prefix}*")):
-        wait_until(lambda: has_ended(name), 5, f"processes of {name} end")
-        subprocess.run(["ip", "netns", "del", name], stderr=subprocess.DEVNULL)
-        shutil.rmtree(f"/etc/netns/{name}", ignore_errors=True)
-    for folder in glob.glob(f"{BUILD}/{prefix}*"):
+        end = f'while pids=$(ip netns pids {name}) && [ "$pids" ]; do kill -9 $pids; sleep 0.02; done'
+        subprocess.run(f"{end}; ip netns del {name}", shell=True, stderr=subprocess.DEVNULL, timeout=10)
+    for folder in [*glob.glob(f"/etc/netns/{prefix}*"), *glob.glob(f"{BUILD}/{prefix}*")]:
         shutil.rmtree(folder, ignore_errors=True)
-
-
-def _batch(commands, namespace=None):
-    where = ["-n", namespace] if namespace else []
-    done = subprocess.run(["ip", *where, "-batch", "-"], input="\n".join(commands), text=True, capture_output=True)
-    if done.returncode:
-        raise RuntimeError(f"ip {' '.join(where)}: {done.stderr.strip()}")

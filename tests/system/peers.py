@@ -1,62 +1,39 @@
 """Real peers for a Network: NetBIOS names, DHCP with DNS, the echo server."""
 import os
 import re
+import shlex
 import subprocess
 
-from network import ROOT, wait_until
+from network import GATEWAY, ROOT, address, wait_until
 
 QUIET = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
 
 def start_netbios(net, names, seconds=30):
     """nmbd on hosts, given as {number: name}, each of which owns its name at the end; one that ends at start starts again."""
-    processes = {number: _start_nmbd(net, number, name) for number, name in names.items()}
-    waiting = dict(names)
-
-    def all_own_their_names():
-        for number, name in [*waiting.items()]:
-            if processes[number].poll() is not None:
-                processes[number] = _start_nmbd(net, number, name)
-            elif f"{name} " in net.run("gateway", ["nmblookup", "-A", net.address(number)]).stdout:
-                del waiting[number]
-        return not waiting
-
-    wait_until(all_own_their_names, seconds, f"nmbd owns its name on {waiting}", 0.2)
-
-
-def _start_nmbd(net, number, name):
-    folder = f"{net.folder}/nmbd{number}"
-    os.makedirs(folder, exist_ok=True)
-    lines = ["[global]", f"netbios name = {name}", "workgroup = QUORVANELAN", f"interfaces = {net.address(number)}/24",
-             "bind interfaces only = yes", "local master = no", "domain master = no", "preferred master = no",
-             "disable spoolss = yes", f"log file = {folder}/log"]
-    lines += [f"{kind} = {folder}" for kind in ("private dir", "lock directory", "state directory", "cache directory",
-                                                "pid directory", "ncalrpc dir")]
-    with open(f"{folder}/smb.conf", "w") as file:
-        file.write("\n".join(lines) + "\n")
-    return net.start(number, ["nmbd", "-F", "--no-process-group", "-s", f"{folder}/smb.conf"], **QUIET)
+    for number, name in names.items():
+        folder = f"{net.folder}/nmbd{number}"
+        os.makedirs(folder)
+        settings = {"netbios name": name, "interfaces": f"{address(number)}/24", "bind interfaces only": "yes",
+                    "local master": "no", "log file": f"{folder}/log", "private dir": folder, "lock directory": folder,
+                    "state directory": folder, "cache directory": folder, "pid directory": folder, "ncalrpc dir": folder}
+        nmbd = shlex.join(["nmbd", "-F", "--no-process-group", "-s", "/dev/null",
+                           *(f"--option={key}={value}" for key, value in settings.items())])
+        net.start(number, ["sh", "-c", f"until {nmbd}; do sleep 0.1; done"], **QUIET)
+    for number, name in names.items():
+        wait_until(lambda: f"{name} " in net.run(GATEWAY, ["nmblookup", "-A", address(number)]).stdout, seconds,
+                   f"nmbd owns its name on {number}")
 
 
-class DhcpServer:
-    """dnsmasq in the gateway: DHCP with router, DNS and WINS servers, and DNS for {name: address}."""
-
-    def __init__(self, net, first=100, last=150, lease="2m", names=None):
-        self.lease_file = f"{net.folder}/dnsmasq.leases"
-        gateway = net.address("gateway")
-        command = ["dnsmasq", "--keep-in-foreground", "--conf-file=/dev/null", "--user=root", "--bind-interfaces",
-                   "--interface=eth0", "--no-ping", "--no-resolv", "--no-hosts", "--pid-file=",
-                   f"--dhcp-leasefile={self.lease_file}", "--dhcp-authoritative",
-                   f"--dhcp-range={net.address(first)},{net.address(last)},255.255.255.0,{lease}",
-                   f"--dhcp-option=3,{gateway}", f"--dhcp-option=6,{gateway}", f"--dhcp-option=44,{net.address(2)}"]
-        command += [f"--address=/{name}/{address}" for name, address in (names or {}).items()]
-        self.process = net.start("gateway", command, **QUIET)
-        wait_for_listener(net, "-u", 67)
-        wait_for_listener(net, "-u", 53)
-
-    def addresses(self):
-        """Those it has leased."""
-        with open(self.lease_file) as file:
-            return [line.split()[2] for line in file]
+def start_dhcp_server(net, first=100, last=150, lease="2m", names=None):
+    """dnsmasq in the gateway: DHCP, and DNS for {name: address}."""
+    command = ["dnsmasq", "--keep-in-foreground", "--conf-file=/dev/null", "--user=root", "--bind-interfaces",
+               "--interface=eth0", "--no-ping", "--no-resolv", "--no-hosts", "--pid-file=", "--leasefile-ro",
+               "--dhcp-authoritative", f"--dhcp-range={address(first)},{address(last)},255.255.255.0,{lease}"]
+    command += [f"--address=/{name}/{number}" for name, number in (names or {}).items()]
+    server = net.start(GATEWAY, command, **QUIET)
+    wait_for_listener(net, GATEWAY, "-u", 67)
+    return server
 
 
 DHCLIENT_SCRIPT = """#!/bin/sh
@@ -80,14 +57,11 @@ class DhcpClient:
         with open(f"{net.folder}/dhclient-script", "w", opener=lambda *path: os.open(*path, 0o755)) as file:
             file.write(DHCLIENT_SCRIPT.replace("RESOLVER", net.resolver))
         with open(f"{net.folder}/dhclient.conf", "w") as file:
-            file.write("request subnet-mask, routers, domain-name-servers, netbios-name-servers;\n"
-                       "initial-interval 1; backoff-cutoff 2; timeout 10; retry 2;\n")
-        net.start("device", self.command("-d"), **QUIET)
-        wait_until(self.address, 15, "the lease is applied", 0.1)
-
-    def command(self, *options):
-        return ["dhclient", "-4", "-lf", self.lease_file, "-pf", f"{self.net.folder}/dhclient.pid",
-                "-sf", f"{self.net.folder}/dhclient-script", "-cf", f"{self.net.folder}/dhclient.conf", *options, "eth0"]
+            file.write("initial-interval 1; backoff-cutoff 2; timeout 10; retry 2;\n")
+        self.process = net.start("device", [
+            "dhclient", "-4", "-d", "-lf", self.lease_file, "-pf", f"{net.folder}/dhclient.pid",
+            "-sf", f"{net.folder}/dhclient-script", "-cf", f"{net.folder}/dhclient.conf", "eth0"], **QUIET)
+        net.device = wait_until(self.address, 15, "the lease is applied")
 
     def address(self):
         """The device's address now, or an empty text."""
@@ -95,24 +69,19 @@ class DhcpClient:
         return addresses[0]["local"] if addresses else ""
 
 
-class EchoServer:
-    """nginx in the gateway, which answers as docs/echo-server.md has it."""
-
-    def __init__(self, net):
-        with open(f"{ROOT}/docs/echo-server.md") as file:
-            location = re.search(r"(?m)^    location = [^}]*}", file.read())[0]
-        self.log = f"{net.folder}/access.log"
-        with open(f"{net.folder}/nginx.conf", "w") as file:
-            file.write(f"daemon off; master_process off; user root; pid {net.folder}/nginx.pid; events {{ }}\n"
-                       f"http {{ access_log {self.log}; server {{ listen 80; {location} }} }}\n")
-        net.start("gateway", ["nginx", "-c", f"{net.folder}/nginx.conf", "-e", f"{net.folder}/error.log"])
-        wait_for_listener(net, "-t", 80)
-
-    def requests(self):
-        with open(self.log) as file:
-            return file.read().splitlines()
+def start_echo_server(net, place=GATEWAY, limit=""):
+    """nginx, which answers as docs/echo-server.md has it."""
+    with open(f"{ROOT}/docs/echo-server.md") as file:
+        location = re.search(r"(?m)^    location = [^}]*}", file.read())[0]
+    settings = f"{net.folder}/nginx{place}"
+    with open(f"{settings}.conf", "w") as file:
+        file.write(f"daemon off; master_process off; user root; pid {settings}.pid; events {{ }}\n"
+                   f"http {{ access_log off; keepalive_timeout 0; {limit} server {{ listen 80; {location} }} }}\n")
+    server = net.start(place, ["nginx", "-c", f"{settings}.conf", "-e", f"{settings}.log"])
+    wait_for_listener(net, place, "-t", 80)
+    return server
 
 
-def wait_for_listener(net, protocol, port, place="gateway"):
+def wait_for_listener(net, place, protocol, port):
     ask = ["ss", "-Hln", protocol, f"sport = :{port}"]
     wait_until(lambda: f":{port} " in net.run(place, ask).stdout, 5, f"somebody listens at port {port}")

@@ -1,155 +1,189 @@
-// What the Today screen's messages make of the item, its strip's pixels, and the icon that it paints over the taskbar.
+// The item's strip, pixel by pixel, the icon that it paints over the taskbar, and its options.
 
 #include "item/item_window.h"
 #include "item/settings.h"
-#include "item/taskbar_icon.h"
 #include "item/tick.h"
+#include "platform/scoped_gdi.h"
+#include "platform/today.h"
 #include "tests/ui/ui_test.h"
 
 namespace ui {
 namespace {
 
-using Strip = UiTest;
-INSTANTIATE_TEST_SUITE_P(Screen, Strip, kEveryScreen);
-
 constexpr COLORREF kMarker = RGB(1, 200, 3);  // nothing in the product has this colour
 
-// The item as the module's attach and the host make it: window, height, place, and a refresh after which the drawing
-// resources are there. Its settings come from the registry as the test left it.
-struct ItemOnScreen {
-    TODAYLISTITEM record = {};
-    HWND window = nullptr;
+// Over whatever the window and its children show there: a colour, and on it an icon that fills the area.
+void Paint(HWND window, const RECT& area, COLORREF color, int icon = 0) {
+    HDC context = GetDCEx(window, nullptr, DCX_CACHE);
+    const platform::ScopedObject brush(CreateSolidBrush(color));
+    FillRect(context, &area, static_cast<HBRUSH>(brush.object));
+    const int side = area.right - area.left;
+    HANDLE loaded = LoadImageW(itemState.instance, MAKEINTRESOURCEW(icon), IMAGE_ICON, side, side, LR_SHARED);
+    EXPECT_TRUE(icon == 0 || DrawIconEx(context, area.left, area.top, static_cast<HICON>(loaded), side, side, 0,
+                                        nullptr, DI_NORMAL));
+    ReleaseDC(window, context);
+}
 
-    explicit ItemOnScreen(HWND frame) {
+// The item as the module's attach and the host make it: window, height, place, and a refresh after which the drawing
+// resources are there.
+class Item : public UiTest {
+  protected:
+    TODAYLISTITEM record = {};
+    HWND strip = nullptr;
+
+    // Draws the signal, if it changed, and the graph.
+    LRESULT Refresh() {
+        return SendMessageW(strip, WM_TODAYCUSTOM_QUERYREFRESHCACHE, 0, reinterpret_cast<LPARAM>(&record));
+    }
+    void SetUp() override {
+        UiTest::SetUp();
         RegisterItemWindowClass();
         InitializeItem();
         UseEmptyDataFolder();
-        EXPECT_EQ(InitializeCustomItem(&record, frame), nullptr) << "disabled";
         record.fEnabled = TRUE;
-        window = InitializeCustomItem(&record, frame);
-        EXPECT_TRUE(Send(WM_TODAYCUSTOM_QUERYREFRESHCACHE));
-        EXPECT_EQ(record.cyp, IsHiResScreen() ? 40U : 24U);
-        MoveWindow(window, 0, 100, itemState.screenWidth, static_cast<int>(record.cyp), TRUE);
-        EXPECT_FALSE(Send(WM_TODAYCUSTOM_QUERYREFRESHCACHE));
-    }
-    ItemOnScreen(const ItemOnScreen&) = delete;
-    ItemOnScreen& operator=(const ItemOnScreen&) = delete;
-    ~ItemOnScreen() {
-        Send(WM_TODAYCUSTOM_CLEARCACHE);
-        DestroyWindow(window);
-        UnregisterItemWindowClass();
-    }
-
-    LRESULT Send(UINT message) { return SendMessageW(window, message, 0, reinterpret_cast<LPARAM>(&record)); }
-    void Tick() { SendMessageW(window, WM_TIMER, kTickTimerId, 0); }
-    Picture Repaint() {
-        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-        return TakePicture(window);
+        strip = InitializeCustomItem(&record, frame);
+        EXPECT_TRUE(Refresh());
+        MoveWindow(strip, 0, 100, itemState.screenWidth, IsHiResScreen() ? 40 : 24, TRUE);
+        EXPECT_FALSE(Refresh());
     }
 };
+INSTANTIATE_TEST_SUITE_P(Screen, Item, kEveryScreen);
 
-// The icon on a plain ground.
-Picture IconOn(COLORREF ground, int icon) {
-    const int side = TaskbarIconSide();
-    return Drawn({side, side}, ground, [&](HDC context) {
-        HANDLE loaded = LoadImageW(itemState.instance, MAKEINTRESOURCEW(icon), IMAGE_ICON, side, side, LR_SHARED);
-        EXPECT_TRUE(DrawIconEx(context, 0, 0, static_cast<HICON>(loaded), side, side, 0, nullptr, DI_NORMAL)) << icon;
+TEST_P(Item, Strip_has_its_icons_and_lines_to_the_pixel) {
+    const std::array<int, 3> icons[] = {{50, 163, 200},  {69, 103, 192},  {88, 101, 189},  {107, 104, 193},
+                                        {126, 102, 191}, {145, 125, 201}, {164, 126, 202}, {183, 188, 190},
+                                        {202, 106, 195}, {221, 105, 194}};
+    const int scale = ScreenScale();
+    const auto square = [&](int x) { return RECT{x * scale, 4, (x + 16) * scale, 4 + 16 * scale}; };
+    const RECT graph = scale == 2 ? RECT{3, 3, 91, 36} : RECT{3, 1, 47, 23};
+    itemState.SignalDbm = -75;
+    Paint(strip, {0, 0, 640, 40}, kMarker);
+    RedrawWindow(strip, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);  // on the host's background
+    Paint(strip, square(50), kWatermark);
+    itemState.SignalDbm = -50;
+    Refresh();
+    SaveScreen("strip-icons");
+    const Picture shown = TakePicture(strip);
+    EXPECT_TRUE(shown.At(3, graph.top) != kWatermark && shown.At(graph.right - 1, graph.bottom - 1) != kWatermark);
+    for (const RECT& beside : {RECT{0, 0, 3, 40}, RECT{0, 0, 640, graph.top}, RECT{0, graph.bottom, 640, 40},
+                               RECT{graph.right, 0, 640, 40}}) {
+        Paint(strip, beside, kWatermark);
+    }
+    for (const auto& [x, normal, hiRes] : icons) {
+        Paint(strip, square(x), kWatermark, scale == 2 ? hiRes : normal);
+    }
+    EXPECT_EQ(TakePicture(strip).pixels, shown.pixels);
+    const LONG left = 4, right = graph.right - 2, base = graph.bottom - 2;
+    const LONG top = base - (scale == 2 ? 27 : 18), middle = base - (scale == 2 ? 10 : 7);
+    itemState.sampleCount = kSampleSlots;
+    itemState.ringStart = 0;
+    std::ranges::fill(itemState.inDeltas, 10000);
+    std::ranges::fill(itemState.outDeltas, 800000);
+    Refresh();
+    SaveScreen("strip-ring");
+    const Picture ring = TakePicture(strip);
+    itemState.sampleCount = 0;
+    Refresh();
+    Paint(strip, {left, base, right, base + 1}, RGB(192, 192, 192));
+    Paint(strip, {right - 39, top, right - 1, top + 1}, RGB(255, 0, 0));
+    Paint(strip, {right - 39, middle, right - 1, middle + 1}, RGB(0, 0, 255));
+    EXPECT_EQ(TakePicture(strip).pixels, ring.pixels);
+}
+
+TEST_P(Item, Taskbar_icon_comes_with_the_second_tick_replaces_the_one_before_it_and_goes_with_the_cache) {
+    const int scale = ScreenScale();
+    const RECT square = {75, 5 * scale, 75 + 16 * scale, 21 * scale};
+    const auto expect = [&](COLORREF ground, int icon) {
+        const Picture shown = TakePicture(frame);
+        Paint(frame, square, ground, icon);
+        EXPECT_EQ(TakePicture(frame).pixels, shown.pixels) << icon;
+    };
+    const auto tick = [&](uint32_t octets) {
+        scripted::system.adapters = {{.received = octets, .transmitted = octets}};
+        SendMessageW(strip, WM_TIMER, kTickTimerId, 0);
+    };
+    tick(100);
+    expect(kTaskbar, 0);
+    tick(200);
+    SaveScreen("taskbar-icon");
+    expect(kTaskbar, scale == 2 ? 212 : 233);
+    Paint(frame, square, kMarker);  // what the shell draws under it becomes the background
+    tick(200);
+    expect(kMarker, scale == 2 ? 218 : 238);
+    SendMessageW(strip, WM_TODAYCUSTOM_CLEARCACHE, 0, 0);
+    expect(kTaskbar, 0);  // as it was at the first refresh
+}
+
+using Options = UiTest;
+INSTANTIATE_TEST_SUITE_P(Screen, Options, kEveryScreen);
+
+HWND ShowPage(HWND sheet, int page) {
+    SendMessageW(sheet, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
+    return reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
+}
+
+TEST_P(Options, Sheet_fills_the_screen_and_shows_three_pages) {
+    scripted::system.adapters = {{.description = "Realtek PCIe GbE"}};
+    WriteWholeFile(L"200611.log", {});
+    itemState.xLocation = 639;
+    RunTool(kOptions, {}, [&](HWND sheet) {
+        EXPECT_EQ(TakePicture(sheet).height, itemState.screenHeight - 26 * ScreenScale());
+        const auto show = [&](int number, const char* name, const wchar_t* texts) {
+            HWND page = ShowPage(sheet, number);
+            ExpectReadable(page, name, texts, IDC_PAGE_HEADER);
+            EXPECT_EQ(TakePicture(page).At(2, 24 * ScreenScale()) == RGB(0, 0, 0), !::IsLandscape()) << "a line";
+        };
+        show(0, "options-adapter",
+             L"Today: Quorvane|Select a network card to monitor:|{00000001-0000-0000-0000-000000000001}|"
+             L"0|Adapter|Realtek PCIe GbE;0|Type|ethernet;0|Speed|100 Mbps;0|IP Address|192.168.7.33;"
+             L"0|MAC Address|02:00:00:00:00:01;0|DHCP Server|02:00:00:00:00:01;|");
+        show(1, "options-options",
+             L"Today: Quorvane|Show Taskbar Icon|639|Spin1|x location|Time Display|AM/PM Format|Military Format|"
+             L"Traffic Log|0|2006|11;|Delete All|Delete|");
+        show(2, "options-about", L"Today: Quorvane|Quorvane v2.0|");
     });
 }
 
-TEST_P(Strip, Graph_has_its_lines_to_the_pixel_and_none_whose_pen_is_missing) {
-    ItemOnScreen item(frame);
-    const Picture empty = item.Repaint();
-    const bool hiRes = IsHiResScreen();
-    const int right = hiRes ? 88 : 44;  // of the newest sample
-    const int base = hiRes ? 34 : 21;
-    const int tallest = hiRes ? 27 : 18;
-    itemState.sampleCount = 1;
-    itemState.ringIndex = itemState.ringStart = 0;
-    itemState.inDeltas[0] = 10000;
-    itemState.outDeltas[0] = 800000;
-    Picture expected = empty;
-    const auto set = [&](int x, int y, uint32_t color) {
-        expected.pixels[static_cast<size_t>(y * expected.width + x)] = color;
-    };
-    for (int x = 4; x <= right; ++x) {
-        set(x, base, 0xC0C0C0);
+TEST_P(Options, Closing_by_OK_and_otherwise_saves_what_has_changed) {
+    itemState.xLocation = 75;
+    itemState.amPmFormat = true;
+    for (const bool byOk : {true, false}) {
+        RunTool(kOptions, {}, [&](HWND sheet) {
+            HWND page = ShowPage(sheet, 1);
+            Tap(GetDlgItem(page, IDC_OPTIONS_SPIN), 2, 2);  // the up arrow
+            Press(page, IDC_OPTIONS_SHOW_ICON);
+            Press(page, byOk ? IDC_OPTIONS_MILITARY : IDC_OPTIONS_AM_PM);
+            PostMessageW(sheet, byOk ? WM_NULL : WM_CLOSE, 0, 0);
+        });
+        LoadDisplaySettings();
+        EXPECT_EQ(itemState.xLocation, byOk ? 74U : 73U);
+        EXPECT_TRUE(itemState.showTaskbarIcon == byOk && itemState.amPmFormat != byOk);
     }
-    set(right, base - (hiRes ? 10 : 7), 0x0000FF);
-    set(right, base - tallest, 0xFF0000);
-    EXPECT_EQ(item.Repaint().pixels, expected.pixels);
-    itemState.sampleCount = kSampleSlots;
-    std::ranges::fill(itemState.inDeltas, 800000);
-    std::ranges::fill(itemState.outDeltas, 0xFFFFFFFF);
-    itemState.outDeltas[1] = itemState.outDeltas[2] = 0;
-    const Picture strip = item.Repaint();
-    EXPECT_EQ(strip.At(right - 36, base - tallest), kBlue);
-    EXPECT_EQ(strip.At(right - 2, base - tallest), kRed) << "sent covers received";
-    SaveScreen("strip-ring");
-    for (HPEN* pen : {&itemState.bluePen, &itemState.redPen, &itemState.silverPen}) {
-        DeleteObject(std::exchange(*pen, nullptr));
-    }
-    EXPECT_EQ(item.Repaint().pixels, empty.pixels);
 }
 
-TEST_P(Strip, Icons_stand_at_their_places_and_the_graph_leaves_the_rest_alone) {
-    const std::array<int, 3> places[] = {{50, 163, 200},  {69, 103, 192},  {88, 101, 189},  {107, 104, 193},
-                                         {126, 102, 191}, {145, 125, 201}, {164, 126, 202}, {183, 188, 190},
-                                         {202, 106, 195}, {221, 105, 194}};
-    const int scale = ScreenScale();
-    ItemOnScreen item(frame);
-    itemState.SignalDbm = -75;
-    FillWindow(item.window, {0, 0, itemState.screenWidth, 40}, kMarker);  // the host's background replaces it
-    item.Repaint();
-    FillWindow(item.window, {50 * scale, 4, 66 * scale, 4 + 16 * scale}, kWatermark);
-    itemState.SignalDbm = -50;
-    // A refresh draws the changed signal and copies the graph again, with the block that is larger than a normal
-    // screen's surface.
-    EXPECT_FALSE(item.Send(WM_TODAYCUSTOM_QUERYREFRESHCACHE));
-    const Picture strip = TakePicture(item.window);
-    for (const auto& [x, normal, hiRes] : places) {
-        EXPECT_TRUE(IsAt(strip, x * scale, 4, IconOn(kWatermark, scale == 2 ? hiRes : normal))) << normal;
+TEST_P(Options, Logs_are_listed_and_deleted_after_a_question_and_the_last_keeps_its_row) {
+    for (const wchar_t* name : {L"200701.log", L"200611.log", L"200612.txt"}) {
+        WriteWholeFile(name, {1});
     }
-    const RECT graph = IsHiResScreen() ? RECT{3, 3, 91, 36} : RECT{3, 1, 47, 23};
-    EXPECT_NE(strip.At(graph.left, graph.top), kWatermark) << "which the host painted";
-    EXPECT_EQ(strip.At(graph.left - 1, graph.top), kWatermark);
-    EXPECT_EQ(strip.At(graph.right, graph.top), kWatermark);
-    EXPECT_EQ(strip.At(graph.left, graph.bottom), kWatermark);
-    SaveScreen("strip-icons");
-}
-
-TEST_P(Strip, Taskbar_icon_comes_with_the_second_tick_replaces_the_one_before_it_and_goes_with_the_cache) {
-    const int side = TaskbarIconSide();
-    const RECT square = {75, 5 * ScreenScale(), 75 + side, 5 * ScreenScale() + side};
-    const auto shows = [&](const Picture& part) { return IsAt(TakePicture(frame), 75, square.top, part); };
-    const auto icon = [](COLORREF ground, int normal, int hiRes) {
-        return IconOn(ground, IsHiResScreen() ? hiRes : normal);
-    };
-    const Picture taskbar = Drawn({side, side}, kTaskbar, [](HDC) {});
-    scripted::system.adapters = {{}};
-    {
-        ItemOnScreen item(frame);
-        item.Tick();
-        EXPECT_TRUE(shows(taskbar));
-        scripted::system.adapters[0].received = 100;
-        scripted::system.adapters[0].transmitted = 200;
-        item.Tick();
-        EXPECT_TRUE(shows(icon(kTaskbar, 233, 212)));
-        SaveScreen("taskbar-icon");
-        FillWindow(frame, square, kMarker);
-        item.Tick();  // what the shell draws under it becomes the background
-        EXPECT_TRUE(shows(icon(kMarker, 238, 218)));
-    }
-    EXPECT_TRUE(shows(taskbar)) << "as it was at the first refresh";
-    WriteNumberSetting(L"TIcon", 0);
-    {
-        ItemOnScreen item(frame);
-        item.Tick();
-        item.Tick();
-        EXPECT_TRUE(shows(taskbar)) << "switched off";
-        FillWindow(frame, square, kMarker);
-    }
-    EXPECT_EQ(TakePicture(frame).At(square.left, square.top), kMarker);
+    const Texts asked = RunTool(kOptions, {IDCANCEL, IDOK, IDOK, IDOK}, [&](HWND sheet) {
+        HWND page = ShowPage(sheet, 1);
+        const auto press = [&](int button, int row) {
+            ListView_SetItemState(GetDlgItem(page, IDC_OPTIONS_LOGS), row, LVIS_SELECTED, LVIS_SELECTED);
+            Press(page, button);
+            return TextsOf(page, {IDC_OPTIONS_LOGS});
+        };
+        EXPECT_EQ(press(IDC_OPTIONS_DELETE, 1), L"0|2006|11;0|2007|01;|");
+        EXPECT_TRUE(FileExists(L"200701.log"));
+        EXPECT_EQ(press(IDC_OPTIONS_DELETE, 1), L"0|2006|11;|");
+        EXPECT_FALSE(FileExists(L"200701.log"));
+        EXPECT_EQ(press(IDC_OPTIONS_DELETE, 0), L"0|2006|11;|");
+        EXPECT_FALSE(FileExists(L"200611.log"));
+        WriteWholeFile(L"export.log", {1});
+        EXPECT_EQ(press(IDC_OPTIONS_DELETE_ALL, 0), L"|");
+        EXPECT_TRUE(!FileExists(L"export.log") && FileExists(L"200612.txt"));
+    });
+    EXPECT_EQ(asked[1], L"Question|Are you sure you want to delete 2007/01 log data?|21");
+    EXPECT_EQ(asked[3], L"Question|Are you sure you want to delete ALL log data?|21");
 }
 
 }  // namespace
