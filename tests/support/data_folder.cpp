@@ -24,8 +24,8 @@ std::wstring DataPath(const std::wstring& name) {
     return std::wstring(itemState.dataFolder) + L"\\" + name;
 }
 
-Bytes ReadWholePath(const std::wstring& path) {
-    const platform::ScopedHandle file = Open(path, GENERIC_READ, OPEN_EXISTING);
+Bytes ReadWholeFile(const std::wstring& name) {
+    const platform::ScopedHandle file = Open(DataPath(name), GENERIC_READ, OPEN_EXISTING);
     Bytes content(file.IsOpen() ? GetFileSize(file.handle, nullptr) : 0);
     DWORD read = 0;
     if (file.IsOpen()) {

@@ -23,7 +23,4 @@ inline Bytes operator+(Bytes a, const Bytes& b) {
 bool FileExists(const std::wstring& name);
 void WriteWholeFile(const std::wstring& name, const Bytes& content);
 std::wstring DataPath(const std::wstring& name);
-Bytes ReadWholePath(const std::wstring& path);
-inline Bytes ReadWholeFile(const std::wstring& name) {
-    return ReadWholePath(DataPath(name));
-}
+Bytes ReadWholeFile(const std::wstring& name);
