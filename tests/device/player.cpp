@@ -50,7 +50,6 @@ void ResetPlayer() {
     scripted::Platform& system = scripted::system;
     system.arp = {{0x0107A8C0, {2, 0, 0, 0, 7, 1}}, {0x1407A8C0, {2, 0, 0, 0, 7, 20}}};
     system.echo = AnswerEcho;
-    system.results["GetPerAdapterInfo size"] = ERROR_NO_DATA;
     system.internet.answers[L"ip1.quorvane.net"].pieces = {"203.0.113.77\n"};
     UseWireless();
     system.wireless.values = {

@@ -61,8 +61,6 @@ struct Internet {
 
 struct Platform {
     std::vector<Adapter> adapters;
-    // The result of a function instead of its usual one: "GetInterfaceInfo size", "IpReleaseAddress" ...
-    std::map<std::string, DWORD> results;
     std::vector<ArpRow> arp;
     Wireless wireless;
     // What an echo to an address (network byte order) brings, in any thread; without it nobody answers.

@@ -1,7 +1,4 @@
-// What the item reads: others' texts and replies, drivers' and Native Wifi's values, its own files and registry values.
-// The first include comes before Native Wifi's header, which makes macros of the same names.
-#include "platform/ndis.h"
-
+// What the item reads: others' texts and replies, drivers' values, its own files and registry values.
 #include "adapters/public_ip.h"
 #include "charts/usage_chart.h"
 #include "charts/usage_table.h"
@@ -11,7 +8,6 @@
 #include "item/settings.h"
 #include "options/log_months.h"
 #include "platform/desktop/arp_text.h"
-#include "platform/desktop/native_wifi_records.h"
 #include "platform/desktop/proxy_list.h"
 #include "tests/fakes/fakes.h"
 #include "tests/fuzz/fuzzer.h"
@@ -81,17 +77,6 @@ void FeedCardValues(Input input) {
     Demand(strnlen(table.shownSsid, sizeof(table.shownSsid)) < sizeof(table.shownSsid));
 }
 
-void FeedNativeWifi(Input input) {
-    std::vector<WLAN_BSS_ENTRY> entries((input.size() + sizeof(WLAN_BSS_ENTRY) - 1) / sizeof(WLAN_BSS_ENTRY));
-    std::ranges::copy(input, reinterpret_cast<uint8_t*>(entries.data()));
-    Bytes value(WirelessDevice::kValueBytes);
-    FeedAccessPoints(std::span(value).first(platform::WriteNdisBssidList(entries, value)));
-    for (const WLAN_BSS_ENTRY& entry : entries) {
-        Demand(platform::WriteNdisSsid(entry.dot11Ssid, value) == 4 + kSsidBytes && ReadNdisField(value.data()) <= 32);
-        platform::WriteNdisConfiguration(entry, value);
-    }
-}
-
 // Adding one and taking it away leaves whole records without it.
 void FeedLists(Input input) {
     constexpr MacAddress kMac = {{1, 2, 3, 4, 5, 6}};
@@ -155,9 +140,8 @@ const bool kAdded = AddFuzzers({
      FeedReplies},
     // A binding whose name stands behind the record's five fields, then a configuration.
     {"card_values",
-     {Bytes{26} + NdisFields({20, 6, 0, 0, 0}) + Bytes{'a', 0, 'b', 0, 'c', 0} + NdisFields({32, 100, 0, 2437000})},
+     {Bytes{26} + NdisFields({0, 20, 6, 0, 0}) + Bytes{'a', 0, 'b', 0, 'c', 0} + NdisFields({32, 100, 0, 2437000})},
      FeedCardValues},
-    {"native_wifi", {Bytes(12 * sizeof(WLAN_BSS_ENTRY)), Bytes(sizeof(WLAN_BSS_ENTRY), 0x81)}, FeedNativeWifi},
     {"lists", {HostRecordOf(std::wstring(kHostUnits, L'x')), {1, 2, 3, 4, 5, 6, 1, 2, 3}}, FeedLists},
     {"settings", {{REG_DWORD, 75, 0, 0, 0}, Bytes(1 + kPathUnits * sizeof(wchar_t), REG_SZ)}, FeedSettings},
     {"log", {LogRecord(5, 9, 1000, 10) + LogRecord(20, 23, 0xFFFFFFFF, 0x80000000) + Bytes(7, 5)}, FeedLog},

@@ -5,7 +5,6 @@
 #include "tests/support/data_folder.h"
 #include "trafficlog/calendar.h"
 
-#include <random>
 #include <string>
 
 inline Bytes LogRecord(int day, int hour, uint32_t received, uint32_t transmitted) {
@@ -26,18 +25,6 @@ inline Bytes FullMonth(int year, int month, uint32_t received, uint32_t transmit
     Bytes content;
     for (int hour = 0; hour < DaysInMonth(year, month) * 24; ++hour) {
         content = std::move(content) + LogRecord(hour / 24 + 1, hour % 24, received, transmitted);
-    }
-    return content;
-}
-
-using RandomNumbers = std::minstd_rand;
-
-// Hours of any size from a byte to a gigabyte, with gaps, in time order.
-inline Bytes PatchyMonth(int year, int month, RandomNumbers& random) {
-    Bytes content;
-    for (int hour = 0; hour < DaysInMonth(year, month) * 24; ++hour) {
-        const auto bytes = [&] { return static_cast<uint32_t>(random() >> random() % 30); };
-        content = random() % 3 == 0 ? content : content + LogRecord(hour / 24 + 1, hour % 24, bytes(), bytes());
     }
     return content;
 }

@@ -1,5 +1,4 @@
-// Formatted text on every build, the helper's limits, and the texts that a desktop's system gives.
-#include "platform/desktop/arp_text.h"
+// Formatted text on every build, what the helper takes for a name, and the texts that a desktop's system gives.
 #include "platform/desktop/proxy_list.h"
 #include "platform/format_text.h"
 #include "platform/helper_protocol.h"
@@ -42,33 +41,12 @@ TEST(FormatText, What_does_not_fit_is_cut_and_texts_cross_between_the_widths) {
     EXPECT_STREQ(narrow, "\"a\xE4\",\"b\"\n");
 }
 
-TEST(HelperProtocol, An_interface_name_is_what_the_kernel_takes_and_what_does_not_fit_is_not_written) {
+TEST(HelperProtocol, An_interface_name_is_what_the_kernel_takes) {
     using namespace helper_protocol;
     EXPECT_EQ(Each(IsInterfaceName, {"a"sv, "fifteen-letters"sv, "br-1.2"sv, "\xC3\xA9th"sv}), L"1|1|1|1");
     EXPECT_EQ(Each(IsInterfaceName,
                    {""sv, "."sv, ".."sv, "-r"sv, "a/b"sv, "a b"sv, "a\tb"sv, "a:1"sv, "a\0b"sv, "sixteen--letters"sv}),
               L"0|0|0|0|0|0|0|0|0|0");
-    std::vector<uint8_t> space(kMaxMessageBytes + 100);
-    const std::vector<uint8_t> value(kMaxBodyBytes, 1);
-    EXPECT_EQ(EncodeBindingAnswer(space, {0, 4, 1}, "wlan0", std::string(256, 'x')), 0u);
-    EXPECT_EQ(EncodeValueAnswer(space, {0, 5, 1}, value), 0u);
-    EXPECT_EQ(EncodeValueAnswer(space, {0, 5, 1}, std::span(value).first(value.size() - 4)), kMaxMessageBytes);
-}
-
-TEST(ArpText, Finished_neighbours_are_listed_once_in_the_order_of_their_addresses) {
-    const auto line = [](const char* address, const char* hardware = "02:00:00:00:00:fe", const char* flags = "0x2") {
-        return std::string(address) + "      0x1         " + flags + "         " + hardware + "     *        eth0\n";
-    };
-    const std::string heading = "IP address       HW type     Flags       HW address            Mask     Device\n";
-    const std::string bad = line("10.0.0.1", "00:00:00:00:00:00", "0x0") +
-                            line("10.0.0.2", "02:00:00:00:00:09", "0x*") + line("10.0.0.3", "02:00:00:00:00:0g") +
-                            line("10.0.0.4", "02:00:00:00:00:09:0a:0b") + line("x.y.z.1") + line("100.100.100.1000") +
-                            line("10.0.0.5").substr(0, 40);
-    const std::string high = line("10.0.0.10", "aa:bb:cc:dd:ee:ff", "0x6");
-    std::array<MIB_IPNETROW, 4> rows;
-    ASSERT_EQ(platform::ParseArpText((heading + high + line("10.0.0.9") + high + bad).c_str(), rows), 2u);
-    EXPECT_EQ(std::pair(rows[0].dwAddr, rows[1].dwAddr), std::pair(inet_addr("10.0.0.9"), inet_addr("10.0.0.10")));
-    EXPECT_EQ(std::pair(+rows[0].bPhysAddr[5], +rows[1].bPhysAddr[0]), std::pair(0xFE, 0xAA));
 }
 
 TEST(ProxyList, The_http_proxy_is_found_or_there_is_none) {

@@ -53,8 +53,7 @@ void Fill(IP_ADAPTER_INFO& info, const Adapter& adapter) {
 }
 
 DWORD Result(const std::string& call, DWORD usual) {
-    const auto scripted = system.results.find(call);
-    return fakes::Fails(call) ? ERROR_GEN_FAILURE : scripted != system.results.end() ? scripted->second : usual;
+    return fakes::Fails(call) ? ERROR_GEN_FAILURE : usual;
 }
 
 // The size-then-data protocol, whose size query answers `needsRoom`. Zeroed room and NO_ERROR when data are wanted.
@@ -118,6 +117,9 @@ DWORD GetPerAdapterInfo(ULONG interfaceIndex, IP_PER_ADAPTER_INFO* info, ULONG* 
         return ERROR_INVALID_PARAMETER;
     }
     const auto& servers = adapter->dnsServers;
+    if (servers.empty()) {
+        return ERROR_NO_DATA;
+    }
     const size_t needed = sizeof(*info) + servers.size() * sizeof(IP_ADDR_STRING);
     const DWORD result = AskForRoom("GetPerAdapterInfo", info, bytes, needed, ERROR_BUFFER_OVERFLOW);
     IP_ADDR_STRING* entry = result == NO_ERROR ? &info->DnsServerList : nullptr;  // the others follow the record

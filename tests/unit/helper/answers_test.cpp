@@ -1,7 +1,6 @@
 // What the helper makes of Linux: of DHCP clients' leases and command lines, and of the kernel's wireless answers.
 #include <gtest/gtest.h>
 
-#include "platform/linux/dhclient_invocation.h"
 #include "platform/linux/dhclient_leases.h"
 #include "platform/linux/dhcp_clients.h"
 #include "platform/linux/information_elements.h"
@@ -91,17 +90,6 @@ TEST(DhcpClients, An_interfaces_client_is_found_among_the_processes_the_likelies
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(i + 1, clients[i].process.id);
     }
-}
-
-TEST(DhclientInvocation, A_running_client_can_be_run_again_with_its_files) {
-    DhclientInvocation invocation;
-    EXPECT_TRUE(ParseDhclientInvocation(
-        {"/sbin/dhclient", "-4", "-1", "-v", "-pf", "/run/x.pid", "-lf", "/x.leases", "-I", "-d", "eth0"}, invocation));
-    EXPECT_EQ("/x.leases", invocation.leaseFile);
-    EXPECT_EQ((Words{"/sbin/dhclient", "-4", "-pf", "/run/x.pid", "-lf", "/x.leases", "-I", "-x", "eth0"}),
-              DhclientCommand(invocation, "-x"));
-    EXPECT_TRUE(ParseDhclientInvocation({"dhclient", "-sf", "/usr/libexec/nm-dhcp-helper", "-lf"}, invocation));
-    EXPECT_TRUE(invocation.forNetworkManager && invocation.interfaces.empty());
 }
 
 TEST(Nl80211Answers, An_access_point_becomes_an_NDIS_entry_at_the_known_offsets) {

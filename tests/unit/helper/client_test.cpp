@@ -86,16 +86,6 @@ DWORD TimeWithoutLease() {
     return GetTickCount() - start;
 }
 
-TEST(LinuxHelper, Without_a_sound_address_everything_says_no_at_once) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"40000", nullptr}, {nullptr, kToken}, {"65536", kToken}, {"40x", kToken}, {"40000", "0011"}};
-    for (const auto& [port, token] : rows) {
-        SetHelper(port, token);
-        EXPECT_LT(TimeWithoutLease(), kAtOnceMs);
-        EXPECT_EQ(static_cast<DWORD>(ERROR_NOT_SUPPORTED), HelperRenew("eth0"));
-    }
-}
-
 TEST(LinuxHelper, One_connection_serves_all_that_is_sensible_and_values_that_fit_arrive) {
     Server server;
     HelperLeaseState state;

@@ -9,6 +9,7 @@
 #include "item/adapter_choice.h"
 #include "item/item_state.h"
 #include "item/settings.h"
+#include "options/adapter_properties.h"
 #include "options/log_months.h"
 #include "tests/support/access_point_list.h"
 #include "tests/support/host_records.h"
@@ -142,6 +143,10 @@ TEST(Faults, Of_the_adapter_tools) {
                    ReadAdapterDetails(false, details);
                    return Told{ReadInterfaceCounters().received, details.title, details.type, details.secondDns};
                });
+    WalkFaults(UseFiles, {L"6", L"Test adapter", L"10.0.0.1"}, {L"-1", L"4", L""}, [] {
+        AdapterProperty rows[kMostAdapterProperties] = {};
+        return Told{ReadAdapterProperties(rows), rows[0].value, rows[5].value};
+    });
     WalkFaults(UseFiles, {L"1", L"10.0.0.1", L"Thu. Jan 1, 1970 00:00:00", L"1", L"1"}, {L"0"}, [] {
         DhcpInfo info = {};
         return Told{ReadDhcpInfo(info) == DhcpState::Ready, info.server, info.expires,
