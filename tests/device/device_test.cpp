@@ -77,8 +77,6 @@ TEST(Model, Judges_code_by_what_it_does) {
         // r0 is a block of 10 bytes
         {"unaligned access", {0xE5901002}},                             // ldr r1,[r0,#2]
         {"access outside a block", {0xE5801008, 0xE12FFF1E}},           // str r1,[r0,#8]; bx lr
-        {"Write to write-protected", {0xE50F1008}},                     // str r1,[pc,#-8]
-        {"Fetch from non-exec", {0xE1A0F000}},                          // mov pc,r0
         {"a register is not kept", {0xE3A04000, 0xE12FFF1E}},           // mov r4,#0; bx lr
         {"Invalid instruction", {0xE1C020D0}},                          // ldrd r2,[r0], of a newer processor
         {"Invalid memory read", {0xE1A0E00F, 0xE1A0F001, 0xE5922000}},  // mov lr,pc; mov pc,r1; ldr r2,[r2]

@@ -50,7 +50,7 @@ void ResetPlayer() {
     scripted::Platform& system = scripted::system;
     system.arp = {{0x0107A8C0, {2, 0, 0, 0, 7, 1}}, {0x1407A8C0, {2, 0, 0, 0, 7, 20}}};
     system.echo = AnswerEcho;
-    system.internet.answers[L"ip1.quorvane.net"].pieces = {"203.0.113.77\n"};
+    system.internet.answers[L"ip1.quorvane.net"] = {"203.0.113.77\n"};
     UseWireless();
     system.wireless.values = {
         {OID_802_11_BSSID, {2, 0, 0, 0, 0, 1}},

@@ -48,14 +48,9 @@ struct ConnectionManager {
     std::u16string proxy;
 };
 
-// An echo server's answer, read piece by piece.
-struct EchoAnswer {
-    std::vector<std::string> pieces;
-};
-
-// The internet library: the hosts that were asked, and what each answers (an unknown one nothing).
+// The internet library: the hosts that were asked, and what each answers, read piece by piece (an unknown one nothing).
 struct Internet {
-    std::map<std::wstring, EchoAnswer> answers;
+    std::map<std::wstring, std::vector<std::string>> answers;
     std::vector<std::wstring> hosts;
 };
 

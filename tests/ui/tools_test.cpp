@@ -34,7 +34,7 @@ TEST_P(Tools, Adapter_and_lease_are_shown_whole) {
                                   .haveWins = true,
                                   .primaryWins = "253.255.255.255",
                                   .secondaryWins = "252.255.255.255"}};
-    scripted::system.internet.answers[L"ip1.quorvane.net"] = {{"203.113.113.200\r\n"}};
+    scripted::system.internet.answers[L"ip1.quorvane.net"] = {"203.113.113.200\r\n"};
     const std::wstring servers =
         ::IsLandscape()
             ? L"DNS Server:|255.255.255.255, 254.255.255.255|WINS Server:|253.255.255.255, 252.255.255.255|OK|"

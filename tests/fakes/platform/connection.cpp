@@ -77,7 +77,7 @@ bool HttpSendRequestW(void*) {
 }
 
 bool InternetReadFile(void*, void* buffer, DWORD bytes, DWORD* read) {
-    auto& pieces = system.internet.answers[system.internet.hosts.back()].pieces;
+    auto& pieces = system.internet.answers[system.internet.hosts.back()];
     const bool fails = fakes::Fails("InternetReadFile");
     *read = fails || pieces.empty() ? 0 : static_cast<DWORD>(pieces[0].copy(static_cast<char*>(buffer), bytes));
     pieces.erase(pieces.begin(), std::ranges::next(pieces.begin(), fails ? 0 : 1, pieces.end()));

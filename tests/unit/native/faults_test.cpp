@@ -10,6 +10,7 @@
 #include "item/item_state.h"
 #include "item/settings.h"
 #include "options/adapter_properties.h"
+#include "options/general_settings.h"
 #include "options/log_months.h"
 #include "tests/support/access_point_list.h"
 #include "tests/support/host_records.h"
@@ -60,7 +61,11 @@ TEST(Faults, Of_the_traffic_log) {
         return Told{ReadTrafficLog(UsageMode::Daily, {2006, 11, 5}, series), series.received[1] + series.received[30],
                     ExportTraffic(DataPath(L"out.csv").c_str(), {{2006, 12, 30}, {2006, 12, 31}})};
     });
-    WalkFaults(UseFiles, {}, {}, [] { return DeleteAllLogs(), Told{}; });
+    WalkFaults(UseFiles, {L"2"}, {L"0", L"1"}, [] {
+        LogSearch search;
+        const int logs = (NextLogFile(search) != nullptr ? 1 : 0) + (NextLogFile(search) != nullptr ? 1 : 0);
+        return DeleteAllLogs(), Told{logs};
+    });
 }
 
 Told Load() {
@@ -75,6 +80,10 @@ TEST(Faults, Of_the_settings) {
     const wchar_t folder[] = LR"(\Program Files\Ostrik\Quorvane)";
     WalkFaults(UseFiles, {L"0", L"0", L"0", L"stored", LR"(\data)"}, {L"75", L"1", L"{eth}", folder}, Load);
     WalkFaults(UseAdapter, {L"75", L"1", L"1", L"{eth}", folder}, {}, Load);
+    WalkFaults(UseFiles, {}, {}, [] {
+        itemState.showTaskbarIcon = itemState.amPmFormat = false;
+        return SaveXLocation(7), SaveShowTaskbarIcon(true), SaveHourFormat(true), Told{};
+    });
 }
 
 Told Add() {
@@ -156,7 +165,7 @@ TEST(Faults, Of_the_adapter_tools) {
     // An answer that breaks off counts as far as it came.
     WalkFaults(UseAdapter, {L"1", L"1.1.1.1"}, {L"0", L"2.2.2.2", L"1.1."}, [] {
         auto& answers = scripted::system.internet.answers;
-        answers = {{L"ip1.quorvane.net", {{"1.1.", "1.1"}}}, {L"ip2.quorvane.net", {{"2.2.2.2"}}}};
+        answers = {{L"ip1.quorvane.net", {"1.1.", "1.1"}}, {L"ip2.quorvane.net", {"2.2.2.2"}}};
         wchar_t address[kPublicIpUnits] = {};
         return Told{DetectPublicIpFromAny(address), address};
     });
