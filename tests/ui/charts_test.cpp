@@ -75,9 +75,10 @@ TEST_P(Charts, Signal_draws_every_reading_by_its_height_and_follows_its_timer) {
 }
 
 TEST_P(Charts, Usage_has_every_view_with_bars_of_exact_heights) {
-    Bytes patchy;  // hours of any size from a byte to a gigabyte, with gaps
+    Bytes patchy;  // hours of any size up to eight megabytes, with gaps
     for (uint32_t hour = 0, bits = 1; hour < 28 * 24; ++hour, bits *= 48271) {
-        patchy = bits % 3 == 0 ? patchy : patchy + LogRecord(1 + hour / 24, hour % 24, bits >> 2, bits >> bits % 30);
+        patchy =
+            bits % 3 == 0 ? patchy : patchy + LogRecord(1 + hour / 24, hour % 24, bits >> 9, bits >> (9 + bits % 20));
     }
     WriteLog(2007, 2, patchy);
     WriteLog(2007, 3, FullMonth(2007, 3, 44739242, 22369621));  // 1024.00MB a day: the widest counts
