@@ -33,7 +33,6 @@ struct Wireless {
     bool present = false;                             // the device opens
     std::vector<uint8_t> bindingAnswer;               // its name, as the driver gives it
     std::map<uint32_t, std::vector<uint8_t>> values;  // by OID; one without a value fails
-    std::vector<uint32_t> requests;                   // OIDs asked or set, in order
 };
 
 struct ArpRow {

@@ -62,7 +62,6 @@ void FeedCardValues(Input input) {
     const Input binding = Take(input, bindingBytes);
     UseWireless();
     auto& wireless = scripted::system.wireless;
-    wireless.requests.clear();
     wireless.bindingAnswer = {binding.begin(), binding.end()};
     for (const uint32_t oid :
          {OID_802_11_BSSID, OID_802_11_SSID, OID_802_11_INFRASTRUCTURE_MODE, OID_802_11_AUTHENTICATION_MODE,

@@ -33,7 +33,6 @@ bool RadioIoControl(HANDLE, DWORD controlCode, void* buffer, DWORD, DWORD output
         return true;
     }
     auto* request = static_cast<NdisOidRequest*>(buffer);
-    wireless.requests.push_back(request->oid);
     const auto value = wireless.values.find(request->oid);
     if (value == wireless.values.end() || value->second.size() > sizeof(request->data)) {
         return false;
